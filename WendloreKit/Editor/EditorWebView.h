@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QJsonValue>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+
+namespace wendlore {
+
+/// The web view that shows the editor page, as the controller sees it.
+class EditorWebView
+{
+public:
+    /// Names one content that the host put into the page. Every message carries the generation that the page showed when
+    /// it was posted, so that an edit which arrives late is known to belong to the note it was typed in.
+    using Generation = std::uint64_t;
+
+    /// What the view reports, always on the main thread. Every member is set by the controller.
+    struct Events final
+    {
+        std::function<void(const QString& name, const QJsonValue& body, Generation generation)> message;
+        std::function<void()> contentProcessTerminated;
+        std::function<void()> navigationFailed;
+    };
+
+    virtual ~EditorWebView() = default;
+
+    virtual void setEvents(Events events) = 0;
+    /// Starts loading the page at `address`.
+    virtual void load(const QString& address) = 0;
+    /// Runs `script` in the page; results and errors are ignored.
+    virtual void evaluate(const QString& script) = 0;
+    /// Runs `script`, which puts a new content into the page, and from that very task on marks messages with `generation`.
+    virtual void evaluate(const QString& script, Generation generation) = 0;
+    /// Calls `done` once every message that the page has posted so far was delivered (at once when no page is loaded).
+    virtual void drain(std::function<void()> done) = 0;
+};
+
+} // namespace wendlore

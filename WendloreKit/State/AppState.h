@@ -1,0 +1,160 @@
+#pragma once
+
+// The workspace: one observable object, its topics in small files.
+//
+//   fields, setters, start-up, zoom     State/AppState.cpp
+//   what is kept between runs           State/AppState+Persistence.cpp
+//   buckets                             State/AppState+Buckets.cpp
+//   back and forward                    State/AppState+History.cpp
+//   typography                          State/AppState+Typography.cpp
+//   tree, new notes, renaming           Vault/AppState+Files.cpp
+
+#include "State/AppTheme.h"
+#include "State/NavigationHistory.h"
+#include "State/Services.h"
+#include "State/VaultUIState.h"
+#include "Typography/TypographyTheme.h"
+#include "Vault/FileNode.h"
+
+#include <QObject>
+
+#include <optional>
+#include <vector>
+
+namespace wendlore {
+
+class WebEditorController;
+
+/// The whole workspace: the registered buckets, the open one, its tree, the selection, typography, zoom and history. Views
+/// read it, observe its signals and call its operations; all of it lives on the main thread.
+class AppState final : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr double minimumZoom = 0.5;
+    static constexpr double maximumZoom = 3.0;
+    static constexpr double zoomStep = 0.1;
+
+    /// Restores what the last run left: theme, zoom, buckets, the open bucket and its selection.
+    explicit AppState(const Services& services, QObject* parent = nullptr);
+    ~AppState() override;
+
+    [[nodiscard]] const Services& services() const { return m_services; }
+
+    // Observable facts.
+    [[nodiscard]] const std::vector<FileURL>& vaults() const { return m_vaults; }
+    [[nodiscard]] const std::optional<FileURL>& vaultURL() const { return m_vaultURL; }
+    [[nodiscard]] const std::vector<FileNode>& fileTree() const { return m_fileTree; }
+    [[nodiscard]] const std::optional<FileURL>& selectedFile() const { return m_selectedFile; }
+    [[nodiscard]] const std::optional<FileURL>& selectedFolder() const { return m_selectedFolder; }
+    [[nodiscard]] const std::optional<FileURL>& pendingFocusFile() const { return m_pendingFocusFile; }
+    [[nodiscard]] const TypographyTheme& typographyTheme() const { return m_typographyTheme; }
+    [[nodiscard]] double editorZoom() const { return m_editorZoom; }
+    [[nodiscard]] AppTheme theme() const { return m_theme; }
+    [[nodiscard]] const NavigationHistory& history() const { return m_history; }
+    [[nodiscard]] WebEditorController& editorController() const { return *m_editorController; }
+
+    /// Shows `file` in the detail area; records the history and keeps the selection.
+    void setSelectedFile(const std::optional<FileURL>& file);
+    /// Makes `folder` the target of new notes and folders; keeps the selection.
+    void setSelectedFolder(const std::optional<FileURL>& folder);
+    void setPendingFocusFile(const std::optional<FileURL>& file);
+    void setTheme(AppTheme theme);
+
+    // Zoom.
+    /// Rounds to tenths, keeps within the allowed range, stores, and shows it in the editor page.
+    void setEditorZoom(double zoom);
+    void zoomIn();
+    void zoomOut();
+    void resetZoom();
+
+    // What is kept between runs.
+    void persistSelection();
+    void restoreSelection(const FileURL& bucket);
+    [[nodiscard]] VaultUIStates loadUIStates() const;
+    void saveUIStates(const VaultUIStates& states);
+    /// The bucket's own width, else the last one set in any bucket, else nothing.
+    [[nodiscard]] std::optional<double> savedSidebarWidth(const FileURL& bucket) const;
+    void saveSidebarWidth(double width, const FileURL& bucket);
+
+    // Buckets.
+    void restoreVaults();
+    /// Lets the user choose a folder, and adds and opens it.
+    void pickVault();
+    /// Registers a folder and opens it.
+    void addVault(const FileURL& folder);
+    void switchVault(const FileURL& bucket);
+    /// Forgets a bucket; its files are untouched.
+    void removeBucket(const FileURL& bucket);
+
+    // History.
+    void goBack();
+    void goForward();
+
+    // Typography.
+    void applyTypographyTheme(const TypographyTheme& theme);
+    /// Lets the user choose a theme file; a file that is no theme changes nothing.
+    void importTypographyTheme();
+
+    // Files.
+    void reloadTree();
+    /// The directory that receives new notes and folders: the selected folder, else the selected file's, else the bucket.
+    [[nodiscard]] std::optional<FileURL> activeDirectory() const;
+    /// Creates an empty note ("Ny not.md", then numbered) in `folder` or the active directory and selects it.
+    void newNote(const std::optional<FileURL>& folder = std::nullopt);
+    /// Renames an item; its extension is kept. Does nothing for a blank name or one that is taken.
+    void renameFile(const FileURL& item, const QString& newName);
+    /// Acts on a link inside a note that is no web address.
+    void openLink(const QString& text, const std::optional<FileURL>& linkingNote, bool allowCreate);
+
+Q_SIGNALS:
+    void vaultsChanged();
+    void vaultURLChanged();
+    void fileTreeChanged();
+    void selectedFileChanged();
+    void selectedFolderChanged();
+    void pendingFocusFileChanged();
+    void typographyThemeChanged();
+    void editorZoomChanged();
+    void themeChanged();
+    void historyChanged();
+    /// A file operation is about to move or rename `item` (a folder moves all below it): sessions write what they hold.
+    void aboutToMove(const wendlore::FileURL& item);
+    /// `from` lies at `to` now. Edits that were still under way belong to the new place.
+    void didMove(const wendlore::FileURL& from, const wendlore::FileURL& to);
+
+private:
+    void restoreTypography();
+    void restoreZoom();
+    void recordHistory(const std::optional<FileURL>& previous);
+    void applyHistoryEntry(const std::optional<FileURL>& entry);
+    void appendBookmark(const FileURL& folder);
+    void rewriteBookmarks();
+    /// Stores `value` and emits `changed`, when it differs from what is there.
+    template <typename Value> void store(Value& field, const Value& value, void (AppState::*changed)());
+
+    Services m_services;
+    std::vector<FileURL> m_vaults;
+    std::optional<FileURL> m_vaultURL;
+    std::vector<FileNode> m_fileTree;
+    std::optional<FileURL> m_selectedFile;
+    std::optional<FileURL> m_pendingFocusFile;
+    std::optional<FileURL> m_selectedFolder;
+    TypographyTheme m_typographyTheme = TypographyTheme::standard();
+    double m_editorZoom = 1.0;
+    NavigationHistory m_history;
+    bool m_isNavigatingHistory = false;
+    std::unique_ptr<WebEditorController> m_editorController;
+    AppTheme m_theme = AppTheme::automatic;
+};
+
+template <typename Value> void AppState::store(Value& field, const Value& value, void (AppState::*changed)())
+{
+    if (field == value)
+        return;
+    field = value;
+    Q_EMIT(this->*changed)();
+}
+
+} // namespace wendlore

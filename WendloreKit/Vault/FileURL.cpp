@@ -1,0 +1,98 @@
+#include "Vault/FileURL.h"
+
+#include <QList>
+
+namespace wendlore {
+
+namespace {
+
+QByteArray withoutTrailingSeparators(QByteArray path)
+{
+    qsizetype length = path.size();
+    while (length > 1 && path[length - 1] == '/')
+        --length;
+    path.truncate(length);
+    return path;
+}
+
+/// Where the extension's full stop stands in `name`, or -1 when the name has no extension.
+qsizetype extensionStop(QByteArrayView name)
+{
+    const qsizetype stop = name.lastIndexOf('.');
+    return stop <= 0 || stop == name.size() - 1 ? -1 : stop;
+}
+
+QByteArray lastComponent(const QByteArray& path)
+{
+    return path.size() == 1 ? path : path.mid(path.lastIndexOf('/') + 1);
+}
+
+} // namespace
+
+FileURL FileURL::file(const QString& path) { return {withoutTrailingSeparators(path.toUtf8()), false}; }
+
+FileURL FileURL::directory(const QString& path) { return {withoutTrailingSeparators(path.toUtf8()), true}; }
+
+FileURL FileURL::fromBytes(QByteArray path, bool isDirectory)
+{
+    return {withoutTrailingSeparators(std::move(path)), isDirectory};
+}
+
+QString FileURL::path() const { return QString::fromUtf8(m_path); }
+
+QString FileURL::lastPathComponent() const { return QString::fromUtf8(lastComponent(m_path)); }
+
+QString FileURL::pathExtension() const
+{
+    const QByteArray name = lastComponent(m_path);
+    const qsizetype stop = extensionStop(name);
+    return stop < 0 ? QString() : QString::fromUtf8(name.mid(stop + 1));
+}
+
+QString FileURL::nameWithoutExtension() const
+{
+    const QByteArray name = lastComponent(m_path);
+    const qsizetype stop = extensionStop(name);
+    return QString::fromUtf8(stop < 0 ? name : name.left(stop));
+}
+
+FileURL FileURL::deletingLastPathComponent() const
+{
+    const qsizetype separator = m_path.lastIndexOf('/');
+    return {separator <= 0 ? QByteArray("/") : m_path.left(separator), true};
+}
+
+FileURL FileURL::appending(const QString& component, bool isDirectory) const
+{
+    return appendingBytes(component.toUtf8(), isDirectory);
+}
+
+FileURL FileURL::appendingBytes(const QByteArray& component, bool isDirectory) const
+{
+    const bool joined = m_path.endsWith('/') || component.startsWith('/');
+    return fromBytes(joined ? m_path + component : m_path + '/' + component, isDirectory);
+}
+
+FileURL FileURL::standardized() const
+{
+    QList<QByteArray> kept;
+    for (const QByteArray& part : m_path.split('/')) {
+        if (part.isEmpty() || part == ".")
+            continue;
+        if (part != "..")
+            kept.append(part);
+        else if (!kept.isEmpty())
+            kept.removeLast();
+    }
+    return {'/' + kept.join('/'), m_isDirectory};
+}
+
+bool FileURL::isBelow(const FileURL& folder) const
+{
+    const QByteArray& root = folder.m_path;
+    if (root == "/")
+        return m_path.size() > 1;
+    return m_path.size() > root.size() && m_path.startsWith(root) && m_path[root.size()] == '/';
+}
+
+} // namespace wendlore
