@@ -12,8 +12,9 @@ namespace wendlore {
 class EditorWebView
 {
 public:
-    /// Names one content that the host put into the page. Every message carries the generation that the page showed when
-    /// it was posted, so that an edit which arrives late is known to belong to the note it was typed in.
+    /// Names one content that the host put into the page. Every message carries the generation that the page
+    /// showed when it was posted, so that an edit which arrives late is known to belong to the note it was
+    /// typed in.
     using Generation = std::uint64_t;
 
     /// What the view reports, always on the main thread. Every member is set by the controller.
@@ -31,9 +32,11 @@ public:
     virtual void load(const QString& address) = 0;
     /// Runs `script` in the page; results and errors are ignored.
     virtual void evaluate(const QString& script) = 0;
-    /// Runs `script`, which puts a new content into the page, and from that very task on marks messages with `generation`.
+    /// Runs `script`, which puts a new content into the page, and from that very task on marks messages with
+    /// `generation`.
     virtual void evaluate(const QString& script, Generation generation) = 0;
-    /// Calls `done` once every message that the page has posted so far was delivered (at once when no page is loaded).
+    /// Calls `done` once every message that the page has posted so far was delivered (at once when no page is
+    /// loaded).
     virtual void drain(std::function<void()> done) = 0;
 };
 

@@ -22,8 +22,8 @@ public:
     /// Runs `work` on the main thread once `delay` has passed, unless the returned task is destroyed before.
     [[nodiscard]] virtual std::unique_ptr<ScheduledTask> after(std::chrono::milliseconds delay,
                                                                std::function<void()> work) = 0;
-    /// Runs `work` on a background thread, and then what it returned on the main thread; that second step is dropped when
-    /// the returned task is destroyed before.
+    /// Runs `work` on a background thread, and then what it returned on the main thread; that second step is
+    /// dropped when the returned task is destroyed before.
     [[nodiscard]] virtual std::unique_ptr<ScheduledTask>
     inBackground(std::function<std::function<void()>()> work) = 0;
 };

@@ -18,8 +18,8 @@ namespace wendlore {
 class ScheduledTask;
 class Scheduler;
 
-/// The only channel to the editor page. Keeps what the page should show and delivers it whenever the page announces that
-/// it is ready, so a page that crashed comes back with the user's text.
+/// The only channel to the editor page. Keeps what the page should show and delivers it whenever the page
+/// announces that it is ready, so a page that crashed comes back with the user's text.
 class WebEditorController final : public QObject
 {
     Q_OBJECT
@@ -32,7 +32,8 @@ public:
     /// What a command carries along: nothing, a whole number or a text.
     using CommandValue = std::variant<std::monostate, int, QString>;
 
-    WebEditorController(std::unique_ptr<EditorWebView> webView, Scheduler& scheduler, QObject* parent = nullptr);
+    WebEditorController(std::unique_ptr<EditorWebView> webView, Scheduler& scheduler,
+                        QObject* parent = nullptr);
     ~WebEditorController() override;
 
     [[nodiscard]] EditorWebView& webView() const { return *m_webView; }
@@ -44,7 +45,8 @@ public:
     /// The open bucket's root, for the assets that notes refer to.
     void setVaultProvider(VaultProvider provider) { m_vaultProvider = std::move(provider); }
     [[nodiscard]] std::optional<FileURL> vaultRoot() const;
-    /// Who receives the edits of the content that is set next; edits of earlier contents still go to whoever was set then.
+    /// Who receives the edits of the content that is set next; edits of earlier contents still go to whoever
+    /// was set then.
     void setOnChanged(Changed changed) { m_onChanged = std::move(changed); }
     void setOnOpenLink(OpenLink openLink) { m_onOpenLink = std::move(openLink); }
 

@@ -25,8 +25,8 @@ namespace wendlore {
 
 class WebEditorController;
 
-/// The whole workspace: the registered buckets, the open one, its tree, the selection, typography, zoom and history. Views
-/// read it, observe its signals and call its operations; all of it lives on the main thread.
+/// The whole workspace: the registered buckets, the open one, its tree, the selection, typography, zoom and
+/// history. Views read it, observe its signals and call its operations; all of it lives on the main thread.
 class AppState final : public QObject
 {
     Q_OBJECT
@@ -99,7 +99,8 @@ public:
 
     // Files.
     void reloadTree();
-    /// The directory that receives new notes and folders: the selected folder, else the selected file's, else the bucket.
+    /// The directory that receives new notes and folders: the selected folder, else the selected file's, else
+    /// the bucket.
     [[nodiscard]] std::optional<FileURL> activeDirectory() const;
     /// Creates an empty note ("Ny not.md", then numbered) in `folder` or the active directory and selects it.
     void newNote(const std::optional<FileURL>& folder = std::nullopt);
@@ -119,7 +120,8 @@ Q_SIGNALS:
     void editorZoomChanged();
     void themeChanged();
     void historyChanged();
-    /// A file operation is about to move or rename `item` (a folder moves all below it): sessions write what they hold.
+    /// A file operation is about to move or rename `item` (a folder moves all below it): sessions write what
+    /// they hold.
     void aboutToMove(const wendlore::FileURL& item);
     /// `from` lies at `to` now. Edits that were still under way belong to the new place.
     void didMove(const wendlore::FileURL& from, const wendlore::FileURL& to);
@@ -132,7 +134,8 @@ private:
     void appendBookmark(const FileURL& folder);
     void rewriteBookmarks();
     /// Stores `value` and emits `changed`, when it differs from what is there.
-    template <typename Value> void store(Value& field, const Value& value, void (AppState::*changed)());
+    template <typename Value>
+    void store(Value& field, const Value& value, void (AppState::*changed)());
 
     Services m_services;
     std::vector<FileURL> m_vaults;
@@ -149,7 +152,8 @@ private:
     AppTheme m_theme = AppTheme::automatic;
 };
 
-template <typename Value> void AppState::store(Value& field, const Value& value, void (AppState::*changed)())
+template <typename Value>
+void AppState::store(Value& field, const Value& value, void (AppState::*changed)())
 {
     if (field == value)
         return;

@@ -16,7 +16,8 @@ public:
 
     /// Data that finds `folder` again; nothing when the folder is not there.
     [[nodiscard]] virtual std::optional<QByteArray> create(const FileURL& folder) = 0;
-    /// The folder that `bookmark` stands for, also after a rename where it can be found; nothing when it is gone.
+    /// The folder that `bookmark` stands for, also after a rename where it can be found; nothing when it is
+    /// gone.
     [[nodiscard]] virtual std::optional<FileURL> resolve(const QByteArray& bookmark) = 0;
 };
 

@@ -15,7 +15,8 @@ public:
     virtual ~Panels() = default;
 
     /// Lets the user choose one existing folder.
-    [[nodiscard]] virtual std::optional<FileURL> chooseFolder(const QString& prompt, const QString& message) = 0;
+    [[nodiscard]] virtual std::optional<FileURL> chooseFolder(const QString& prompt,
+                                                              const QString& message) = 0;
     /// Lets the user choose one existing file whose name matches one of `patterns` ("*.json").
     [[nodiscard]] virtual std::optional<FileURL> chooseFile(const QString& prompt, const QString& message,
                                                             const QStringList& patterns) = 0;

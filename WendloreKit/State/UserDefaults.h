@@ -8,7 +8,8 @@
 
 namespace wendlore {
 
-/// Per-device settings by key. Every set is written at once; a value of another type, or unreadable, counts as missing.
+/// Per-device settings by key. Every set is written at once; a value of another type, or unreadable, counts
+/// as missing.
 class UserDefaults
 {
 public:

@@ -7,7 +7,8 @@
 
 namespace wendlore {
 
-/// The style of one text level. Sizes and spacings are in points; `lineHeight` is a multiple of the font size.
+/// The style of one text level. Sizes and spacings are in points; `lineHeight` is a multiple of the font
+/// size.
 struct TypographyLevelStyle final
 {
     QString fontFamilyKey; ///< key of a font family; "system" is the system font
@@ -38,7 +39,8 @@ struct TypographyTheme final
 
     /// The theme that is used when none is stored and none is shipped.
     [[nodiscard]] static TypographyTheme standard();
-    /// Reads a theme file. Strict: a missing level or key, or a value of the wrong type, gives nothing; extra keys are ignored.
+    /// Reads a theme file. Strict: a missing level or key, or a value of the wrong type, gives nothing; extra
+    /// keys are ignored.
     [[nodiscard]] static std::optional<TypographyTheme> fromJson(const QByteArray& json);
     /// Compact JSON of the form that `fromJson` reads.
     [[nodiscard]] QByteArray toJson() const;

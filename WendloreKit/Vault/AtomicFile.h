@@ -24,17 +24,20 @@ struct WriteResult final
     [[nodiscard]] bool succeeded() const { return outcome != WriteOutcome::Failed; }
 };
 
-/// The one way this program writes a file. The old bytes or the new ones are there at every moment, also after a kill or
-/// a full disk, and both the bytes and the directory entry have reached the disk when it returns.
+/// The one way this program writes a file. The old bytes or the new ones are there at every moment, also
+/// after a kill or a full disk, and both the bytes and the directory entry have reached the disk when it
+/// returns.
 namespace AtomicFile {
 
-/// Where files that have to be written in place are backed up meanwhile, and where such a backup is found again.
+/// Where files that have to be written in place are backed up meanwhile, and where such a backup is found
+/// again.
 void setBackupDirectory(const FileURL& directory);
 
 /// Makes `url` hold exactly `bytes`. Follows symbolic links; keeps mode, owner and extended attributes.
 [[nodiscard]] WriteResult write(const FileURL& url, const QByteArray& bytes);
 
-/// Creates `url` holding `bytes`, and fails when anything of that name exists, also when it appears meanwhile.
+/// Creates `url` holding `bytes`, and fails when anything of that name exists, also when it appears
+/// meanwhile.
 [[nodiscard]] WriteResult create(const FileURL& url, const QByteArray& bytes);
 
 /// Removes leftovers of interrupted writes that lie directly in `directory`; gives how many there were.

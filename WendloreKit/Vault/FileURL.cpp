@@ -29,18 +29,30 @@ QByteArray lastComponent(const QByteArray& path)
 
 } // namespace
 
-FileURL FileURL::file(const QString& path) { return {withoutTrailingSeparators(path.toUtf8()), false}; }
+FileURL FileURL::file(const QString& path)
+{
+    return {withoutTrailingSeparators(path.toUtf8()), false};
+}
 
-FileURL FileURL::directory(const QString& path) { return {withoutTrailingSeparators(path.toUtf8()), true}; }
+FileURL FileURL::directory(const QString& path)
+{
+    return {withoutTrailingSeparators(path.toUtf8()), true};
+}
 
 FileURL FileURL::fromBytes(QByteArray path, bool isDirectory)
 {
     return {withoutTrailingSeparators(std::move(path)), isDirectory};
 }
 
-QString FileURL::path() const { return QString::fromUtf8(m_path); }
+QString FileURL::path() const
+{
+    return QString::fromUtf8(m_path);
+}
 
-QString FileURL::lastPathComponent() const { return QString::fromUtf8(lastComponent(m_path)); }
+QString FileURL::lastPathComponent() const
+{
+    return QString::fromUtf8(lastComponent(m_path));
+}
 
 QString FileURL::pathExtension() const
 {

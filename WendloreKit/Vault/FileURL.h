@@ -8,9 +8,10 @@
 
 namespace wendlore {
 
-/// An absolute location in the file system: the path's bytes as the kernel gives them, and whether the location
-/// was given as a directory. Equality compares both as written, without normalisation. Copying shares the bytes, so
-/// trees of a hundred thousand locations are cheap. Names that are not UTF-8 stay usable through `bytes()`.
+/// An absolute location in the file system: the path's bytes as the kernel gives them, and whether the
+/// location was given as a directory. Equality compares both as written, without normalisation. Copying
+/// shares the bytes, so trees of a hundred thousand locations are cheap. Names that are not UTF-8 stay usable
+/// through `bytes()`.
 class FileURL final
 {
 public:
@@ -23,7 +24,8 @@ public:
     /// A location from raw path bytes, as read from the file system.
     [[nodiscard]] static FileURL fromBytes(QByteArray path, bool isDirectory);
 
-    /// The path decoded as UTF-8; bytes that are not UTF-8 show as U+FFFD. Never ends in "/" (but for the root).
+    /// The path decoded as UTF-8; bytes that are not UTF-8 show as U+FFFD. Never ends in "/" (but for the
+    /// root).
     [[nodiscard]] QString path() const;
     /// The path's bytes, for system calls.
     [[nodiscard]] const QByteArray& bytes() const { return m_path; }
@@ -32,8 +34,8 @@ public:
 
     /// The last path component ("a.md" of "/b/a.md"; "/" for the root).
     [[nodiscard]] QString lastPathComponent() const;
-    /// The text after the last full stop of the last component, without it: "md" of "a.b.md", empty for "README",
-    /// for ".profile" and for a name that ends in a full stop.
+    /// The text after the last full stop of the last component, without it: "md" of "a.b.md", empty for
+    /// "README", for ".profile" and for a name that ends in a full stop.
     [[nodiscard]] QString pathExtension() const;
     /// The last component without its extension and the full stop before it.
     [[nodiscard]] QString nameWithoutExtension() const;
@@ -43,7 +45,8 @@ public:
     /// This location with `component` (which may hold "/") joined by one separator.
     [[nodiscard]] FileURL appending(const QString& component, bool isDirectory = false) const;
     [[nodiscard]] FileURL appendingBytes(const QByteArray& component, bool isDirectory) const;
-    /// The same location with ".", ".." and repeated separators resolved in the text of the path (no disk access).
+    /// The same location with ".", ".." and repeated separators resolved in the text of the path (no disk
+    /// access).
     [[nodiscard]] FileURL standardized() const;
     /// True when this path is `folder`'s path followed by "/" and more.
     [[nodiscard]] bool isBelow(const FileURL& folder) const;
@@ -60,7 +63,10 @@ public:
     }
 
 private:
-    FileURL(QByteArray path, bool isDirectory) : m_path(std::move(path)), m_isDirectory(isDirectory) {}
+    FileURL(QByteArray path, bool isDirectory)
+        : m_path(std::move(path))
+        , m_isDirectory(isDirectory)
+    {}
 
     QByteArray m_path;
     bool m_isDirectory = false;

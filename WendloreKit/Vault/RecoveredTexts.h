@@ -9,8 +9,9 @@
 
 namespace wendlore {
 
-/// The net beneath the saving rules: before a rule drops text without a copy, the text is kept here, named by note and
-/// time. The folder is capped: entries older than `maximumAgeDays` go, then the oldest until `maximumBytes` fit.
+/// The net beneath the saving rules: before a rule drops text without a copy, the text is kept here, named by
+/// note and time. The folder is capped: entries older than `maximumAgeDays` go, then the oldest until
+/// `maximumBytes` fit.
 class RecoveredTexts final
 {
 public:
@@ -20,8 +21,9 @@ public:
     /// Keeps texts in `directory` (made when first needed). `now` gives the time that names entries.
     explicit RecoveredTexts(FileURL directory, std::function<QDateTime()> now = &QDateTime::currentDateTime);
 
-    /// Keeps `bytes`, which belong to the note at `note`, and logs `reason`. Gives the entry's location; empty when it
-    /// could not be written (logged). Text that the newest entry of that note holds already is not kept twice.
+    /// Keeps `bytes`, which belong to the note at `note`, and logs `reason`. Gives the entry's location;
+    /// empty when it could not be written (logged). Text that the newest entry of that note holds already is
+    /// not kept twice.
     FileURL keep(const FileURL& note, const QByteArray& bytes, const QString& reason);
 
     [[nodiscard]] const FileURL& directory() const { return m_directory; }

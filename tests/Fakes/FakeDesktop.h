@@ -1,0 +1,78 @@
+#pragma once
+
+#include "State/FolderBookmarks.h"
+#include "State/Panels.h"
+#include "State/Workspace.h"
+#include "Vault/FileCoordinator.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QList>
+#include <QStringList>
+
+namespace wendlore {
+
+/// Bookmarks that are the folder's path; they resolve while the folder exists.
+class FakeBookmarks final : public FolderBookmarks
+{
+public:
+    [[nodiscard]] std::optional<QByteArray> create(const FileURL& folder) override
+    {
+        return QFileInfo(folder.path()).isDir() ? std::optional(folder.bytes()) : std::nullopt;
+    }
+    [[nodiscard]] std::optional<FileURL> resolve(const QByteArray& bookmark) override
+    {
+        const auto folder = FileURL::fromBytes(bookmark, true);
+        return QFileInfo(folder.path()).isDir() ? std::optional(folder) : std::nullopt;
+    }
+};
+
+/// Records what was handed to the desktop.
+class FakeWorkspace final : public Workspace
+{
+public:
+    void open(const QUrl& address) override { addresses.append(address); }
+    void open(const FileURL& file) override { files.append(file); }
+    [[nodiscard]] QString computerName() const override { return name; }
+
+    QList<QUrl> addresses;
+    QList<FileURL> files;
+    QString name = QStringLiteral("Annas dator");
+};
+
+/// Answers every panel with what the test chose.
+class FakePanels final : public Panels
+{
+public:
+    [[nodiscard]] std::optional<FileURL> chooseFolder(const QString& prompt, const QString& message) override
+    {
+        shown.append(prompt + QLatin1Char('|') + message);
+        return answer;
+    }
+    [[nodiscard]] std::optional<FileURL> chooseFile(const QString& prompt, const QString& message,
+                                                    const QStringList& patterns) override
+    {
+        shown.append(prompt + QLatin1Char('|') + message + QLatin1Char('|') +
+                     patterns.join(QLatin1Char(' ')));
+        return answer;
+    }
+
+    std::optional<FileURL> answer;
+    QStringList shown;
+};
+
+/// Reads plainly and records what was asked of the cloud service.
+class FakeFileCoordinator final : public FileCoordinator
+{
+public:
+    void startDownloading(const FileURL& url) override { downloads.append(url); }
+    [[nodiscard]] std::optional<QByteArray> readWhole(const FileURL& url) override
+    {
+        QFile file(url.path());
+        return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
+    }
+
+    QList<FileURL> downloads;
+};
+
+} // namespace wendlore

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Editor/EditorWebView.h"
+
+#include <QStringList>
+
+namespace wendlore {
+
+/// A web view without an engine: records what the host does and lets a test post the page's messages.
+class FakeEditorWebView final : public EditorWebView
+{
+public:
+    void setEvents(Events events) override { m_events = std::move(events); }
+    void load(const QString& address) override { loads.append(address); }
+    void evaluate(const QString& script) override { scripts.append(script); }
+
+    void evaluate(const QString& script, Generation shown) override
+    {
+        generation = shown;
+        scripts.append(script);
+    }
+
+    void drain(std::function<void()> done) override { done(); }
+
+    /// Posts a message as the page would, marked with the content that it shows now.
+    void post(const QString& name, const QJsonValue& body = {}) { m_events.message(name, body, generation); }
+    /// Posts a message that was on its way since the page showed an earlier content.
+    void postLate(const QString& name, const QJsonValue& body, Generation shown)
+    {
+        m_events.message(name, body, shown);
+    }
+    void terminateContentProcess() { m_events.contentProcessTerminated(); }
+    void failNavigation() { m_events.navigationFailed(); }
+
+    QStringList loads;
+    QStringList scripts;
+    Generation generation = 0;
+
+private:
+    Events m_events;
+};
+
+} // namespace wendlore

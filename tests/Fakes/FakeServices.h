@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Fakes/FakeDesktop.h"
+#include "Fakes/FakeEditorWebView.h"
+#include "Fakes/ManualScheduler.h"
+#include "Fakes/MemoryDefaults.h"
+#include "State/Services.h"
+#include "Vault/RecoveredTexts.h"
+
+#include <QTemporaryDir>
+
+namespace wendlore {
+
+/// A whole desktop for one test: settings in memory, a clock to turn by hand, a page without an engine.
+class FakeServices final
+{
+public:
+    [[nodiscard]] Services services()
+    {
+        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, [this] {
+                    auto view = std::make_unique<FakeEditorWebView>();
+                    page = view.get();
+                    return view;
+                }};
+    }
+
+    QTemporaryDir stateDirectory;
+    MemoryDefaults defaults;
+    FakeBookmarks bookmarks;
+    FakeFileCoordinator coordinator;
+    FakeWorkspace workspace;
+    FakePanels panels;
+    ManualScheduler scheduler;
+    RecoveredTexts recovered{FileURL::directory(stateDirectory.filePath(QStringLiteral("recovered")))};
+    /// The page made last; it belongs to its controller.
+    FakeEditorWebView* page = nullptr;
+};
+
+} // namespace wendlore
