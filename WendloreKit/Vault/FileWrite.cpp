@@ -19,11 +19,11 @@ constexpr qsizetype blockSize = 256 * 1024;
 
 } // namespace
 
-FileWrite::FileWrite(FileSystemCalls& calls, FileURL backups, const FileURL& url, const QByteArray& bytes)
+FileWrite::FileWrite(FileSystemCalls& calls, FileURL backups, FileURL url, QByteArray bytes)
     : m_calls(calls)
     , m_backups(std::move(backups))
-    , m_url(url)
-    , m_bytes(bytes)
+    , m_url(std::move(url))
+    , m_bytes(std::move(bytes))
     , m_directory(calls)
     , m_target(calls)
 {}

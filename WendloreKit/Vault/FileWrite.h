@@ -17,7 +17,7 @@ class FileWrite final
 public:
     /// Prepares to make `url` hold `bytes`. In-place writes keep their backup in `backups`; without it they
     /// fail.
-    FileWrite(FileSystemCalls& calls, FileURL backups, const FileURL& url, const QByteArray& bytes);
+    FileWrite(FileSystemCalls& calls, FileURL backups, FileURL url, QByteArray bytes);
 
     /// Makes the file hold the bytes, whether it exists or not.
     [[nodiscard]] WriteResult write();
@@ -57,7 +57,7 @@ private:
     FileSystemCalls& m_calls;
     FileURL m_backups;
     FileURL m_url;
-    const QByteArray& m_bytes;
+    QByteArray m_bytes;
 
     QByteArray m_path;
     QByteArray m_name;
