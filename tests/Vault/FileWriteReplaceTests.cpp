@@ -14,6 +14,7 @@ class FileWriteReplaceTests final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void bytesReachTheDiskBeforeTheirNameDoes();
     void aSweepDuringTheWriteSparesIt();
     void aTemporaryFileSweptBeforeItsRenameIsMadeAgain();
     void aTargetThatAppearsWhileCreatingIsKept_data();
@@ -22,6 +23,21 @@ private Q_SLOTS:
     void creatingWorksWithoutCall();
     void aFolderThatCannotBeSyncedIsWrittenTo();
 };
+
+void FileWriteReplaceTests::bytesReachTheDiskBeforeTheirNameDoes()
+{
+    const Bucket bucket({{"A.md", "gammal"}});
+    FaultyCalls calls;
+
+    QVERIFY(FileWrite(calls, {}, bucket.file(u"A.md"_s), "ny").write().succeeded());
+
+    const qsizetype firstSync = calls.made.indexOf("fsync");
+    const qsizetype lastSync = calls.made.lastIndexOf("fsync");
+    const qsizetype naming = calls.made.indexOf("renameat");
+    QVERIFY(calls.made.indexOf("pwrite") < firstSync);
+    QVERIFY(firstSync < naming);
+    QVERIFY(naming < lastSync);
+}
 
 void FileWriteReplaceTests::aSweepDuringTheWriteSparesIt()
 {
