@@ -130,6 +130,8 @@ Q_SIGNALS:
     void aboutToMove(const wendlore::FileURL& item);
     /// `from` lies at `to` now. Edits that were still under way belong to the new place.
     void didMove(const wendlore::FileURL& from, const wendlore::FileURL& to);
+    /// `item` (a folder with all below it) was put into the trash or removed.
+    void didDelete(const wendlore::FileURL& item);
 
 private:
     using Signal = void (AppState::*)();

@@ -10,6 +10,9 @@
 #include <QList>
 #include <QStringList>
 
+#include <functional>
+#include <utility>
+
 namespace wendlore {
 
 /// Bookmarks that are the folder's path; they resolve while the folder exists.
@@ -61,7 +64,8 @@ public:
     QStringList shown;
 };
 
-/// Reads plainly and records what was asked of the cloud service.
+/// Reads plainly and records what was asked of the cloud service. Refuses to read what a test lists, and lets
+/// a test act between a read and its end.
 class FakeFileCoordinator final : public FileCoordinator
 {
 public:
@@ -69,10 +73,16 @@ public:
     [[nodiscard]] std::optional<QByteArray> readWhole(const FileURL& url) override
     {
         QFile file(url.path());
-        return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
+        const bool isReadable = !unreadable.contains(url) && file.open(QIODevice::ReadOnly);
+        const std::optional<QByteArray> bytes = isReadable ? std::optional(file.readAll()) : std::nullopt;
+        if (const auto act = std::exchange(afterNextRead, nullptr))
+            act();
+        return bytes;
     }
 
     QList<FileURL> downloads;
+    QList<FileURL> unreadable;
+    std::function<void()> afterNextRead;
 };
 
 } // namespace wendlore
