@@ -28,6 +28,7 @@ private Q_SLOTS:
     void anEditMadeWhileTheNextNoteIsReadGoesToTheOldNote();
     void anEditMadeAfterTheNoteWasLeftIsWritten();
     void anEditThatCrossesAReloadWins();
+    void severalEditsThatCrossAReloadMakeOneCopy();
     void editsOnBothSidesOfAReloadAreKept();
     void anEditMadeWhileTheNoteIsReadAgainIsWrittenFirst();
     void aReadThatAWriteOvertookIsDoneAgain();
@@ -147,6 +148,22 @@ void EditorSessionSavingTests::anEditThatCrossesAReloadWins()
     f.deactivate();
     QCOMPARE(f.bucket.read(u"A.md"_s), "a12");
     QCOMPARE(f.bucket.names().size(), 2);
+}
+
+void EditorSessionSavingTests::severalEditsThatCrossAReloadMakeOneCopy()
+{
+    EditingFixture f({{"A.md", "a"}});
+    f.open(u"A.md"_s);
+    const auto before = f.page->generation;
+    f.bucket.write(u"A.md"_s, "deras");
+    f.activate();
+
+    f.typeLate(u"a1"_s, before);
+    f.typeLate(u"a12"_s, before);
+
+    QCOMPARE(f.bucket.names(), (QStringList{copyOfA, u"A.md"_s}));
+    QCOMPARE(f.bucket.read(u"A.md"_s), "a12");
+    QCOMPARE(f.shown(), u"a12"_s);
 }
 
 void EditorSessionSavingTests::editsOnBothSidesOfAReloadAreKept()
