@@ -5,6 +5,8 @@
 #include <QTest>
 #include <QThread>
 
+#include <atomic>
+
 using namespace std::chrono_literals;
 using namespace wendlore;
 
@@ -192,7 +194,8 @@ void QtSchedulerTests::endOfTheSchedulerWaitsForItsWork()
         QSemaphore hasBegun;
         const auto task = scheduler.inBackground([&] {
             hasBegun.release();
-            QThread::msleep(20);
+            for (int time = 0; time < 10000; ++time)
+                QThread::yieldCurrentThread();
             isOver = true;
             return [] {};
         });
