@@ -53,5 +53,5 @@ export function post<Name extends keyof MessageBodies>(name: Name, body: Message
 /** Offers `editor` to the host and tells it that the page can be used. */
 export function connect(editor: VaultEditor): void {
   window.VaultEditor = editor;
-  post("ready", {});
+  post('ready', {});
 }

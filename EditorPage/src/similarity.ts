@@ -18,9 +18,9 @@ export function isSameNote(before: string, after: string): boolean {
 
 function sharedText(before: string, after: string): number {
   const lines = new Map<string, number>();
-  for (const line of before.split("\n")) lines.set(line, (lines.get(line) ?? 0) + 1);
+  for (const line of before.split('\n')) lines.set(line, (lines.get(line) ?? 0) + 1);
   let shared = 0;
-  for (const line of after.split("\n")) {
+  for (const line of after.split('\n')) {
     const left = lines.get(line) ?? 0;
     if (left === 0) continue;
     lines.set(line, left - 1);
