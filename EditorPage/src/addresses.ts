@@ -90,7 +90,7 @@ function escapeStrayPercent(path: string): string {
 
 /** The picture that a wiki embed names: a bare name lies in the bucket's `assets` folder. */
 export function embedSource(target: string, base: string): ImageSource {
-  const path = target.includes("/") ? target : `assets/${target}`;
+  const path = target.includes('/') ? target : `assets/${target}`;
   const escaped = path.split('/').map((step) => (step === '..' ? step : encodeURIComponent(step))).join('/');
   return imageSource(escaped, base);
 }

@@ -3,30 +3,29 @@ import DOMPurify from 'dompurify';
 import { imageSource, mayOpen } from './addresses';
 
 /** Elements that only structure or style text. No script, style, form, frame, media, SVG or MathML. */
-export const ALLOWED_TAGS: readonly string[] = [
+export const ALLOWED_TAGS: string[] = [
   ...'a abbr b bdi bdo blockquote br caption cite code col colgroup dd del details dfn div dl dt em'.split(' '),
   ...'figcaption figure h1 h2 h3 h4 h5 h6 hr i img ins kbd li mark ol p pre q rp rt ruby s samp section'.split(' '),
   ...'small span strike strong sub summary sup table tbody td tfoot th thead time tr tt u ul var wbr'.split(' '),
 ];
 
 /** Attributes that carry text or structure; none of them styles, names or runs anything. */
-export const ALLOWED_ATTRIBUTES: readonly string[] = [
+export const ALLOWED_ATTRIBUTES: string[] = [
   ...'align alt colspan datetime dir height href lang open reversed rowspan scope src start title width'.split(' '),
 ];
 
 const POLICY = {
-  ALLOWED_TAGS: [...ALLOWED_TAGS],
-  ALLOWED_ATTR: [...ALLOWED_ATTRIBUTES],
+  ALLOWED_TAGS,
+  ALLOWED_ATTR: ALLOWED_ATTRIBUTES,
   ALLOW_DATA_ATTR: false,
   ALLOW_ARIA_ATTR: false,
   ALLOW_UNKNOWN_PROTOCOLS: false,
   SANITIZE_DOM: true,
-  RETURN_DOM_FRAGMENT: true,
-} as const;
+};
 
 /** HTML of a note as nodes to show: links become inert marks for the click rules, pictures only the bucket's own. */
 export function drawnHtml(html: string, base: string): DocumentFragment {
-  const fragment = DOMPurify.sanitize(html, POLICY);
+  const fragment = DOMPurify.sanitize(html, { ...POLICY, RETURN_DOM_FRAGMENT: true });
   for (const link of fragment.querySelectorAll('a')) makeLinkInert(link);
   for (const image of fragment.querySelectorAll('img')) restrictImage(image, base);
   for (const item of fragment.querySelectorAll('[src]:not(img), [href]')) {
@@ -38,7 +37,7 @@ export function drawnHtml(html: string, base: string): DocumentFragment {
 
 /** HTML of the clipboard as markup that is safe to read into the note. Addresses stay as they are: nothing is drawn from them here. */
 export function pastedHtml(html: string): string {
-  return DOMPurify.sanitize(html, { ...POLICY, RETURN_DOM_FRAGMENT: false });
+  return DOMPurify.sanitize(html, POLICY);
 }
 
 function makeLinkInert(link: HTMLAnchorElement): void {

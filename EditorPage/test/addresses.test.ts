@@ -4,7 +4,7 @@ import { embedSource, imageSource, isPictureName, mayOpen, videoId, videoPlayer 
 
 const base = 'vault://app/index.html';
 
-test("a picture below assets comes from the page's own origin", () => {
+test('a picture below assets is fetched from the page itself', () => {
   for (const [address, src] of [
     ['assets/Bild%201.png', 'vault://app/assets/Bild%201.png'],
     ['assets/Bild 1.png', 'vault://app/assets/Bild%201.png'],

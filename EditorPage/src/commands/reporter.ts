@@ -1,0 +1,16 @@
+/** Tells the host about the formatting at the caret, whenever that changes. */
+import { Plugin, type EditorState } from 'prosemirror-state';
+import { post, type SelectionReport } from '../bridge';
+import { sameReport, selectionReport } from './selection';
+
+/** The plugin that posts "selection". */
+export function selectionReporter(): Plugin {
+  let last: SelectionReport | null = null;
+  const tell = (state: EditorState): void => {
+    const report = selectionReport(state);
+    if (last !== null && sameReport(last, report)) return;
+    last = report;
+    post('selection', report);
+  };
+  return new Plugin({ view: () => ({ update: (view) => tell(view.state) }) });
+}
