@@ -4,12 +4,13 @@ import type { Node } from 'prosemirror-model';
 import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
 import { post, type VaultEditor } from './bridge';
+import { clipboardProps } from './clipboard/index';
 import { commandFor } from './commands/exec';
 import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
 import { SourceDocument } from './source/SourceDocument';
 import { markViews, nodeViews } from './views';
-import { clipboardProps } from './clipboard';
+import { firstPlace } from './views/drawn';
 
 /** Marks transactions that bring the document in step with the text; they are no edits. */
 const FROM_TEXT = 'fromText';
@@ -87,7 +88,8 @@ export class NoteEditor implements VaultEditor {
   }
 
   #freshState(): EditorState {
-    return EditorState.create({ doc: this.#source.doc, plugins: this.#plugins });
+    const { doc } = this.#source;
+    return EditorState.create({ doc, selection: firstPlace(doc), plugins: this.#plugins });
   }
 
   #open(text: string): void {

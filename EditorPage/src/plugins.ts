@@ -7,6 +7,7 @@ import { tableEditing } from 'prosemirror-tables';
 import { typingRules } from './commands/inputRules';
 import { keyPlugins } from './commands/keys';
 import { selectionReporter } from './commands/reporter';
+import { tableShape } from './commands/tableShape';
 import { drawnBlockPlugin } from './views/drawn';
 import { inlineSourceKeys } from './views/inlineSource';
 import { linkClicks } from './views/links';
@@ -28,6 +29,7 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     textDecorations(),
     history(),
     tableEditing(),
+    tableShape(),
     dropCursor({ color: false, class: 'drop-cursor', width: 2 }),
     gapCursor(),
     selectionReporter(),

@@ -1,4 +1,4 @@
-/** The inert, allow-listed reading of HTML that stands in a note or comes from the clipboard. */
+/** The inert, allow-listed reading of HTML that stands in a note. */
 import DOMPurify from 'dompurify';
 import { imageSource, mayOpen } from './addresses';
 
@@ -21,23 +21,28 @@ const POLICY = {
   ALLOW_ARIA_ATTR: false,
   ALLOW_UNKNOWN_PROTOCOLS: false,
   SANITIZE_DOM: true,
-};
+  RETURN_DOM_FRAGMENT: true,
+} as const;
 
 /** HTML of a note as nodes to show: links become inert marks for the click rules, pictures only the bucket's own. */
 export function drawnHtml(html: string, base: string): DocumentFragment {
-  const fragment = DOMPurify.sanitize(html, { ...POLICY, RETURN_DOM_FRAGMENT: true });
+  const fragment = DOMPurify.sanitize(html, POLICY);
   for (const link of fragment.querySelectorAll('a')) makeLinkInert(link);
   for (const image of fragment.querySelectorAll('img')) restrictImage(image, base);
-  for (const item of fragment.querySelectorAll('[src]:not(img), [href]')) {
-    item.removeAttribute('src');
-    item.removeAttribute('href');
+  for (const other of fragment.querySelectorAll('[src]:not(img), [href]')) {
+    other.removeAttribute('src');
+    other.removeAttribute('href');
   }
   return fragment;
 }
 
-/** HTML of the clipboard as markup that is safe to read into the note. Addresses stay as they are: nothing is drawn from them here. */
-export function pastedHtml(html: string): string {
-  return DOMPurify.sanitize(html, POLICY);
+/**
+ * HTML of the clipboard as inert nodes to read into the note. Nothing of it is drawn, so it may keep the styles,
+ * classes and data that say what the text means.
+ */
+export function clipboardHtml(html: string): DocumentFragment {
+  const attributes = [...ALLOWED_ATTRIBUTES, 'class', 'style', 'type'];
+  return DOMPurify.sanitize(html, { ...POLICY, ALLOWED_ATTR: attributes, ALLOW_DATA_ATTR: true });
 }
 
 function makeLinkInert(link: HTMLAnchorElement): void {

@@ -13,12 +13,18 @@ export function insertLink(address: string): Command {
     const href = address.trim();
     if (href === '') return false;
     const range = state.selection.empty ? linkRange(state) : state.selection;
+    if (range === null) return insertInline(state, dispatch, bareLink(href));
     const mark = schema.marks.link.create({ href });
-    if (range === null) return insertInline(state, dispatch, schema.text(href, [mark]));
     if (!state.doc.resolve(range.from).parent.type.allowsMarkType(mark.type)) return false;
     dispatch?.(state.tr.removeMark(range.from, range.to, mark.type).addMark(range.from, range.to, mark).scrollIntoView());
     return true;
   };
+}
+
+/** A link whose text is its address. */
+function bareLink(href: string): Node {
+  const auto = /^(?:https?:\/\/|mailto:)[^\s<>]+$/i.test(href);
+  return schema.text(href, [schema.marks.link.create({ href, auto })]);
 }
 
 /** The extent of the link that the caret stands in. */

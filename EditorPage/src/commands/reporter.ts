@@ -12,5 +12,11 @@ export function selectionReporter(): Plugin {
     last = report;
     post('selection', report);
   };
-  return new Plugin({ view: () => ({ update: (view) => tell(view.state) }) });
+  return new Plugin({
+    view: (view) => {
+      // Made anew with every note; the first time, before the page has said that it is ready.
+      queueMicrotask(() => tell(view.state));
+      return { update: (changed) => tell(changed.state) };
+    },
+  });
 }

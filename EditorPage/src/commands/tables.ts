@@ -1,7 +1,4 @@
-/**
- * Commands for tables. A table of a plain file is a grid whose first row, and no other, is the head, so each
- * command leaves it that way.
- */
+/** Commands for tables. What they leave as the first row becomes the head; see `tableShape`. */
 import { Fragment, type Node } from 'prosemirror-model';
 import { TextSelection, type Command, type EditorState, type Transaction } from 'prosemirror-state';
 import { isInTable, selectedRect, type TableRect } from 'prosemirror-tables';
@@ -32,7 +29,6 @@ export const deleteRows: Command = inTable((rect, tr) => {
   const rows = rowsOf(rect.table);
   if (rect.bottom - rect.top === rows.length) return removeTable(tr, rect);
   tr.delete(rowPos(rect, rect.top), rowPos(rect, rect.bottom));
-  if (rect.top === 0) setRowKind(tr, rect.tableStart, headerType);
 });
 
 /** Deletes the columns that the selection touches. */
@@ -49,10 +45,7 @@ export const toggleHeaderRow: Command = inTable((rect, tr) => {
   if (!head) return;
   const isEmpty = head.textContent === '' && !hasInlineNodes(head);
   if (!isEmpty) addRow(tr, rect, 0);
-  else if (body.length > 0) {
-    tr.delete(rowPos(rect, 0), rowPos(rect, 1));
-    setRowKind(tr, rect.tableStart, headerType);
-  }
+  else if (body.length > 0) tr.delete(rowPos(rect, 0), rowPos(rect, 1));
 });
 
 export const deleteTable: Command = inTable((rect, tr) => removeTable(tr, rect));
@@ -104,9 +97,7 @@ function inTable(change: (rect: TableRect, tr: Transaction) => void): Command {
 }
 
 function addRow(tr: Transaction, rect: TableRect, at: number): void {
-  const row = emptyRow(at === 0, alignments(rect.table));
-  if (at === 0) setRowKind(tr, rect.tableStart, cellType);
-  tr.insert(rowPos(rect, at), row);
+  tr.insert(rowPos(rect, at), emptyRow(at === 0, alignments(rect.table)));
 }
 
 function addColumn(tr: Transaction, rect: TableRect, at: number): void {
@@ -124,14 +115,6 @@ function removeTable(tr: Transaction, rect: TableRect): void {
   if ($pos.parent.childCount === 1) tr.replaceWith(pos, end, schema.nodes.paragraph.create());
   else tr.delete(pos, end);
   tr.setSelection(TextSelection.near(tr.doc.resolve(Math.min(pos, tr.doc.content.size))));
-}
-
-/** Makes every cell of the row at `pos` a head cell or an ordinary one. */
-function setRowKind(tr: Transaction, pos: number, type: typeof cellType): void {
-  const row = tr.doc.nodeAt(pos);
-  row?.forEach((cell, offset) => {
-    if (cell.type !== type) tr.setNodeMarkup(pos + 1 + offset, type, cell.attrs);
-  });
 }
 
 function emptyRow(isHead: boolean, columns: readonly (string | null)[]): Node {

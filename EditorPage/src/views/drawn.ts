@@ -1,8 +1,10 @@
 /** Blocks that show a drawing of their source: the drawing always, the source while the caret is in it. */
 import type { Node } from 'prosemirror-model';
-import { Plugin, TextSelection, type EditorState } from 'prosemirror-state';
+import { Plugin, Selection, TextSelection, type EditorState } from 'prosemirror-state';
 import { Decoration, DecorationSet, type EditorView, type NodeView, type NodeViewConstructor } from 'prosemirror-view';
+import { ancestorOf } from '../commands/selection';
 import { schema } from '../schema';
+import { calloutOf } from '../syntax/callout';
 
 const { nodes } = schema;
 
@@ -111,8 +113,20 @@ export function drawnBlockPlugin(): Plugin {
 
 function openBlock(state: EditorState): DecorationSet | null {
   const { $from, $to } = state.selection;
-  if (!DRAWN.has($from.parent.type) || !$from.sameParent($to)) return null;
-  return DecorationSet.create(state.doc, [Decoration.node($from.before(), $from.after(), { class: 'open' })]);
+  const found = ancestorOf($from, (node) => DRAWN.has(node.type) || calloutOf(node) !== null);
+  if (found === null || $from.sharedDepth($to.pos) < found.depth) return null;
+  const { depth } = found;
+  return DecorationSet.create(state.doc, [Decoration.node($from.before(depth), $from.after(depth), { class: 'open' })]);
+}
+
+/** Where the caret first stands in a note: at its start, but in no block that would open for it. */
+export function firstPlace(doc: Node): Selection {
+  let pos = 0;
+  for (const block of doc.children) {
+    if (!DRAWN.has(block.type) && calloutOf(block) === null) return Selection.near(doc.resolve(pos));
+    pos += block.nodeSize;
+  }
+  return Selection.atStart(doc);
 }
 
 const DIRECTIONS: Readonly<Record<string, 'up' | 'down' | 'left' | 'right'>> = {

@@ -66,9 +66,12 @@ function decorateText(node: Node, pos: number, made: Decoration[]): void {
 function decorateCallout(node: Node, pos: number, callout: Callout, made: Decoration[]): void {
   const [label, tone] = CALLOUTS[callout.kind] ?? [callout.kind, 'plain'];
   const text = pos + 2;
-  const firstLine = (node.firstChild?.firstChild?.text ?? '').split('\n', 1)[0] ?? '';
+  const words = node.firstChild?.firstChild?.text ?? '';
+  const firstLine = words.split('\n', 1)[0] ?? '';
   const hasTitle = firstLine.length > callout.markerLength;
+  // The line end after a marker that stands alone goes with it.
+  const marker = hasTitle || words === firstLine ? callout.markerLength : firstLine.length + 1;
   made.push(Decoration.node(pos, pos + node.nodeSize, { class: 'callout', 'data-tone': tone, ...(hasTitle ? {} : { 'data-title': label }) }));
-  made.push(Decoration.inline(text, text + callout.markerLength, { class: 'callout-marker' }));
+  made.push(Decoration.inline(text, text + marker, { class: 'callout-marker' }));
   if (hasTitle) made.push(Decoration.inline(text + callout.markerLength, text + firstLine.length, { class: 'callout-title' }));
 }
