@@ -109,8 +109,9 @@ export const bridgeTests: Test[] = [
     expectEqual(size, '24px', 'font size');
   }],
   ['the note is a named text field in Swedish', async () => {
-    const { role, lang, spellcheck } = surface() as HTMLElement & { role: string };
-    expectEqual([role, lang, spellcheck, surface().getAttribute('aria-multiline'), surface().getAttribute('aria-label')],
+    const { lang, spellcheck } = surface();
+    const [role, multiline, label] = ['role', 'aria-multiline', 'aria-label'].map((name) => surface().getAttribute(name));
+    expectEqual([role, lang, spellcheck, multiline, label],
       ['textbox', 'sv', true, 'true', 'Anteckning'], 'role and name');
   }],
 ];
