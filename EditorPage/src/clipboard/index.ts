@@ -3,7 +3,7 @@ import { Fragment, Slice, type Node } from 'prosemirror-model';
 import type { EditorProps, EditorView } from 'prosemirror-view';
 import { writeBlock } from '../markdown/write';
 import { schema } from '../schema';
-import type { SourceDocument } from '../source/SourceDocument';
+import { SourceDocument } from '../source/SourceDocument';
 import { pastedHtml } from './pastedHtml';
 import { withPlainTables } from './tables';
 
@@ -15,7 +15,7 @@ export function clipboardProps(source: () => SourceDocument): EditorProps {
     transformPastedHTML: pastedHtml,
     transformPasted: withPlainTables,
     clipboardTextSerializer: (slice, view) => (holdsAll(view) ? source().text : copiedText(slice)),
-    clipboardTextParser: (text, _context, plain) => (plain ? literalText(text) : markdownText(text, source())),
+    clipboardTextParser: (text, _context, plain) => (plain ? literalText(text) : markdownText(text)),
   };
 }
 
@@ -46,9 +46,9 @@ function asBlock(node: Node): Node {
   return node;
 }
 
-/** Pasted Markdown, with its own source kept. */
-function markdownText(text: string, source: SourceDocument): Slice {
-  const nodes = source.adopt(text);
+/** Pasted Markdown as what it says. Fences of dashes at its start are no front matter in the midst of a note. */
+function markdownText(text: string): Slice {
+  const nodes = SourceDocument.load(`\n${text}`).doc.children;
   const open = (node: Node | undefined): number => (node?.type === paragraph ? 1 : 0);
   return new Slice(Fragment.from(nodes), open(nodes[0]), open(nodes.at(-1)));
 }

@@ -1,7 +1,7 @@
 /** Runs commands on notes written as Markdown, where "‹" and "›" stand around what is selected and "‸" at the caret. */
 import { history } from 'prosemirror-history';
-import type { Node } from 'prosemirror-model';
-import { EditorState, NodeSelection, TextSelection, type Command, type Plugin } from 'prosemirror-state';
+import type { Mark, Node } from 'prosemirror-model';
+import { EditorState, TextSelection, type Command, type Plugin, type Transaction } from 'prosemirror-state';
 import type { EditorView } from 'prosemirror-view';
 import { tableShape } from '../../src/commands/tableShape';
 import { schema } from '../../src/schema';
@@ -53,27 +53,28 @@ export function after(command: Command, marked: string): string | null {
 
 /** The note of a state as text, with its selection shown. */
 export function written(source: SourceDocument, state: EditorState): string {
-  const { from, to, empty } = state.selection;
+  const { $from, $to, empty } = state.selection;
   const tr = state.tr.setMeta('addToHistory', false);
-  if (!(state.selection instanceof NodeSelection)) {
-    if (!empty) tr.insertText('›', to);
-    insertMark(tr, from, empty ? '‸' : '‹');
+  if (empty) insertMark(tr, $from.pos, '‸', $from.marks());
+  else {
+    insertMark(tr, $to.pos, '›', $to.nodeBefore?.marks ?? []);
+    insertMark(tr, $from.pos, '‹', $from.nodeAfter?.marks ?? []);
   }
   source.apply(tr.doc);
   return source.text;
 }
 
-function insertMark(tr: EditorState['tr'], pos: number, mark: string): void {
-  if (tr.doc.resolve(pos).parent.inlineContent) tr.insert(pos, schema.text(mark, tr.doc.resolve(pos).marks()));
+function insertMark(tr: Transaction, pos: number, mark: string, marks: readonly Mark[]): void {
+  if (tr.doc.resolve(pos).parent.inlineContent) tr.insert(pos, schema.text(mark, marks));
 }
 
 /** Types letter by letter as input rules see it, without a screen. */
 export function typed(plugin: Plugin, marked: string, text: string): string {
   const { source, state } = situation(marked, [plugin]);
-  const view = { state, composing: false, dispatch: (tr: EditorState['tr']) => (view.state = view.state.apply(tr)) } as unknown as EditorView & { state: EditorState };
+  const view = { state, composing: false, dispatch: (tr: Transaction) => (view.state = view.state.apply(tr)) } as unknown as EditorView & { state: EditorState };
   for (const letter of text) {
     const { from, to } = view.state.selection;
-    const handled = plugin.props.handleTextInput?.call(plugin, view, from, to, letter, () => view.state.tr);
+    const handled = plugin.props.handleTextInput?.call(plugin, view, from, to, letter, () => view.state.tr) ?? false;
     if (!handled) view.dispatch(view.state.tr.insertText(letter));
   }
   return written(source, view.state);
