@@ -15,7 +15,7 @@ const cases: readonly (readonly [string, string | number | undefined, string, st
   ['wikilink', 'Not', 'a\n', 'a[[Not]]\n'],
   ['image', 'assets/a.png', 'a\n', 'a![](assets/a.png)\n'],
   ['youtube', 'https://youtu.be/dQw4w9WgXcQ', '', '![](https://youtu.be/dQw4w9WgXcQ)'],
-  ['addRowAfter', undefined, '| a | b |\n| --- | --- |\n| c | d |\n', '| a | b |\n| --- | --- |\n| c | d |\n|  |  |\n'],
+  ['addRowAfter', undefined, '| a | b |\n| --- | --- |\n| c | d |\n', '| a | b |\n| --- | --- |\n| c | d |\n| | |\n'],
 ];
 
 export const commandTests: Test[] = cases.map(([command, value, before, after]) => [
