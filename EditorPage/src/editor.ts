@@ -10,7 +10,7 @@ import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
 import { SourceDocument } from './source/SourceDocument';
 import { markViews, nodeViews } from './views';
-import { firstPlace } from './views/drawn';
+import { firstPlace, lastPlace } from './views/drawn';
 
 /** Marks transactions that bring the document in step with the text; they are no edits. */
 const FROM_TEXT = 'fromText';
@@ -24,10 +24,11 @@ export class NoteEditor implements VaultEditor {
   #placed = true;
 
   constructor(root: HTMLElement) {
-    this.#plugins = editorPlugins({ definitionFor: (label) => this.#source.definitionFor(label) });
+    const context = { definitionFor: (label: string) => this.#source.definitionFor(label) };
+    this.#plugins = editorPlugins(context);
     this.view = new EditorView(root, {
       state: this.#freshState(),
-      nodeViews,
+      nodeViews: nodeViews(context),
       markViews,
       attributes: {
         role: 'textbox',
@@ -82,7 +83,7 @@ export class NoteEditor implements VaultEditor {
   focus(): void {
     if (!this.#placed) {
       const { state } = this.view;
-      this.view.dispatch(state.tr.setSelection(Selection.atEnd(state.doc)).scrollIntoView());
+      this.view.dispatch(state.tr.setSelection(lastPlace(state.doc)).scrollIntoView());
     }
     this.view.focus();
   }

@@ -8,15 +8,11 @@ import { typingRules } from './commands/inputRules';
 import { keyPlugins } from './commands/keys';
 import { selectionReporter } from './commands/reporter';
 import { tableShape } from './commands/tableShape';
+import type { NoteContext } from './views/context';
 import { drawnBlockPlugin } from './views/drawn';
 import { inlineSourceKeys } from './views/inlineSource';
 import { linkClicks } from './views/links';
 import { textDecorations } from './views/textDecorations';
-
-/** What the plugins ask of the note's text. */
-export interface NoteContext {
-  definitionFor(label: string): { url: string } | null;
-}
 
 /** All plugins, in the order in which they see keys and clicks. */
 export function editorPlugins(context: NoteContext): Plugin[] {
@@ -24,7 +20,7 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     typingRules(),
     drawnBlockPlugin(),
     inlineSourceKeys(),
-    ...keyPlugins(),
+    ...keyPlugins(context),
     linkClicks(context),
     textDecorations(),
     history(),

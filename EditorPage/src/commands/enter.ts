@@ -69,3 +69,14 @@ function replaceBlock(state: EditorState, $pos: ResolvedPos, node: Node, offset:
   const tr = state.tr.replaceWith($pos.before(), $pos.after(), node);
   return tr.setSelection(TextSelection.near(tr.doc.resolve($pos.before() + offset))).scrollIntoView();
 }
+
+/** Arrow down at the end of a note that ends in code: a paragraph below it. */
+export const belowLastCode: Command = (state, dispatch) => {
+  const { $from, empty } = state.selection;
+  const isLast = $from.depth === 1 && $from.index(0) === state.doc.childCount - 1;
+  if (!empty || !isLast || $from.parent.type !== nodes.code_block || $from.parentOffset < $from.parent.content.size) return false;
+  const end = state.doc.content.size;
+  const tr = state.tr.insert(end, nodes.paragraph.create());
+  dispatch?.(tr.setSelection(TextSelection.create(tr.doc, end + 1)).scrollIntoView());
+  return true;
+};

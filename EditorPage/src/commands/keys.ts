@@ -7,8 +7,10 @@ import { Fragment } from 'prosemirror-model';
 import type { Command, Plugin } from 'prosemirror-state';
 import { goToNextCell } from 'prosemirror-tables';
 import { schema } from '../schema';
+import type { NoteContext } from '../views/context';
+import { openAtCaret } from '../views/links';
 import { setHeading, setParagraph, toggleBlockquote } from './blocks';
-import { leaveCodeBlock, lineBreak, openCodeBlock, openTable } from './enter';
+import { belowLastCode, leaveCodeBlock, lineBreak, openCodeBlock, openTable } from './enter';
 import { alone } from './history';
 import { backspaceInItem, liftItem, sinkItem, splitItem, toggleList, toggleTask } from './lists';
 import { toggleBold, toggleCode, toggleHighlight, toggleItalic, toggleStrike } from './marks';
@@ -71,11 +73,12 @@ const editing: Record<string, Command> = {
   Delete: deleteAll,
   Tab: chainCommands(goToNextCell(1), tabPastEnd, tabInCode, sinkItem, tabInList),
   'Shift-Tab': chainCommands(goToNextCell(-1), liftItem),
+  ArrowDown: belowLastCode,
   'Alt-ArrowUp': alone(moveBlock(-1)),
   'Alt-ArrowDown': alone(moveBlock(1)),
 };
 
 /** The key maps of the editor, most particular first. */
-export function keyPlugins(): Plugin[] {
-  return [keymap({ ...formatting, ...editing }), keymap(baseKeymap)];
+export function keyPlugins(context: NoteContext): Plugin[] {
+  return [keymap({ ...formatting, ...editing, 'Alt-Enter': openAtCaret(context) }), keymap(baseKeymap)];
 }

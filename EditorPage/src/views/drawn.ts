@@ -5,6 +5,8 @@ import { Decoration, DecorationSet, type EditorView, type NodeView, type NodeVie
 import { ancestorOf } from '../commands/selection';
 import { schema } from '../schema';
 import { calloutOf } from '../syntax/callout';
+import type { NoteContext } from './context';
+import { followLink } from './links';
 
 const { nodes } = schema;
 
@@ -33,15 +35,20 @@ class DrawnBlock implements NodeView {
     private view: EditorView,
     private getPos: () => number | undefined,
     private kind: DrawnKind,
+    context: NoteContext,
   ) {
     this.dom.className = `drawn ${kind.className}`;
     this.#drawing.className = 'drawing';
     this.#drawing.contentEditable = 'false';
     this.#drawing.addEventListener('mousedown', (event) => this.#openSource(event));
+    this.#drawing.addEventListener('click', (event) => {
+      if (event.target instanceof Element && event.target.closest('a')) event.preventDefault();
+      followLink(event, context);
+    });
     const pre = document.createElement('pre');
     this.contentDOM = pre.appendChild(document.createElement('code'));
     pre.spellcheck = false;
-    this.dom.append(pre, this.#drawing);
+    this.dom.append(this.#drawing, pre);
     this.#redraw();
   }
 
@@ -57,7 +64,7 @@ class DrawnBlock implements NodeView {
   }
 
   ignoreMutation(mutation: { target: globalThis.Node }): boolean {
-    return this.#isInDrawing(mutation.target) || mutation.target === this.dom;
+    return this.#isInDrawing(mutation.target);
   }
 
   #isInDrawing(target: EventTarget | null): boolean {
@@ -97,8 +104,8 @@ class DrawnBlock implements NodeView {
 }
 
 /** The node view of a drawn kind. */
-export function drawnBlock(kind: DrawnKind): NodeViewConstructor {
-  return (node, view, getPos) => new DrawnBlock(node, view, getPos, kind);
+export function drawnBlock(kind: DrawnKind, context: NoteContext): NodeViewConstructor {
+  return (node, view, getPos) => new DrawnBlock(node, view, getPos, kind, context);
 }
 
 /** Opens the block that holds the caret, and lets the arrow keys step into closed ones. */
@@ -119,14 +126,21 @@ function openBlock(state: EditorState): DecorationSet | null {
   return DecorationSet.create(state.doc, [Decoration.node($from.before(depth), $from.after(depth), { class: 'open' })]);
 }
 
-/** Where the caret first stands in a note: at its start, but in no block that would open for it. */
+/** Where the caret first stands in a note: in its first text, but in no block that would open for it. */
 export function firstPlace(doc: Node): Selection {
   let pos = 0;
   for (const block of doc.children) {
-    if (!DRAWN.has(block.type) && calloutOf(block) === null) return Selection.near(doc.resolve(pos));
+    const opens = DRAWN.has(block.type) || calloutOf(block) !== null;
+    const place = opens ? null : Selection.findFrom(doc.resolve(pos), 1, true);
+    if (place !== null) return place;
     pos += block.nodeSize;
   }
   return Selection.atStart(doc);
+}
+
+/** Where writing goes on in a note: at the end of its last text. */
+export function lastPlace(doc: Node): Selection {
+  return Selection.findFrom(doc.resolve(doc.content.size), -1, true) ?? Selection.atEnd(doc);
 }
 
 const DIRECTIONS: Readonly<Record<string, 'up' | 'down' | 'left' | 'right'>> = {

@@ -18,6 +18,6 @@ export const footnoteView: NodeViewConstructor = (first) => {
       label.textContent = node.attrs.label as string;
       return true;
     },
-    ignoreMutation: (mutation) => mutation.type !== 'selection' && !body.contains(mutation.target),
+    ignoreMutation: (mutation) => label.contains(mutation.target),
   };
 };

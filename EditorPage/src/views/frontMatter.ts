@@ -1,5 +1,5 @@
 /** Front matter: one quiet line that says what is in it, and the source when the caret goes there. */
-import { drawnBlock } from './drawn';
+import type { DrawnKind } from './drawn';
 
 const MOST_NAMES = 4;
 
@@ -16,7 +16,7 @@ export function summaryOf(source: string): string {
   return `Egenskaper: ${shown}${names.length > MOST_NAMES ? ' …' : ''}`;
 }
 
-export const frontMatterView = drawnBlock({
+export const frontMatter: DrawnKind = {
   className: 'front-matter',
   label: 'Egenskaper',
   draw: (place, source) => {
@@ -25,4 +25,4 @@ export const frontMatterView = drawnBlock({
     summary.textContent = summaryOf(source);
     place.append(summary);
   },
-});
+};

@@ -1,9 +1,9 @@
 /** HTML of a note, drawn from an inert, allow-listed reading of it. */
 import { drawnHtml } from '../sanitise';
-import { drawnBlock } from './drawn';
+import type { DrawnKind } from './drawn';
 
-export const htmlBlockView = drawnBlock({
+export const htmlBlock: DrawnKind = {
   className: 'html-drawing',
   label: 'HTML',
   draw: (place, source) => place.replaceChildren(drawnHtml(source, document.baseURI)),
-});
+};

@@ -73,10 +73,11 @@ class InlineSource implements NodeView {
     field.setAttribute('aria-label', this.kind.label);
     field.spellcheck = false;
     field.value = this.kind.read(this.node);
-    field.size = Math.max(4, field.value.length + 1);
-    field.addEventListener('input', () => (field.size = Math.max(4, field.value.length + 1)));
+    field.size = fieldSize(field);
+    // Every letter counts at once: the note may be left at any moment.
+    field.addEventListener('input', () => this.#take(field));
     field.addEventListener('keydown', (event) => this.#key(event));
-    field.addEventListener('blur', () => this.#close(true));
+    field.addEventListener('blur', () => this.#close());
     this.#field = field;
     this.#drawing.hidden = true;
     this.dom.append(field);
@@ -87,24 +88,31 @@ class InlineSource implements NodeView {
   #key(event: KeyboardEvent): void {
     if (event.isComposing || (event.key !== 'Enter' && event.key !== 'Escape')) return;
     event.preventDefault();
-    this.#close(event.key === 'Enter');
+    this.#close();
     this.view.focus();
   }
 
-  #close(keep: boolean): void {
+  #take(field: HTMLInputElement): void {
+    field.size = fieldSize(field);
+    const pos = this.getPos();
+    const attrs = field.value.trim() === '' ? null : this.kind.write(field.value);
+    if (pos === undefined || attrs === null) return;
+    this.view.dispatch(this.view.state.tr.setNodeMarkup(pos, undefined, { ...this.node.attrs, ...attrs }));
+  }
+
+  /** Closes the field, with the caret after the node. A node whose source was emptied goes. */
+  #close(): void {
     const field = this.#field;
+    const pos = this.getPos();
     if (field === null) return;
     this.#field = null;
-    const source = field.value;
     field.remove();
     this.#drawing.hidden = false;
-    const pos = this.getPos();
-    if (!keep || pos === undefined || source === this.kind.read(this.node)) return;
-    const attrs = source.trim() === '' ? null : this.kind.write(source);
+    if (pos === undefined) return;
+    const isEmpty = field.value.trim() === '';
     const tr = this.view.state.tr;
-    if (attrs === null) tr.delete(pos, pos + 1);
-    else tr.setNodeMarkup(pos, undefined, { ...this.node.attrs, ...attrs });
-    const after = Math.min(pos + 1, tr.doc.content.size);
+    if (isEmpty) tr.delete(pos, pos + 1);
+    const after = Math.min(isEmpty ? pos : pos + 1, tr.doc.content.size);
     this.view.dispatch(closeHistory(tr.setSelection(Selection.near(tr.doc.resolve(after)))));
   }
 
@@ -119,6 +127,10 @@ class InlineSource implements NodeView {
       this.#drawing.textContent = source;
     }
   }
+}
+
+function fieldSize(field: HTMLInputElement): number {
+  return Math.max(4, field.value.length + 1);
 }
 
 /** The node view of an inline kind. Double click, or Enter with the node selected, opens the source. */

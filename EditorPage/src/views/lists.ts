@@ -37,8 +37,8 @@ class TaskItem implements NodeView {
     return event.target === this.#box;
   }
 
-  ignoreMutation(mutation: { target: globalThis.Node; type: string }): boolean {
-    return mutation.type !== 'selection' && !this.contentDOM.contains(mutation.target);
+  ignoreMutation(mutation: { target: globalThis.Node }): boolean {
+    return mutation.target === this.#box;
   }
 
   #show(): void {
@@ -59,18 +59,10 @@ class TaskItem implements NodeView {
   }
 }
 
-class PlainItem implements NodeView {
-  readonly dom = document.createElement('li');
-  readonly contentDOM = this.dom;
+const plainItem: NodeViewConstructor = (first) => {
+  const dom = document.createElement('li');
+  return { dom, contentDOM: dom, update: (node) => node.type === first.type && node.attrs.checked === null };
+};
 
-  constructor(private node: Node) {}
-
-  update(node: Node): boolean {
-    if (node.type !== this.node.type || node.attrs.checked !== null) return false;
-    this.node = node;
-    return true;
-  }
-}
-
-export const listItemView: NodeViewConstructor = (node, view, getPos) =>
-  node.attrs.checked === null ? new PlainItem(node) : new TaskItem(node, view, getPos);
+export const listItemView: NodeViewConstructor = (node, view, getPos, ...more) =>
+  node.attrs.checked === null ? plainItem(node, view, getPos, ...more) : new TaskItem(node, view, getPos);

@@ -1,6 +1,6 @@
 /** Formulas, drawn by KaTeX. It builds elements itself, so neither markup nor inline styles need to be allowed. */
 import katex from 'katex';
-import { drawnBlock } from './drawn';
+import type { DrawnKind } from './drawn';
 import { inlineSource } from './inlineSource';
 
 /** Limits keep a note from strangers from filling the screen or running for ever. */
@@ -10,11 +10,11 @@ function draw(place: HTMLElement, source: string, displayMode: boolean): void {
   if (source.trim() !== '') katex.render(source, place, { ...LIMITS, displayMode });
 }
 
-export const mathBlockView = drawnBlock({
+export const mathBlock: DrawnKind = {
   className: 'math-drawing',
   label: 'Formel',
   draw: (place, source) => draw(place, source, true),
-});
+};
 
 export const mathInlineView = inlineSource({
   className: 'math-inline',

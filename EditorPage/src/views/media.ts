@@ -1,7 +1,8 @@
 /** Pictures, embeds and videos. Pictures come from the bucket only; nothing is fetched from elsewhere before it is asked for. */
 import type { Node } from 'prosemirror-model';
 import { embedSource, imageSource, isPictureName, videoPlayer, type ImageSource } from '../addresses';
-import { inlineSource } from './inlineSource';
+import type { NoteContext } from './context';
+import type { InlineKind } from './inlineSource';
 
 interface Shown {
   source: ImageSource;
@@ -59,17 +60,20 @@ function videoCard(id: string): HTMLElement {
   return card;
 }
 
-/** A picture's address and what is said of it. The field holds the address. */
-export const imageView = inlineSource({
-  className: 'image',
-  label: 'Bildens adress',
-  read: (node) => node.attrs.src as string,
-  write: (source) => ({ src: source.trim() }),
-  draw: (place, source, node) => {
-    const words = wordsFor(node.attrs.alt as string, source);
-    showPicture(place, { source: imageSource(source, document.baseURI), words, width: null });
-  },
-});
+/** A picture, by its own address or that of a definition. The field holds the address. */
+export function pictureKind(context: NoteContext): InlineKind {
+  const address = ({ attrs }: Node): string => (attrs.label === null ? (attrs.src as string) : (context.definitionFor(attrs.label as string)?.url ?? ''));
+  return {
+    className: 'image',
+    label: 'Bildens adress',
+    read: address,
+    write: (source) => ({ src: source.trim(), reference: null, label: null }),
+    draw: (place, source, node) => {
+      const words = wordsFor(node.attrs.alt as string, source);
+      showPicture(place, { source: imageSource(source, document.baseURI), words, width: null });
+    },
+  };
+}
 
 function wordsFor(alt: string, address: string): string {
   if (alt !== '') return alt;
@@ -86,7 +90,7 @@ function lastStep(address: string): string {
 }
 
 /** `![[picture.png|300]]` as the picture, and `![[Note]]` as a link to it. */
-export const embedView = inlineSource({
+export const embedKind: InlineKind = {
   className: 'embed',
   label: 'Inbäddat',
   read: wikiSource,
@@ -101,7 +105,7 @@ export const embedView = inlineSource({
     const width = alias !== null && /^\d{1,4}(?:x\d{1,4})?$/.test(alias) ? Number.parseInt(alias, 10) : null;
     showPicture(place, { source: embedSource(name, document.baseURI), words: `Bild: ${lastStep(name)}`, width });
   },
-});
+};
 
 function embedLink(target: string, alias: string | null): HTMLElement {
   const link = document.createElement('a');
