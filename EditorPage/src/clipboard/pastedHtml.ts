@@ -6,8 +6,7 @@ const BLOCKS = 'address,blockquote,dd,div,dl,dt,figcaption,figure,h1,h2,h3,h4,h5
 /** The same content as safe markup with plain tags and without the white space that HTML does not show. */
 export function pastedHtml(html: string): string {
   const fragment = clipboardHtml(html);
-  // What this editor copied itself is exact already.
-  if (fragment.querySelector('[data-pm-slice]') === null) {
+  if (!isOwnCopy(html)) {
     for (const styled of [...fragment.querySelectorAll<HTMLElement>('[style]')]) styleToTags(styled);
     collapseBlanks(fragment);
   }
@@ -15,6 +14,11 @@ export function pastedHtml(html: string): string {
   const holder = document.implementation.createHTMLDocument('').createElement('div');
   holder.append(fragment);
   return holder.innerHTML;
+}
+
+/** Whether the HTML was copied from a note: it is exact already, down to where the selection began and ended. */
+export function isOwnCopy(html: string): boolean {
+  return html.includes('data-pm-slice');
 }
 
 /** Says with tags what office programs and web editors say with styles; bold tags that are not bold go. */

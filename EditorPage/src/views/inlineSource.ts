@@ -144,7 +144,8 @@ export function inlineSourceKeys(): Plugin {
     props: {
       handleKeyDown: (view, event) => {
         const { selection } = view.state;
-        if (event.key !== 'Enter' || !(selection instanceof NodeSelection) || !selection.node.isInline) return false;
+        const isPlain = !event.altKey && !event.ctrlKey && !event.metaKey && !event.shiftKey;
+        if (event.key !== 'Enter' || !isPlain || !(selection instanceof NodeSelection) || !selection.node.isInline) return false;
         view.nodeDOM(selection.from)?.dispatchEvent(new Event(OPEN_SOURCE));
         return true;
       },
