@@ -57,7 +57,7 @@ function holdsAll({ state }: EditorView): boolean {
 /** Selected content as Markdown; a piece of one line as that line without what it stands in. */
 export function copiedText(slice: Slice): string {
   let { content, openStart, openEnd } = slice;
-  while (content.childCount === 1 && openStart > 1 && openEnd > 1) {
+  while (content.childCount === 1 && content.firstChild!.childCount === 1 && openStart > 1 && openEnd > 1) {
     content = content.firstChild!.content;
     openStart--;
     openEnd--;

@@ -39,8 +39,7 @@ const TEXT_STYLES: readonly (readonly [RegExp, string])[] = [
 export function textDecorations(): Plugin {
   return blockDecorations('textDecorations', (block, pos) => {
     const made: Decoration[] = [];
-    decorateNode(block, pos, made);
-    block.descendants((node, offset) => decorateNode(node, pos + 1 + offset, made));
+    if (decorateNode(block, pos, made)) block.descendants((node, offset) => decorateNode(node, pos + 1 + offset, made));
     return made;
   });
 }
