@@ -61,7 +61,7 @@ public:
 
     [[nodiscard]] Expansion at(UChar32 character) const
     {
-        if (character < tableEnd)
+        if (character >= 0 && character < tableEnd)
             return m_low[static_cast<std::size_t>(character)];
         const bool isPunctuation =
             (character >= 0x2010 && character <= 0x2027) || (character >= 0x2030 && character <= 0x203A);
@@ -146,6 +146,8 @@ SearchNeedle::SearchNeedle(std::string_view query, FoldingRule rule, ByteScanner
 
 SearchNeedle::Verdict SearchNeedle::verify(std::string_view text, std::size_t candidate) const
 {
+    if (continues(text[candidate]))
+        return Verdict::differs;
     const ExpansionTable& table = ExpansionTable::of(m_rule);
     if (std::size_t place = candidate; !table.at(nextCharacter(text, place)).isPlain)
         return Verdict::unsure;

@@ -181,6 +181,8 @@ void SearchNeedleTests::givesTheFirstLineThatMatches_data()
     QTest::newRow("vertical tab and form feed") << QByteArray("ett\vanna\ftre") << QByteArray("anna");
     QTest::newRow("byte order mark") << QByteArray("\uFEFFanna\n") << QByteArray("anna");
     QTest::newRow("odd line first") << QByteArray("👨anna\u0301\nx anna") << QByteArray("x anna");
+    QTest::newRow("bytes of a line end that look like the query's")
+        << QByteArray("k\u2028\u0327\u212Bnna anna") << QByteArray("\u0327\u212Bnna anna");
     QTest::newRow("NUL") << QByteArray("a\0anna", 6) << QByteArray("a\0anna", 6);
 }
 
