@@ -74,11 +74,13 @@ private:
     {
         EditorWebView::Generation generation;
         Changed changed;
+        bool isSent = false;
     };
 
     void receive(const QString& name, const QJsonValue& body, EditorWebView::Generation generation);
     void pageIsReady();
     void pageChanged(const QString& text, EditorWebView::Generation generation);
+    void pageSelects(const ToolbarState& state);
     void pageOpensLink(const QJsonValue& body);
     void sendContent();
     void reloadSoon();

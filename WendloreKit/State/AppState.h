@@ -7,7 +7,8 @@
 //   buckets                             State/AppState+Buckets.cpp
 //   back and forward                    State/AppState+History.cpp
 //   typography                          State/AppState+Typography.cpp
-//   tree, new notes, renaming           Vault/AppState+Files.cpp
+//   the open bucket's tree              Vault/AppState+Tree.cpp
+//   new notes, renaming                 Vault/AppState+Files.cpp
 
 #include "State/AppTheme.h"
 #include "State/NavigationHistory.h"
@@ -19,6 +20,8 @@
 #include <QObject>
 
 #include <optional>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace wendlore {
@@ -97,11 +100,13 @@ public:
     /// Lets the user choose a theme file; a file that is no theme changes nothing.
     void importTypographyTheme();
 
-    // Files.
+    // The open bucket's tree.
     void reloadTree();
     /// The directory that receives new notes and folders: the selected folder, else the selected file's, else
     /// the bucket.
     [[nodiscard]] std::optional<FileURL> activeDirectory() const;
+
+    // Files.
     /// Creates an empty note ("Ny not.md", then numbered) in `folder` or the active directory and selects it.
     void newNote(const std::optional<FileURL>& folder = std::nullopt);
     /// Renames an item; its extension is kept. Does nothing for a blank name or one that is taken.
@@ -127,15 +132,33 @@ Q_SIGNALS:
     void didMove(const wendlore::FileURL& from, const wendlore::FileURL& to);
 
 private:
+    using Signal = void (AppState::*)();
+
+    /// While one lives, signals wait; the end of the outermost one emits them, each once, when everything
+    /// that belongs together has been stored.
+    class Operation final
+    {
+    public:
+        explicit Operation(AppState& state);
+        ~Operation();
+        Q_DISABLE_COPY_MOVE(Operation)
+
+    private:
+        AppState& m_state;
+    };
+
     void restoreTypography();
     void restoreZoom();
     void recordHistory(const std::optional<FileURL>& previous);
     void applyHistoryEntry(const std::optional<FileURL>& entry);
+    void openBucket(const std::optional<FileURL>& bucket);
     void appendBookmark(const FileURL& folder);
     void rewriteBookmarks();
     /// Stores `value` and emits `changed`, when it differs from what is there.
     template <typename Value>
-    void store(Value& field, const Value& value, void (AppState::*changed)());
+    void store(Value& field, std::type_identity_t<Value> value, Signal changed);
+    /// Emits `changed` at the end of the operation that is under way, or at once when there is none.
+    void noteChange(Signal changed);
 
     Services m_services;
     std::vector<FileURL> m_vaults;
@@ -150,15 +173,17 @@ private:
     bool m_isNavigatingHistory = false;
     std::unique_ptr<WebEditorController> m_editorController;
     AppTheme m_theme = AppTheme::automatic;
+    int m_operations = 0;
+    std::vector<Signal> m_changes;
 };
 
 template <typename Value>
-void AppState::store(Value& field, const Value& value, void (AppState::*changed)())
+void AppState::store(Value& field, std::type_identity_t<Value> value, Signal changed)
 {
     if (field == value)
         return;
-    field = value;
-    Q_EMIT(this->*changed)();
+    field = std::move(value);
+    noteChange(changed);
 }
 
 } // namespace wendlore

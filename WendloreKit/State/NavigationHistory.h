@@ -22,8 +22,9 @@ public:
     [[nodiscard]] bool canGoForward() const { return m_index >= 0 && m_index < count() - 1; }
 
     /// Records that `current` is shown after `previous`; a cleared or unchanged selection is not recorded,
-    /// the forward part is discarded, and an immediate repeat of the last entry is suppressed.
-    void record(const std::optional<FileURL>& previous, const std::optional<FileURL>& current);
+    /// the forward part is discarded, and an immediate repeat of the last entry is suppressed. Tells whether
+    /// anything was recorded.
+    bool record(const std::optional<FileURL>& previous, const std::optional<FileURL>& current);
     /// Steps back to the nearest entry that still exists, removing vanished ones on the way. Gives the entry
     /// to show, or nothing when none is left in that direction.
     [[nodiscard]] std::optional<FileURL> back(const Exists& exists);

@@ -42,8 +42,8 @@ struct TypographyTheme final
     /// Reads a theme file. Strict: a missing level or key, or a value of the wrong type, gives nothing; extra
     /// keys are ignored.
     [[nodiscard]] static std::optional<TypographyTheme> fromJson(const QByteArray& json);
-    /// Compact JSON of the form that `fromJson` reads.
-    [[nodiscard]] QByteArray toJson() const;
+    /// Compact JSON of the form that `fromJson` reads; nothing when a number is not finite.
+    [[nodiscard]] std::optional<QByteArray> toJson() const;
 
     friend bool operator==(const TypographyTheme&, const TypographyTheme&) = default;
 };

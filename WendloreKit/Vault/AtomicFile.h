@@ -7,12 +7,16 @@
 
 namespace wendlore {
 
+class RecoveredTexts;
+
 /// How a write ended.
 enum class WriteOutcome {
     Unchanged, ///< the file held these bytes already; nothing was written
     Replaced,  ///< a new file took the old one's place (or there was none) in one step
     InPlace,   ///< written into the existing file, because replacing it would have lost links or ownership
-    Failed     ///< the old bytes are still there
+    /// The new bytes are not safely on the disk. The old ones are still there; where even that failed,
+    /// `error` names the backup that holds them.
+    Failed
 };
 
 /// What a write did. `error` is empty unless the write failed.
@@ -32,6 +36,10 @@ namespace AtomicFile {
 /// Where files that have to be written in place are backed up meanwhile, and where such a backup is found
 /// again.
 void setBackupDirectory(const FileURL& directory);
+
+/// Ends the in-place writes that a kill cut off, once at start-up. What cannot be ended, because the file was
+/// changed since, is put into `recovered`. Gives how many there were.
+int settleInterruptedWrites(RecoveredTexts& recovered);
 
 /// Makes `url` hold exactly `bytes`. Follows symbolic links; keeps mode, owner and extended attributes.
 [[nodiscard]] WriteResult write(const FileURL& url, const QByteArray& bytes);

@@ -1,5 +1,7 @@
 #include "Vault/FileURL.h"
 
+#include "Vault/FileName.h"
+
 #include <QList>
 
 namespace wendlore {
@@ -13,13 +15,6 @@ QByteArray withoutTrailingSeparators(QByteArray path)
         --length;
     path.truncate(length);
     return path;
-}
-
-/// Where the extension's full stop stands in `name`, or -1 when the name has no extension.
-qsizetype extensionStop(QByteArrayView name)
-{
-    const qsizetype stop = name.lastIndexOf('.');
-    return stop <= 0 || stop == name.size() - 1 ? -1 : stop;
 }
 
 QByteArray lastComponent(const QByteArray& path)
@@ -56,16 +51,12 @@ QString FileURL::lastPathComponent() const
 
 QString FileURL::pathExtension() const
 {
-    const QByteArray name = lastComponent(m_path);
-    const qsizetype stop = extensionStop(name);
-    return stop < 0 ? QString() : QString::fromUtf8(name.mid(stop + 1));
+    return QString::fromUtf8(extensionOf(lastComponent(m_path)));
 }
 
 QString FileURL::nameWithoutExtension() const
 {
-    const QByteArray name = lastComponent(m_path);
-    const qsizetype stop = extensionStop(name);
-    return QString::fromUtf8(stop < 0 ? name : name.left(stop));
+    return QString::fromUtf8(withoutExtension(lastComponent(m_path)));
 }
 
 FileURL FileURL::deletingLastPathComponent() const

@@ -29,6 +29,7 @@ public:
     [[nodiscard]] const FileURL& directory() const { return m_directory; }
 
 private:
+    [[nodiscard]] FileURL createEntry(const FileURL& note, const QByteArray& bytes) const;
     void enforceLimits() const;
 
     FileURL m_directory;

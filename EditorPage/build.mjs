@@ -1,0 +1,71 @@
+// Builds the editor page, or its tests.
+//   node build.mjs [--out DIR]   the page, into ../WendloreKit/Resources/dist
+//   node build.mjs --tests       every test/**/*.test.ts, into ../build/page-tests
+import { build } from 'esbuild';
+import { cp, mkdir, readdir, rm } from 'node:fs/promises';
+import { existsSync } from 'node:fs';
+import path from 'node:path';
+import { fileURLToPath } from 'node:url';
+
+const here = path.dirname(fileURLToPath(import.meta.url));
+const inPage = (...parts) => path.join(here, ...parts);
+
+async function filesBelow(folder, suffix) {
+  if (!existsSync(folder)) return [];
+  const found = [];
+  for (const entry of await readdir(folder, { withFileTypes: true })) {
+    const full = path.join(folder, entry.name);
+    if (entry.isDirectory()) found.push(...(await filesBelow(full, suffix)));
+    else if (entry.name.endsWith(suffix)) found.push(full);
+  }
+  return found.sort();
+}
+
+async function buildPage(out) {
+  await rm(out, { recursive: true, force: true });
+  await mkdir(out, { recursive: true });
+  const entryPoints = [inPage('src/index.ts'), inPage('src/style/index.css')].filter((file) => existsSync(file));
+  await build({
+    entryPoints,
+    outdir: out,
+    entryNames: '[name]',
+    assetNames: 'files/[name]',
+    bundle: true,
+    minify: true,
+    format: 'iife',
+    target: 'chrome102',
+    charset: 'utf8',
+    legalComments: 'none',
+    logLevel: 'warning',
+    loader: { '.svg': 'text', '.woff2': 'file', '.woff': 'empty', '.ttf': 'empty' },
+  });
+  await cp(inPage('src/index.html'), path.join(out, 'index.html'));
+}
+
+async function buildTests() {
+  const out = inPage('../build/page-tests');
+  await rm(out, { recursive: true, force: true });
+  await build({
+    entryPoints: await filesBelow(inPage('test'), '.test.ts'),
+    outdir: out,
+    outbase: inPage('test'),
+    outExtension: { '.js': '.mjs' },
+    chunkNames: 'shared/[name]-[hash]',
+    bundle: true,
+    splitting: true,
+    format: 'esm',
+    platform: 'node',
+    target: 'node18',
+    mainFields: ['module', 'main'],
+    sourcemap: 'inline',
+    logLevel: 'warning',
+    loader: { '.svg': 'text' },
+  });
+}
+
+const args = process.argv.slice(2);
+if (args.includes('--tests')) await buildTests();
+else {
+  const at = args.indexOf('--out');
+  await buildPage(at >= 0 ? path.resolve(args[at + 1]) : inPage('../WendloreKit/Resources/dist'));
+}

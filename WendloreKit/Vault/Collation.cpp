@@ -1,0 +1,55 @@
+#include "Vault/Collation.h"
+
+#include <unicode/coll.h>
+#include <unicode/stringpiece.h>
+
+namespace wendlore {
+
+namespace {
+
+/// The rules for `locale`, which names no charset: "sv_SE". Never leaves the choice of the locale to ICU,
+/// which would take the "C" locale's own order with all capitals first.
+icu::Locale collationLocale(const QByteArray& locale)
+{
+    const QByteArray language = locale.left(locale.indexOf('.'));
+    return language.isEmpty() || language == "C" || language == "POSIX"
+               ? icu::Locale::getRoot()
+               : icu::Locale::createCanonical(language.constData());
+}
+
+icu::StringPiece piece(QByteArrayView text)
+{
+    return {text.data(), static_cast<int32_t>(text.size())};
+}
+
+} // namespace
+
+NameOrder::NameOrder(const QByteArray& locale)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    m_collator.reset(icu::Collator::createInstance(collationLocale(locale), status));
+    if (U_FAILURE(status))
+        qFatal("the collation rules of ICU are missing: %s", u_errorName(status));
+    m_collator->setStrength(icu::Collator::SECONDARY);
+    m_collator->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
+    m_collator->setAttribute(UCOL_NORMALIZATION_MODE, UCOL_ON, status);
+}
+
+NameOrder::~NameOrder() = default;
+
+std::weak_ordering NameOrder::compare(QByteArrayView left, QByteArrayView right) const
+{
+    UErrorCode status = U_ZERO_ERROR;
+    return m_collator->compareUTF8(piece(left), piece(right), status) <=> 0;
+}
+
+QByteArray NameOrder::userLocale()
+{
+    for (const char* name : {"LC_ALL", "LC_COLLATE", "LANG"}) {
+        if (const QByteArray value = qgetenv(name); !value.isEmpty())
+            return value;
+    }
+    return {};
+}
+
+} // namespace wendlore

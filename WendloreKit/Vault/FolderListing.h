@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Vault/FileURL.h"
+
+#include <vector>
+
+namespace wendlore {
+
+/// One visible entry of a folder.
+struct FolderEntry final
+{
+    QByteArray name;
+    bool isDirectory = false; ///< a directory itself, no link to one
+};
+
+/// Whether a location that is a symbolic link may be listed as the folder that it leads to.
+enum class FollowLink { Yes, No };
+
+/// The entries of `folder` whose names do not begin with a full stop, in the order of their names' bytes.
+/// Empty when the folder cannot be read.
+[[nodiscard]] std::vector<FolderEntry> visibleEntries(const FileURL& folder, FollowLink followLink);
+
+} // namespace wendlore

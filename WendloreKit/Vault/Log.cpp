@@ -1,0 +1,7 @@
+#include "Vault/Log.h"
+
+namespace wendlore {
+
+Q_LOGGING_CATEGORY(filesLog, "wendlore.files")
+
+} // namespace wendlore

@@ -1,0 +1,92 @@
+#include "Fakes/Bucket.h"
+#include "Fakes/FakeServices.h"
+#include "State/AppState.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace wendlore;
+
+class AppStateTreeTests final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void reloadingWithoutABucketLeavesAnEmptyTree();
+    void reloadingShowsWhatIsOnDiskNow();
+    void reloadingAnUnchangedBucketTellsNobody();
+    void reloadingKeepsTheSelection();
+    void newItemsGoToTheSelectedFolderThenTheFilesThenTheBucket();
+};
+
+void AppStateTreeTests::reloadingWithoutABucketLeavesAnEmptyTree()
+{
+    FakeServices desktop;
+    AppState state(desktop.services());
+
+    state.reloadTree();
+
+    QVERIFY(state.fileTree().empty());
+    QVERIFY(!state.activeDirectory());
+}
+
+void AppStateTreeTests::reloadingShowsWhatIsOnDiskNow()
+{
+    const Bucket bucket({{"A.md", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    bucket.write(u"B.md"_s, {});
+    const QSignalSpy changed(&state, &AppState::fileTreeChanged);
+
+    state.reloadTree();
+
+    QCOMPARE(state.fileTree().size(), 2);
+    QCOMPARE(changed.count(), 1);
+}
+
+void AppStateTreeTests::reloadingAnUnchangedBucketTellsNobody()
+{
+    const Bucket bucket({{"A.md", ""}, {"Mapp/B.md", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    const QSignalSpy changed(&state, &AppState::fileTreeChanged);
+
+    state.reloadTree();
+
+    QCOMPARE(changed.count(), 0);
+}
+
+void AppStateTreeTests::reloadingKeepsTheSelection()
+{
+    const Bucket bucket({{"A.md", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    state.setSelectedFile(bucket.file(u"A.md"_s));
+    bucket.remove(u"A.md"_s);
+
+    state.reloadTree();
+
+    QCOMPARE(state.selectedFile(), bucket.file(u"A.md"_s));
+}
+
+void AppStateTreeTests::newItemsGoToTheSelectedFolderThenTheFilesThenTheBucket()
+{
+    const Bucket bucket({{"Mapp/A.md", ""}, {"Annan/", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    QCOMPARE(state.activeDirectory(), bucket.root());
+
+    state.setSelectedFile(bucket.file(u"Mapp/A.md"_s));
+    QCOMPARE(state.activeDirectory(), bucket.folder(u"Mapp"_s));
+
+    state.setSelectedFolder(bucket.folder(u"Annan"_s));
+    QCOMPARE(state.activeDirectory(), bucket.folder(u"Annan"_s));
+}
+
+QTEST_GUILESS_MAIN(AppStateTreeTests)
+#include "AppStateTreeTests.moc"
