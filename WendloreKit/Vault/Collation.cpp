@@ -11,7 +11,7 @@ namespace {
 /// which would take the "C" locale's own order with all capitals first.
 icu::Locale collationLocale(const QByteArray& locale)
 {
-    const QByteArray language = locale.left(locale.indexOf('.'));
+    const QByteArray language = locale.split('.').constFirst();
     return language.isEmpty() || language == "C" || language == "POSIX"
                ? icu::Locale::getRoot()
                : icu::Locale::createCanonical(language.constData());
@@ -41,6 +41,20 @@ std::weak_ordering NameOrder::compare(QByteArrayView left, QByteArrayView right)
 {
     UErrorCode status = U_ZERO_ERROR;
     return m_collator->compareUTF8(piece(left), piece(right), status) <=> 0;
+}
+
+QByteArray NameOrder::sortKey(QByteArrayView text) const
+{
+    const icu::UnicodeString decoded = icu::UnicodeString::fromUTF8(piece(text));
+    QByteArray key(128, Qt::Uninitialized);
+    const auto bytes = [&key] { return reinterpret_cast<uint8_t*>(key.data()); };
+    const int32_t size = m_collator->getSortKey(decoded, bytes(), static_cast<int32_t>(key.size()));
+    if (size > key.size()) {
+        key.resize(size);
+        m_collator->getSortKey(decoded, bytes(), size);
+    }
+    key.truncate(size);
+    return key;
 }
 
 QByteArray NameOrder::userLocale()
