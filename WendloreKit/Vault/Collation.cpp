@@ -28,6 +28,11 @@ NameOrder::NameOrder(const QByteArray& locale)
 {
     UErrorCode status = U_ZERO_ERROR;
     m_collator.reset(icu::Collator::createInstance(collationLocale(locale), status));
+    if (U_FAILURE(status)) {
+        // The environment names no locale at all: any text can stand there.
+        status = U_ZERO_ERROR;
+        m_collator.reset(icu::Collator::createInstance(icu::Locale::getRoot(), status));
+    }
     if (U_FAILURE(status))
         qFatal("the collation rules of ICU are missing: %s", u_errorName(status));
     m_collator->setStrength(icu::Collator::SECONDARY);
