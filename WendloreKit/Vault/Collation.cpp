@@ -1,5 +1,7 @@
 #include "Vault/Collation.h"
 
+#include <QList>
+
 #include <unicode/coll.h>
 #include <unicode/stringpiece.h>
 

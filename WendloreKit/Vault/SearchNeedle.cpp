@@ -134,6 +134,7 @@ SearchNeedle::SearchNeedle(std::string_view query, FoldingRule rule, ByteScanner
         return m_form.toUTF8String(bytes);
     }();
     m_spansLines = lineEnd(form, 0) != form.size();
+    m_hasControls = std::ranges::any_of(m_codePoints, [](char32_t character) { return character < 0x20; });
     // A query that begins with a mark matches only where the mark stands alone: rare enough to look at every
     // line.
     if (m_codePoints.empty() || isCombiningMark(static_cast<UChar32>(m_codePoints.front())) ||
@@ -159,7 +160,7 @@ SearchNeedle::Verdict SearchNeedle::verify(std::string_view text, std::size_t ca
         std::size_t place = start;
         const Expansion expansion = table.at(nextCharacter(text, place));
         if (!expansion.isPlain)
-            return Verdict::unsure;
+            return besideOddCharacter(text[start]);
         units += expansion.isMark ? 0 : 1;
     }
     if (start > 0) {
@@ -170,6 +171,12 @@ SearchNeedle::Verdict SearchNeedle::verify(std::string_view text, std::size_t ca
             return Verdict::unsure;
     }
     return compareFrom(text, start);
+}
+
+SearchNeedle::Verdict SearchNeedle::besideOddCharacter(char first) const
+{
+    // Line ends and other controls are no part of an ordinary query.
+    return static_cast<Byte>(first) < 0x20 && !m_hasControls ? Verdict::differs : Verdict::unsure;
 }
 
 SearchNeedle::Verdict SearchNeedle::differAt(char32_t wanted, char32_t found)
@@ -188,16 +195,19 @@ SearchNeedle::Verdict SearchNeedle::compareFrom(std::string_view text, std::size
     for (std::size_t matched = 0; matched < m_codePoints.size();) {
         if (place >= text.size())
             return Verdict::differs;
+        const std::size_t character = place;
         const Expansion expansion = table.at(nextCharacter(text, place));
-        if (!expansion.isPlain || (expansion.isMark && isAfterMark))
+        if (!expansion.isPlain)
+            return besideOddCharacter(text[character]);
+        if (expansion.isMark && isAfterMark)
             return Verdict::unsure;
-        for (const char32_t character : {expansion.base, expansion.mark}) {
-            if (character == 0)
+        for (const char32_t part : {expansion.base, expansion.mark}) {
+            if (part == 0)
                 continue;
             if (matched == m_codePoints.size())
                 return Verdict::differs;
-            if (m_codePoints[matched] != character)
-                return differAt(m_codePoints[matched], character);
+            if (m_codePoints[matched] != part)
+                return differAt(m_codePoints[matched], part);
             ++matched;
         }
         isAfterMark = expansion.isMark || expansion.mark != 0;

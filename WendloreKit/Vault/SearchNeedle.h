@@ -40,6 +40,7 @@ private:
 
     [[nodiscard]] Verdict verify(std::string_view text, std::size_t candidate) const;
     [[nodiscard]] Verdict compareFrom(std::string_view text, std::size_t start) const;
+    [[nodiscard]] Verdict besideOddCharacter(char first) const;
     [[nodiscard]] static Verdict differAt(char32_t wanted, char32_t found);
     [[nodiscard]] bool lineHolds(std::string_view line) const;
 
@@ -49,6 +50,7 @@ private:
     ByteScanner m_scanner;
     int m_unitsBefore = 0;
     bool m_spansLines = false;
+    bool m_hasControls = false;
 };
 
 } // namespace wendlore
