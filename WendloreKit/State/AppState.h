@@ -8,7 +8,9 @@
 //   back and forward                    State/AppState+History.cpp
 //   typography                          State/AppState+Typography.cpp
 //   the open bucket's tree              Vault/AppState+Tree.cpp
-//   new notes, renaming                 Vault/AppState+Files.cpp
+//   new notes and folders, deleting     Vault/AppState+Files.cpp
+//   renaming, moving                    Vault/AppState+Moves.cpp
+//   following links                     Vault/AppState+Links.cpp
 
 #include "State/AppTheme.h"
 #include "State/NavigationHistory.h"
@@ -26,6 +28,7 @@
 
 namespace wendlore {
 
+class UndoRegistrar;
 class WebEditorController;
 
 /// The whole workspace: the registered buckets, the open one, its tree, the selection, typography, zoom and
@@ -106,13 +109,33 @@ public:
     /// the bucket.
     [[nodiscard]] std::optional<FileURL> activeDirectory() const;
 
-    // Files.
+    // Files. Nothing here tells the user of a failure.
     /// Creates an empty note ("Ny not.md", then numbered) in `folder` or the active directory and selects it.
     void newNote(const std::optional<FileURL>& folder = std::nullopt);
+    /// Creates the note `name` (which may hold folders, made when missing) below `folder`, with its name as
+    /// heading, and selects it. What a file of that name holds is replaced, and kept as a recovered text.
+    void createNote(const QString& name, const FileURL& folder);
+    /// Creates a folder ("Ny mapp", then numbered) in `folder`.
+    void newFolder(const FileURL& folder);
     /// Renames an item; its extension is kept. Does nothing for a blank name or one that is taken.
     void renameFile(const FileURL& item, const QString& newName);
-    /// Acts on a link inside a note that is no web address.
+    /// Moves an item into `folder`, and leaves the way back in `undo`. Does nothing when the name is taken
+    /// there, or for a folder that would end inside itself.
+    void moveFile(const FileURL& item, const FileURL& folder, UndoRegistrar* undo = nullptr);
+    /// Puts an item into the trash, or removes it where there is none.
+    void deleteFile(const FileURL& item);
+    /// Copies an outside file into the bucket's "assets" folder. Gives the link to it from the bucket's root.
+    [[nodiscard]] std::optional<QString> importAsset(const FileURL& file);
+
+    // Links.
+    /// Follows a link inside a note that is no web address. `allowCreate` makes a missing note.
     void openLink(const QString& text, const std::optional<FileURL>& linkingNote, bool allowCreate);
+    /// Selects the note of that name, wherever it lies, or makes it in the bucket's root.
+    void openNote(const QString& name);
+    /// Shows a file that a shown document links to, or opens it with its own program.
+    void openLinkedFile(const FileURL& file);
+    /// Selects a file of the open bucket, as a host asks for it.
+    void revealFile(const FileURL& file);
 
 Q_SIGNALS:
     void vaultsChanged();
@@ -125,11 +148,13 @@ Q_SIGNALS:
     void editorZoomChanged();
     void themeChanged();
     void historyChanged();
-    /// A file operation is about to move or rename `item` (a folder moves all below it): sessions write what
-    /// they hold.
+    /// A file operation is about to move, rename or delete `item` (a folder with all below it): sessions
+    /// write what they hold.
     void aboutToMove(const wendlore::FileURL& item);
     /// `from` lies at `to` now. Edits that were still under way belong to the new place.
     void didMove(const wendlore::FileURL& from, const wendlore::FileURL& to);
+    /// `item` (a folder with all below it) was put into the trash or removed.
+    void didDelete(const wendlore::FileURL& item);
 
 private:
     using Signal = void (AppState::*)();
@@ -152,6 +177,10 @@ private:
     void recordHistory(const std::optional<FileURL>& previous);
     void applyHistoryEntry(const std::optional<FileURL>& entry);
     void openBucket(const std::optional<FileURL>& bucket);
+    void selectNewNote(const FileURL& note);
+    void writeNewNote(const FileURL& note, const QString& heading);
+    void followMove(const FileURL& from, const FileURL& to);
+    void openNoteName(const QString& name, bool allowCreate);
     void appendBookmark(const FileURL& folder);
     void rewriteBookmarks();
     /// Stores `value` and emits `changed`, when it differs from what is there.

@@ -40,7 +40,7 @@ std::vector<FolderEntry> visibleEntries(const FileURL& folder, FollowLink follow
         for (ssize_t offset = 0; offset < size;) {
             const auto& entry = *reinterpret_cast<const dirent64*>(batch + offset);
             if (entry.d_name[0] != '.')
-                entries.push_back({entry.d_name, isDirectory(descriptor, entry)});
+                entries.push_back({entry.d_name, isDirectory(descriptor, entry), entry.d_ino});
             offset += entry.d_reclen;
         }
     }

@@ -11,6 +11,7 @@ struct FolderEntry final
 {
     QByteArray name;
     bool isDirectory = false; ///< a directory itself, no link to one
+    quint64 inode = 0;        ///< as the folder lists it; of a mount point it is the covered directory's
 };
 
 /// Whether a location that is a symbolic link may be listed as the folder that it leads to.

@@ -4,7 +4,9 @@
 #include "State/Panels.h"
 #include "State/Workspace.h"
 #include "Vault/FileCoordinator.h"
+#include "Vault/Trash.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QList>
@@ -73,6 +75,24 @@ public:
     }
 
     QList<FileURL> downloads;
+};
+
+/// A trash that is a folder, as long as it works.
+class FakeTrash final : public Trash
+{
+public:
+    explicit FakeTrash(FileURL directory)
+        : folder(std::move(directory))
+    {}
+
+    [[nodiscard]] bool put(const FileURL& item) override
+    {
+        QDir().mkpath(folder.path());
+        return isWorking && QFile::rename(item.path(), folder.appending(item.lastPathComponent()).path());
+    }
+
+    FileURL folder;
+    bool isWorking = true;
 };
 
 } // namespace wendlore

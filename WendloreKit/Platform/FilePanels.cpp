@@ -1,0 +1,57 @@
+#include "Platform/FilePanels.h"
+
+#include "Vault/DiskEntry.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+void setTexts(QFileDialog& dialog, const QString& prompt, const QString& message)
+{
+    dialog.setWindowTitle(message);
+    dialog.setLabelText(QFileDialog::Accept, prompt);
+    dialog.setLabelText(QFileDialog::Reject, u"Avbryt"_s);
+    dialog.setLabelText(QFileDialog::LookIn, u"Sök i:"_s);
+    dialog.setLabelText(QFileDialog::FileName, u"Namn:"_s);
+    dialog.setLabelText(QFileDialog::FileType, u"Filtyp:"_s);
+}
+
+/// Shows the dialog until the user has chosen; nothing when there is nothing of that kind at the chosen
+/// place.
+std::optional<FileURL> choose(QFileDialog& dialog, DiskEntry kind)
+{
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    const QByteArray path = QFile::encodeName(dialog.selectedFiles().constFirst());
+    const auto chosen = FileURL::fromBytes(path, kind == DiskEntry::Folder);
+    return diskEntry(chosen) == kind ? std::optional(chosen) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<FileURL> FilePanels::chooseFolder(const QString& prompt, const QString& message)
+{
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    setTexts(dialog, prompt, message);
+    return choose(dialog, DiskEntry::Folder);
+}
+
+std::optional<FileURL> FilePanels::chooseFile(const QString& prompt, const QString& message,
+                                              const QStringList& patterns)
+{
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(patterns);
+    setTexts(dialog, prompt, message);
+    return choose(dialog, DiskEntry::File);
+}
+
+} // namespace wendlore

@@ -1,0 +1,72 @@
+#include "Platform/QtScheduler.h"
+
+#include <QPointer>
+#include <QtConcurrent>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace wendlore {
+
+namespace {
+
+/// Enough that a read from a file server that does not answer leaves threads for the others.
+constexpr int minimumThreads = 4;
+
+class TimerTask final : public ScheduledTask
+{
+public:
+    explicit TimerTask(QTimer* timer)
+        : m_timer(timer)
+    {}
+    ~TimerTask() override
+    {
+        if (!m_timer)
+            return;
+        m_timer->stop();
+        m_timer->deleteLater(); // its work may be what destroys this task
+    }
+
+private:
+    QPointer<QTimer> m_timer;
+};
+
+/// Lives as long as somebody waits for the result.
+class BackgroundTask final : public ScheduledTask
+{
+public:
+    [[nodiscard]] std::weak_ptr<bool> token() const { return m_token; }
+
+private:
+    std::shared_ptr<bool> m_token = std::make_shared<bool>(true);
+};
+
+} // namespace
+
+QtScheduler::QtScheduler()
+{
+    m_threads.setMaxThreadCount(std::max(minimumThreads, QThread::idealThreadCount()));
+}
+
+std::unique_ptr<ScheduledTask> QtScheduler::after(std::chrono::milliseconds delay, std::function<void()> work)
+{
+    auto* timer = new QTimer(&m_context);
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
+    QObject::connect(timer, &QTimer::timeout, timer, std::move(work));
+    timer->start(delay);
+    return std::make_unique<TimerTask>(timer);
+}
+
+std::unique_ptr<ScheduledTask> QtScheduler::inBackground(std::function<std::function<void()>()> work)
+{
+    auto task = std::make_unique<BackgroundTask>();
+    QtConcurrent::run(&m_threads, std::move(work))
+        .then(&m_context, [token = task->token()](const std::function<void()>& deliver) {
+            if (!token.expired() && deliver)
+                deliver();
+        });
+    return task;
+}
+
+} // namespace wendlore

@@ -1,0 +1,114 @@
+#include "Platform/FilePanels.h"
+
+#include "Fakes/Bucket.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QStandardPaths>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace wendlore;
+
+namespace {
+
+/// Does `work` with the dialog that will be open next.
+void inNextDialog(const std::function<void(QFileDialog&)>& work)
+{
+    QTimer::singleShot(0, qApp, [work] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            qFatal("no file dialog is open");
+        work(*dialog);
+    });
+}
+
+} // namespace
+
+class FilePanelsTests final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void folderPanelSaysWhatIsAsked();
+    void chosenFolderIsGiven();
+    void cancelledPanelGivesNothing();
+    void filePanelOffersFilesOfItsKind();
+    void chosenFileIsGiven();
+};
+
+void FilePanelsTests::folderPanelSaysWhatIsAsked()
+{
+    QStringList texts;
+    bool isForFolders = false;
+    inNextDialog([&](QFileDialog& dialog) {
+        texts = {dialog.windowTitle(), dialog.labelText(QFileDialog::Accept),
+                 dialog.labelText(QFileDialog::Reject)};
+        isForFolders =
+            dialog.fileMode() == QFileDialog::Directory && dialog.testOption(QFileDialog::ShowDirsOnly);
+        dialog.reject();
+    });
+
+    QVERIFY(!FilePanels().chooseFolder(u"Välj bucket"_s, u"Välj en mapp."_s));
+
+    QCOMPARE(texts, (QStringList{u"Välj en mapp."_s, u"Välj bucket"_s, u"Avbryt"_s}));
+    QVERIFY(isForFolders);
+}
+
+void FilePanelsTests::chosenFolderIsGiven()
+{
+    const Bucket place({{"Mapp med å/", ""}});
+    inNextDialog([&](QFileDialog& dialog) {
+        dialog.setDirectory(place.root().path());
+        dialog.selectFile(place.folder(u"Mapp med å"_s).path());
+        static_cast<QDialog&>(dialog).accept();
+    });
+
+    QCOMPARE(FilePanels().chooseFolder(u"Välj"_s, u"Välj"_s), place.folder(u"Mapp med å"_s));
+}
+
+void FilePanelsTests::cancelledPanelGivesNothing()
+{
+    inNextDialog([&](QFileDialog& dialog) { dialog.reject(); });
+
+    QVERIFY(!FilePanels().chooseFile(u"Välj"_s, u"Välj"_s, {u"*.json"_s}));
+}
+
+void FilePanelsTests::filePanelOffersFilesOfItsKind()
+{
+    QStringList filters;
+    bool isForFiles = false;
+    inNextDialog([&](QFileDialog& dialog) {
+        filters = dialog.nameFilters();
+        isForFiles = dialog.fileMode() == QFileDialog::ExistingFile;
+        dialog.reject();
+    });
+
+    QVERIFY(!FilePanels().chooseFile(u"Importera"_s, u"Välj en wendlore-theme.json"_s, {u"*.json"_s}));
+
+    QCOMPARE(filters, QStringList{u"*.json"_s});
+    QVERIFY(isForFiles);
+}
+
+void FilePanelsTests::chosenFileIsGiven()
+{
+    const Bucket place({{"tema.json", "{}"}});
+    inNextDialog([&](QFileDialog& dialog) {
+        dialog.setDirectory(place.root().path());
+        dialog.selectFile(place.file(u"tema.json"_s).path());
+        static_cast<QDialog&>(dialog).accept();
+    });
+
+    QCOMPARE(FilePanels().chooseFile(u"Importera"_s, u"Välj"_s, {u"*.json"_s}), place.file(u"tema.json"_s));
+}
+
+int main(int argc, char* argv[])
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication application(argc, argv);
+    FilePanelsTests tests;
+    return QTest::qExec(&tests, argc, argv);
+}
+#include "FilePanelsTests.moc"
