@@ -5,8 +5,8 @@
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 
+#include <cstdlib>
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace wendlore {
@@ -34,12 +34,18 @@ icu::BreakIterator& characterBreaks()
 
 } // namespace
 
-FoldingRule foldingRule(std::string_view localeName)
+FoldingRule foldingRule(std::string_view locale)
 {
-    const icu::Locale locale =
-        localeName.empty() ? icu::Locale::getDefault() : icu::Locale(std::string(localeName).c_str());
-    const std::string_view language = locale.getLanguage();
-    return language == "tr" || language == "az" ? FoldingRule::turkic : FoldingRule::standard;
+    return locale.starts_with("tr") || locale.starts_with("az") ? FoldingRule::turkic : FoldingRule::standard;
+}
+
+FoldingRule userFoldingRule()
+{
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        if (const char* value = std::getenv(name); value && *value)
+            return foldingRule(value);
+    }
+    return FoldingRule::standard;
 }
 
 icu::UnicodeString caselessForm(const icu::UnicodeString& text, FoldingRule rule)

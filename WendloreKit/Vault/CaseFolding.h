@@ -9,8 +9,10 @@ namespace wendlore {
 /// Which letters the dotted and the dotless i belong to: Turkish and Azeri keep them apart in their own way.
 enum class FoldingRule { standard, turkic };
 
-/// The rule of the user's locale ("sv_SE"; an empty name takes the environment's).
-[[nodiscard]] FoldingRule foldingRule(std::string_view localeName);
+/// The rule of a locale as the environment names it ("sv_SE.UTF-8").
+[[nodiscard]] FoldingRule foldingRule(std::string_view locale);
+/// The rule of the locale that the user has chosen for letters.
+[[nodiscard]] FoldingRule userFoldingRule();
 
 /// The text in the form in which texts that differ only in case or in the way accents are encoded are equal:
 /// decomposed, fully case folded, decomposed again.
