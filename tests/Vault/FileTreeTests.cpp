@@ -363,7 +363,9 @@ void FileTreeTests::noDescriptorsAreLeftOpen()
     for (int number = 0; number < 50; ++number)
         bucket.write(u"%1/%1/A.md"_s.arg(number), {});
     const auto openDescriptors = [] {
-        return QDir(u"/proc/self/fd"_s).entryList(QDir::System | QDir::Files).size();
+        return QDir(u"/proc/self/fd"_s)
+            .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
+            .size();
     };
     const auto before = openDescriptors();
 
