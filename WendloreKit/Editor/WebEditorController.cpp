@@ -57,7 +57,7 @@ void WebEditorController::setContent(const QString& text)
     if (!m_shown.empty() && !m_shown.back().isSent)
         m_shown.pop_back();
     m_desiredContent = text;
-    m_shown.push_back({++m_generation, m_onChanged});
+    m_shown.push_back({++m_generation, m_onChanged, m_onOpenLink});
     if (m_isReady)
         sendContent();
 }
@@ -130,7 +130,7 @@ void WebEditorController::receive(const QString& name, const QJsonValue& body,
     else if (name == "selection"_L1 && body.isObject())
         pageSelects(ToolbarState::fromMessage(body.toObject()));
     else if (name == "openLink"_L1)
-        pageOpensLink(body);
+        pageOpensLink(body, generation);
 }
 
 void WebEditorController::pageIsReady()
@@ -147,16 +147,13 @@ void WebEditorController::pageIsReady()
 
 void WebEditorController::pageChanged(const QString& text, EditorWebView::Generation generation)
 {
-    const bool isCurrent = generation == m_generation;
-    const auto shown = std::ranges::find(m_shown, generation, &Shown::generation);
-    if (shown == m_shown.end() && !isCurrent)
+    const std::optional<Shown> content = shown(generation);
+    if (!content)
         return;
-    if (isCurrent)
+    if (generation == m_generation)
         m_desiredContent = text;
-    // The receiver may put a new content into the page, so it is called as a copy.
-    const Changed changed = shown == m_shown.end() ? m_onChanged : shown->changed;
-    if (changed)
-        changed(text);
+    if (content->changed)
+        content->changed(text);
 }
 
 void WebEditorController::pageSelects(const ToolbarState& state)
@@ -167,11 +164,23 @@ void WebEditorController::pageSelects(const ToolbarState& state)
     Q_EMIT stateChanged();
 }
 
-void WebEditorController::pageOpensLink(const QJsonValue& body)
+void WebEditorController::pageOpensLink(const QJsonValue& body, EditorWebView::Generation generation)
 {
     const QJsonValue href = body.isObject() ? body.toObject().value("href"_L1) : body;
-    if (href.isString() && m_onOpenLink)
-        m_onOpenLink(href.toString(), body.toObject().value("wiki"_L1).toBool(false));
+    const std::optional<Shown> content = shown(generation);
+    if (href.isString() && content && content->openLink)
+        content->openLink(href.toString(), body.toObject().value("wiki"_L1).toBool(false));
+}
+
+/// A copy, because a receiver may put a new content into the page. Nothing for a content that is no more.
+std::optional<WebEditorController::Shown>
+WebEditorController::shown(EditorWebView::Generation generation) const
+{
+    const auto found = std::ranges::find(m_shown, generation, &Shown::generation);
+    if (found != m_shown.end())
+        return *found;
+    // Before the first content there is one page, which shows nothing yet.
+    return m_generation == 0 ? std::optional(Shown{0, m_onChanged, m_onOpenLink}) : std::nullopt;
 }
 
 void WebEditorController::sendContent()

@@ -45,8 +45,8 @@ public:
     /// The open bucket's root, for the assets that notes refer to.
     void setVaultProvider(VaultProvider provider) { m_vaultProvider = std::move(provider); }
     [[nodiscard]] std::optional<FileURL> vaultRoot() const;
-    /// Who receives the edits of the content that is set next; edits of earlier contents still go to whoever
-    /// was set then.
+    /// Who receives the edits, and the clicked links, of the content that is set next; those of earlier
+    /// contents still go to whoever was set then.
     void setOnChanged(Changed changed) { m_onChanged = std::move(changed); }
     void setOnOpenLink(OpenLink openLink) { m_onOpenLink = std::move(openLink); }
 
@@ -69,11 +69,12 @@ Q_SIGNALS:
     void becameReady();
 
 private:
-    /// One content that was put into the page, and who receives its edits.
+    /// One content that was put into the page, and who receives what is done to it.
     struct Shown final
     {
         EditorWebView::Generation generation;
         Changed changed;
+        OpenLink openLink;
         bool isSent = false;
     };
 
@@ -81,7 +82,8 @@ private:
     void pageIsReady();
     void pageChanged(const QString& text, EditorWebView::Generation generation);
     void pageSelects(const ToolbarState& state);
-    void pageOpensLink(const QJsonValue& body);
+    void pageOpensLink(const QJsonValue& body, EditorWebView::Generation generation);
+    [[nodiscard]] std::optional<Shown> shown(EditorWebView::Generation generation) const;
     void sendContent();
     void reloadSoon();
 

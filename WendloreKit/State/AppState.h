@@ -8,7 +8,10 @@
 //   back and forward                    State/AppState+History.cpp
 //   typography                          State/AppState+Typography.cpp
 //   the open bucket's tree              Vault/AppState+Tree.cpp
-//   new notes, renaming                 Vault/AppState+Files.cpp
+//   new notes and folders, deleting     Vault/AppState+Files.cpp
+//   renaming, moving                    Vault/AppState+Moves.cpp
+//   following links                     Vault/AppState+Links.cpp
+//   search                              Vault/AppState+Search.cpp
 
 #include "State/AppTheme.h"
 #include "State/NavigationHistory.h"
@@ -16,6 +19,7 @@
 #include "State/VaultUIState.h"
 #include "Typography/TypographyTheme.h"
 #include "Vault/FileNode.h"
+#include "Vault/SearchHit.h"
 
 #include <QObject>
 
@@ -26,6 +30,7 @@
 
 namespace wendlore {
 
+class UndoRegistrar;
 class WebEditorController;
 
 /// The whole workspace: the registered buckets, the open one, its tree, the selection, typography, zoom and
@@ -51,6 +56,8 @@ public:
     [[nodiscard]] const std::vector<FileNode>& fileTree() const { return m_fileTree; }
     [[nodiscard]] const std::optional<FileURL>& selectedFile() const { return m_selectedFile; }
     [[nodiscard]] const std::optional<FileURL>& selectedFolder() const { return m_selectedFolder; }
+    [[nodiscard]] const QString& searchQuery() const { return m_searchQuery; }
+    [[nodiscard]] const std::vector<SearchHit>& searchResults() const { return m_searchResults; }
     [[nodiscard]] const std::optional<FileURL>& pendingFocusFile() const { return m_pendingFocusFile; }
     [[nodiscard]] const TypographyTheme& typographyTheme() const { return m_typographyTheme; }
     [[nodiscard]] double editorZoom() const { return m_editorZoom; }
@@ -64,6 +71,7 @@ public:
     void setSelectedFolder(const std::optional<FileURL>& folder);
     void setPendingFocusFile(const std::optional<FileURL>& file);
     void setTheme(AppTheme theme);
+    void setSearchQuery(const QString& query);
 
     // Zoom.
     /// Rounds to tenths, keeps within the allowed range, stores, and shows it in the editor page.
@@ -106,13 +114,39 @@ public:
     /// the bucket.
     [[nodiscard]] std::optional<FileURL> activeDirectory() const;
 
-    // Files.
+    // Files. Nothing here tells the user of a failure.
     /// Creates an empty note ("Ny not.md", then numbered) in `folder` or the active directory and selects it.
     void newNote(const std::optional<FileURL>& folder = std::nullopt);
+    /// Creates the note `name` (which may hold folders, made when missing) below `folder`, with its name as
+    /// heading, and selects it. What a file of that name holds is replaced, and kept as a recovered text.
+    void createNote(const QString& name, const FileURL& folder);
+    /// Creates a folder ("Ny mapp", then numbered) in `folder`.
+    void newFolder(const FileURL& folder);
     /// Renames an item; its extension is kept. Does nothing for a blank name or one that is taken.
     void renameFile(const FileURL& item, const QString& newName);
-    /// Acts on a link inside a note that is no web address.
+    /// Moves an item into `folder`, and leaves the way back in `undo`. Does nothing when the name is taken
+    /// there, or for a folder that would end inside itself.
+    void moveFile(const FileURL& item, const FileURL& folder, UndoRegistrar* undo = nullptr);
+    /// Puts an item into the trash, or removes it where there is none.
+    void deleteFile(const FileURL& item);
+    /// Copies an outside file into the bucket's "assets" folder. Gives the link to it from the bucket's root.
+    [[nodiscard]] std::optional<QString> importAsset(const FileURL& file);
+
+    // Links.
+    /// Follows a link inside a note that is no web address. `allowCreate` makes a missing note.
     void openLink(const QString& text, const std::optional<FileURL>& linkingNote, bool allowCreate);
+    /// Selects the note of that name, wherever it lies, or makes it in the bucket's root.
+    void openNote(const QString& name);
+    /// Shows a file that a shown document links to, or opens it with its own program.
+    void openLinkedFile(const FileURL& file);
+    /// Selects a file of the open bucket, as a host asks for it.
+    void revealFile(const FileURL& file);
+
+    // Search.
+    /// Replaces the results by the notes that hold the query, as they are on disk now; blank finds nothing.
+    void performSearch();
+    /// The names of the bucket's Markdown notes, without their extension, each once, in order.
+    [[nodiscard]] QStringList noteNames() const;
 
 Q_SIGNALS:
     void vaultsChanged();
@@ -120,16 +154,20 @@ Q_SIGNALS:
     void fileTreeChanged();
     void selectedFileChanged();
     void selectedFolderChanged();
+    void searchQueryChanged();
+    void searchResultsChanged();
     void pendingFocusFileChanged();
     void typographyThemeChanged();
     void editorZoomChanged();
     void themeChanged();
     void historyChanged();
-    /// A file operation is about to move or rename `item` (a folder moves all below it): sessions write what
-    /// they hold.
+    /// A file operation is about to move, rename or delete `item` (a folder with all below it): sessions
+    /// write what they hold.
     void aboutToMove(const wendlore::FileURL& item);
     /// `from` lies at `to` now. Edits that were still under way belong to the new place.
     void didMove(const wendlore::FileURL& from, const wendlore::FileURL& to);
+    /// `item` (a folder with all below it) was put into the trash or removed.
+    void didDelete(const wendlore::FileURL& item);
 
 private:
     using Signal = void (AppState::*)();
@@ -152,6 +190,10 @@ private:
     void recordHistory(const std::optional<FileURL>& previous);
     void applyHistoryEntry(const std::optional<FileURL>& entry);
     void openBucket(const std::optional<FileURL>& bucket);
+    void selectNewNote(const FileURL& note);
+    void writeNewNote(const FileURL& note, const QString& heading);
+    void followMove(const FileURL& from, const FileURL& to);
+    void openNoteName(const QString& name, bool allowCreate);
     void appendBookmark(const FileURL& folder);
     void rewriteBookmarks();
     /// Stores `value` and emits `changed`, when it differs from what is there.
@@ -165,6 +207,8 @@ private:
     std::optional<FileURL> m_vaultURL;
     std::vector<FileNode> m_fileTree;
     std::optional<FileURL> m_selectedFile;
+    QString m_searchQuery;
+    std::vector<SearchHit> m_searchResults;
     std::optional<FileURL> m_pendingFocusFile;
     std::optional<FileURL> m_selectedFolder;
     TypographyTheme m_typographyTheme = TypographyTheme::standard();

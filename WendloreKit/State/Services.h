@@ -12,6 +12,7 @@ class FolderBookmarks;
 class Panels;
 class RecoveredTexts;
 class Scheduler;
+class Trash;
 class UserDefaults;
 class Workspace;
 
@@ -25,6 +26,7 @@ struct Services final
     Panels& panels;
     Scheduler& scheduler;
     RecoveredTexts& recovered;
+    Trash& trash;
     /// Makes the web view of one editing surface.
     std::function<std::unique_ptr<EditorWebView>()> makeEditorWebView;
 };

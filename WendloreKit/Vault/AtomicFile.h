@@ -14,18 +14,22 @@ enum class WriteOutcome {
     Unchanged, ///< the file held these bytes already; nothing was written
     Replaced,  ///< a new file took the old one's place (or there was none) in one step
     InPlace,   ///< written into the existing file, because replacing it would have lost links or ownership
+    Taken,     ///< nothing was created, because something of that name exists
     /// The new bytes are not safely on the disk. The old ones are still there; where even that failed,
     /// `error` names the backup that holds them.
     Failed
 };
 
-/// What a write did. `error` is empty unless the write failed.
+/// What a write did. `error` is empty when it succeeded.
 struct WriteResult final
 {
     WriteOutcome outcome = WriteOutcome::Failed;
     QString error;
 
-    [[nodiscard]] bool succeeded() const { return outcome != WriteOutcome::Failed; }
+    [[nodiscard]] bool succeeded() const
+    {
+        return outcome != WriteOutcome::Failed && outcome != WriteOutcome::Taken;
+    }
 };
 
 /// The one way this program writes a file. The old bytes or the new ones are there at every moment, also
@@ -44,8 +48,8 @@ int settleInterruptedWrites(RecoveredTexts& recovered);
 /// Makes `url` hold exactly `bytes`. Follows symbolic links; keeps mode, owner and extended attributes.
 [[nodiscard]] WriteResult write(const FileURL& url, const QByteArray& bytes);
 
-/// Creates `url` holding `bytes`, and fails when anything of that name exists, also when it appears
-/// meanwhile.
+/// Creates `url` holding `bytes`, unless anything of that name exists, also when it appears meanwhile
+/// (`Taken`).
 [[nodiscard]] WriteResult create(const FileURL& url, const QByteArray& bytes);
 
 /// Removes leftovers of interrupted writes that lie directly in `directory`; gives how many there were.

@@ -7,7 +7,7 @@ namespace wendlore {
 DiskEntry diskEntry(const FileURL& url)
 {
     struct stat status;
-    if (::stat(url.bytes().constData(), &status) != 0)
+    if (url.bytes().contains('\0') || ::stat(url.bytes().constData(), &status) != 0)
         return DiskEntry::Missing;
     return S_ISDIR(status.st_mode) ? DiskEntry::Folder : DiskEntry::File;
 }

@@ -161,4 +161,9 @@ int FileSystemCalls::changeMode(int descriptor, mode_t mode)
     return make("fchmod", [&] { return ::fchmod(descriptor, mode); });
 }
 
+int FileSystemCalls::setTimes(int descriptor, const struct timespec (&times)[2])
+{
+    return make("futimens", [&] { return ::futimens(descriptor, times); });
+}
+
 } // namespace wendlore

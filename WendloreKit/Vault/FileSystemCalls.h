@@ -55,6 +55,8 @@ public:
     int removeAttribute(int descriptor, const char* name);
     int changeOwner(int descriptor, uid_t owner, gid_t group);
     int changeMode(int descriptor, mode_t mode);
+    /// Sets the times of access and change.
+    int setTimes(int descriptor, const struct timespec (&times)[2]);
 
 protected:
     /// Asked before each call. An error number makes the call fail with it, 0 lets it through.
@@ -66,6 +68,12 @@ private:
     template <typename Call>
     auto make(const char* name, const Call& call) -> decltype(call());
 };
+
+/// Whether `error` says that the file system does not know the call, rather than that it failed.
+[[nodiscard]] constexpr bool isUnknownCall(int error)
+{
+    return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP;
+}
 
 /// Closes its descriptor when it goes out of scope; holds none while it is -1.
 class Descriptor final

@@ -17,12 +17,6 @@ bool isRefusal(int error)
     return error == EACCES || error == EPERM;
 }
 
-/// Whether `error` says that the file system does not know the call, rather than that it failed.
-bool isUnknownCall(int error)
-{
-    return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP;
-}
-
 } // namespace
 
 /// A hidden file in the making; it is removed again unless it was given its real name.

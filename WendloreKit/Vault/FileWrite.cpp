@@ -62,7 +62,7 @@ WriteResult FileWrite::create()
         if (ended == Attempt::Succeeded)
             return {WriteOutcome::Replaced, {}};
         if (ended == Attempt::Failed)
-            return failure();
+            return failure(m_error == EEXIST ? WriteOutcome::Taken : WriteOutcome::Failed);
     }
     m_error = EBUSY;
     return failure();
@@ -71,8 +71,8 @@ WriteResult FileWrite::create()
 bool FileWrite::openDirectoryOf(const QByteArray& path)
 {
     const qsizetype separator = path.lastIndexOf('/');
-    if (separator < 0 || separator == path.size() - 1) {
-        m_error = separator < 0 ? ENOENT : EISDIR;
+    if (separator < 0 || separator == path.size() - 1 || path.contains('\0')) {
+        m_error = separator < 0 ? ENOENT : path.contains('\0') ? EINVAL : EISDIR;
         return false;
     }
     m_path = path;
@@ -171,9 +171,9 @@ FileWrite::Attempt FileWrite::failed()
     return Attempt::Failed;
 }
 
-WriteResult FileWrite::failure() const
+WriteResult FileWrite::failure(WriteOutcome outcome) const
 {
-    return {WriteOutcome::Failed, m_url.path() + u": "_s + qt_error_string(m_error) + m_note};
+    return {outcome, m_url.path() + u": "_s + qt_error_string(m_error) + m_note};
 }
 
 } // namespace wendlore

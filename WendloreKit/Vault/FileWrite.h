@@ -52,7 +52,7 @@ private:
     [[nodiscard]] bool writeAll(int file, const QByteArray& bytes);
     /// Remembers why the last call failed.
     Attempt failed();
-    [[nodiscard]] WriteResult failure() const;
+    [[nodiscard]] WriteResult failure(WriteOutcome outcome = WriteOutcome::Failed) const;
 
     FileSystemCalls& m_calls;
     FileURL m_backups;

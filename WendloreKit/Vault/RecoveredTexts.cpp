@@ -1,14 +1,17 @@
 #include "Vault/RecoveredTexts.h"
 
 #include "Vault/AtomicFile.h"
+#include "Vault/ExclusiveMove.h"
 #include "Vault/Log.h"
 #include "Vault/PrivateDirectory.h"
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QDirIterator>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -32,11 +35,32 @@ struct Kept final
     qint64 size = 0;
 };
 
+/// How it went to put an entry under some name.
+struct Ending final
+{
+    bool isTaken;
+    QString error;
+};
+
 /// Eight letters that stand for a note's whole path, so that notes of one name are kept apart.
 QString noteKey(const FileURL& note)
 {
     const QByteArray digest = QCryptographicHash::hash(note.bytes(), QCryptographicHash::Sha256);
     return QString::fromLatin1(digest.toHex().first(8));
+}
+
+qint64 sizeOf(const QFileInfo& entry)
+{
+    if (!entry.isDir() || entry.isSymLink())
+        return entry.isSymLink() ? 0 : entry.size();
+    qint64 bytes = 0;
+    QDirIterator files(entry.filePath(), QDir::Files | QDir::Hidden | QDir::NoSymLinks,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        files.next();
+        bytes += files.fileInfo().size();
+    }
+    return bytes;
 }
 
 /// The texts kept in `directory`, oldest first; other files are left out.
@@ -46,13 +70,14 @@ std::vector<Kept> keptTexts(const FileURL& directory)
         uR"( (\d{4}-\d\d-\d\d \d{6}) ([0-9a-f]{8})(?: (\d+))?(?:\.[^.]*)?$)"_s);
     std::vector<Kept> texts;
     const QFileInfoList files =
-        QDir(directory.path()).entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+        QDir(directory.path())
+            .entryInfoList(QDir::Files | QDir::Dirs | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     for (const QFileInfo& info : files) {
         const auto match = pattern.match(info.fileName());
         const auto time = QDateTime::fromString(match.captured(1), QString::fromLatin1(stampFormat));
         if (match.hasMatch() && time.isValid())
             texts.push_back({info.fileName(), time, match.captured(2), std::max(1, match.captured(3).toInt()),
-                             info.size()});
+                             sizeOf(info)});
     }
     std::ranges::stable_sort(texts, [](const Kept& left, const Kept& right) {
         return std::tie(left.time, left.number) < std::tie(right.time, right.number);
@@ -100,30 +125,38 @@ FileURL RecoveredTexts::keep(const FileURL& note, const QByteArray& bytes, const
         if (holds(entry, bytes))
             return entry;
     }
-    const FileURL entry = createEntry(note, bytes);
-    if (!entry.isEmpty()) {
-        qCWarning(filesLog) << "kept a text of" << note.path() << "in" << entry.path() << ":" << reason;
-        enforceLimits();
-    }
-    return entry;
+    return putEntry(note, reason, [&](const FileURL& entry) {
+        const WriteResult result = AtomicFile::create(entry, bytes);
+        return Ending{result.outcome == WriteOutcome::Taken, result.error};
+    });
 }
 
-FileURL RecoveredTexts::createEntry(const FileURL& note, const QByteArray& bytes) const
+FileURL RecoveredTexts::take(const FileURL& item, const QString& reason)
 {
-    QString error = m_directory.path();
+    return putEntry(item, reason, [&](const FileURL& entry) {
+        const int error = moveExclusively(item, entry);
+        return Ending{error == EEXIST, error == 0 ? QString() : qt_error_string(error)};
+    });
+}
+
+/// Calls `put` with the locations that the next entry may have, until one is not taken.
+template <typename Put>
+FileURL RecoveredTexts::putEntry(const FileURL& item, const QString& reason, const Put& put) const
+{
     const QString time = m_now().toString(QString::fromLatin1(stampFormat));
-    if (makePrivateDirectory(m_directory)) {
-        for (int number = 1; number <= maximumPerSecond; ++number) {
-            const FileURL entry = m_directory.appending(entryName(note, time, number));
-            const WriteResult result = AtomicFile::create(entry, bytes);
-            if (result.succeeded())
-                return entry;
-            error = result.error;
-            if (!QFile::exists(entry.path()))
-                break;
+    Ending ending{true, m_directory.path()};
+    if (!makePrivateDirectory(m_directory))
+        ending.isTaken = false;
+    for (int number = 1; ending.isTaken && number <= maximumPerSecond; ++number) {
+        const FileURL entry = m_directory.appending(entryName(item, time, number));
+        ending = put(entry);
+        if (ending.error.isEmpty()) {
+            qCWarning(filesLog) << "kept" << item.path() << "in" << entry.path() << ":" << reason;
+            enforceLimits();
+            return entry;
         }
     }
-    qCWarning(filesLog) << "cannot keep a text of" << note.path() << ":" << error;
+    qCWarning(filesLog) << "cannot keep" << item.path() << ":" << ending.error;
     return {};
 }
 
@@ -131,13 +164,15 @@ void RecoveredTexts::enforceLimits() const
 {
     const auto texts = keptTexts(m_directory);
     const QDateTime oldest = m_now().addDays(-maximumAgeDays);
+    std::error_code error;
     qint64 bytes = 0;
     // Newest first; the one that was kept just now stays however large it is.
     for (size_t index = texts.size(); index-- > 0;) {
         bytes += texts[index].size;
         const bool isNewest = index == texts.size() - 1;
         if (!isNewest && (texts[index].time < oldest || bytes > maximumBytes))
-            QFile::remove(m_directory.appending(texts[index].fileName).path());
+            std::filesystem::remove_all(m_directory.appending(texts[index].fileName).bytes().toStdString(),
+                                        error);
     }
 }
 

@@ -26,10 +26,15 @@ public:
     /// not kept twice.
     FileURL keep(const FileURL& note, const QByteArray& bytes, const QString& reason);
 
+    /// Moves a file or folder in here that would be removed for good, and logs `reason`. Gives the entry's
+    /// location; empty when the item stays where it is (logged).
+    FileURL take(const FileURL& item, const QString& reason);
+
     [[nodiscard]] const FileURL& directory() const { return m_directory; }
 
 private:
-    [[nodiscard]] FileURL createEntry(const FileURL& note, const QByteArray& bytes) const;
+    template <typename Put>
+    FileURL putEntry(const FileURL& item, const QString& reason, const Put& put) const;
     void enforceLimits() const;
 
     FileURL m_directory;

@@ -4,11 +4,16 @@
 #include "State/Panels.h"
 #include "State/Workspace.h"
 #include "Vault/FileCoordinator.h"
+#include "Vault/Trash.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QList>
 #include <QStringList>
+
+#include <functional>
+#include <utility>
 
 namespace wendlore {
 
@@ -61,7 +66,8 @@ public:
     QStringList shown;
 };
 
-/// Reads plainly and records what was asked of the cloud service.
+/// Reads plainly and records what was asked of the cloud service. Refuses to read what a test lists, and lets
+/// a test act between a read and its end.
 class FakeFileCoordinator final : public FileCoordinator
 {
 public:
@@ -69,10 +75,34 @@ public:
     [[nodiscard]] std::optional<QByteArray> readWhole(const FileURL& url) override
     {
         QFile file(url.path());
-        return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
+        const bool isReadable = !unreadable.contains(url) && file.open(QIODevice::ReadOnly);
+        const std::optional<QByteArray> bytes = isReadable ? std::optional(file.readAll()) : std::nullopt;
+        if (const auto act = std::exchange(afterNextRead, nullptr))
+            act();
+        return bytes;
     }
 
     QList<FileURL> downloads;
+    QList<FileURL> unreadable;
+    std::function<void()> afterNextRead;
+};
+
+/// A trash that is a folder, as long as it works.
+class FakeTrash final : public Trash
+{
+public:
+    explicit FakeTrash(FileURL directory)
+        : folder(std::move(directory))
+    {}
+
+    [[nodiscard]] bool put(const FileURL& item) override
+    {
+        QDir().mkpath(folder.path());
+        return isWorking && QFile::rename(item.path(), folder.appending(item.lastPathComponent()).path());
+    }
+
+    FileURL folder;
+    bool isWorking = true;
 };
 
 } // namespace wendlore

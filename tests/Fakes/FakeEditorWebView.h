@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <vector>
+
 namespace wendlore {
 
 /// A web view without an engine: records what the host does and lets a test post the page's messages.
@@ -20,7 +22,13 @@ public:
         scripts.append(script);
     }
 
-    void drain(std::function<void()> done) override { done(); }
+    void drain(std::function<void()> done) override
+    {
+        if (answersDrains)
+            done();
+        else
+            drains.push_back(std::move(done));
+    }
 
     /// Posts a message as the page would, marked with the content that it shows now.
     void post(const QString& name, const QJsonValue& body = {}) { m_events.message(name, body, generation); }
@@ -32,6 +40,9 @@ public:
     void terminateContentProcess() { m_events.contentProcessTerminated(); }
     void failNavigation() { m_events.navigationFailed(); }
 
+    /// What waits for the page to answer, when `answersDrains` is off.
+    std::vector<std::function<void()>> drains;
+    bool answersDrains = true;
     QStringList loads;
     QStringList scripts;
     Generation generation = 0;

@@ -17,7 +17,7 @@ class FakeServices final
 public:
     [[nodiscard]] Services services()
     {
-        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, [this] {
+        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, trash, [this] {
                     auto view = std::make_unique<FakeEditorWebView>();
                     page = view.get();
                     return view;
@@ -32,6 +32,7 @@ public:
     FakePanels panels;
     ManualScheduler scheduler;
     RecoveredTexts recovered{FileURL::directory(stateDirectory.filePath(QStringLiteral("recovered")))};
+    FakeTrash trash{FileURL::directory(stateDirectory.filePath(QStringLiteral("trash")))};
     /// The page made last; it belongs to its controller.
     FakeEditorWebView* page = nullptr;
 };

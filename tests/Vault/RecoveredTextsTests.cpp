@@ -38,6 +38,9 @@ private Q_SLOTS:
     void theTextJustKeptStaysHoweverLarge();
     void otherFilesInTheFolderStay();
     void aFolderThatCannotBeMadeGivesNothing();
+    void itemsAreTakenWhole();
+    void takenFoldersGoWithTime();
+    void anItemThatCannotBeTakenStays();
 
 private:
     [[nodiscard]] RecoveredTexts recovered() const
@@ -180,9 +183,47 @@ void RecoveredTextsTests::otherFilesInTheFolderStay()
 void RecoveredTextsTests::aFolderThatCannotBeMadeGivesNothing()
 {
     m_bucket->write(u"state"_s, "en fil");
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"cannot keep a text of .*Möte"_s));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"cannot keep .*Möte"_s));
 
     QVERIFY(recovered().keep(note(), "text", {}).isEmpty());
+}
+
+void RecoveredTextsTests::itemsAreTakenWhole()
+{
+    m_bucket->write(u"Projekt/Del/A.md"_s, "text");
+    m_bucket->write(u"Plan.md"_s, "plan");
+
+    const FileURL folder = recovered().take(m_bucket->folder(u"Projekt"_s), u"no trash"_s);
+    const FileURL file = recovered().take(m_bucket->file(u"Plan.md"_s), u"no trash"_s);
+
+    QCOMPARE(m_bucket->names(), QStringList(u"state"_s));
+    QVERIFY(folder.lastPathComponent().startsWith(u"Projekt 2025-03-14 093205 "_s));
+    QVERIFY(file.lastPathComponent().startsWith(u"Plan 2025-03-14 093205 "_s));
+    const QString inFolder = u"state/recovered/"_s + folder.lastPathComponent();
+    QCOMPARE(m_bucket->read(inFolder + u"/Del/A.md"_s), "text");
+    QCOMPARE(m_bucket->read(u"state/recovered/"_s + file.lastPathComponent()), "plan");
+}
+
+void RecoveredTextsTests::takenFoldersGoWithTime()
+{
+    m_bucket->write(u"Projekt/Del/A.md"_s, "text");
+    recovered().take(m_bucket->folder(u"Projekt"_s), {});
+    m_now = m_now.addDays(RecoveredTexts::maximumAgeDays + 1);
+
+    const FileURL entry = recovered().keep(note(), "ny", {});
+
+    QCOMPARE(kept(), QStringList(entry.lastPathComponent()));
+}
+
+void RecoveredTextsTests::anItemThatCannotBeTakenStays()
+{
+    m_bucket->write(u"state"_s, "en fil");
+    m_bucket->write(u"Plan.md"_s, "plan");
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"cannot keep .*Plan"_s));
+
+    QVERIFY(recovered().take(m_bucket->file(u"Plan.md"_s), {}).isEmpty());
+
+    QCOMPARE(m_bucket->read(u"Plan.md"_s), "plan");
 }
 
 QTEST_APPLESS_MAIN(RecoveredTextsTests)

@@ -1,0 +1,57 @@
+/**
+ * The only place that talks to the host: it offers `window.VaultEditor` and posts the four messages
+ * through `window.webkit.messageHandlers`. Outside the host (in a plain browser) messages go nowhere.
+ */
+
+/** The formatting at the caret, as the host's toolbar shows it. */
+export interface SelectionReport {
+  bold: boolean;
+  italic: boolean;
+  highlight: boolean;
+  bulletList: boolean;
+  orderedList: boolean;
+  inTable: boolean;
+  /** 0 for body text, 1 to 5 for a heading. */
+  heading: number;
+}
+
+/** A clicked link: its address as written, and whether it was a wiki link. */
+export interface LinkRequest {
+  href: string;
+  wiki: boolean;
+}
+
+interface MessageBodies {
+  ready: Record<string, never>;
+  changed: string;
+  selection: SelectionReport;
+  openLink: LinkRequest;
+}
+
+type MessageHandlers = { [Name in keyof MessageBodies]?: { postMessage(body: MessageBodies[Name]): void } };
+
+/** What the host may call. */
+export interface VaultEditor {
+  setContent(text: string): void;
+  exec(command: string, value?: string | number): void;
+  setTheme(theme: string): void;
+  focus(): void;
+}
+
+declare global {
+  interface Window {
+    VaultEditor?: VaultEditor;
+    webkit?: { messageHandlers?: MessageHandlers };
+  }
+}
+
+/** Posts one message to the host; without a host it does nothing. */
+export function post<Name extends keyof MessageBodies>(name: Name, body: MessageBodies[Name]): void {
+  window.webkit?.messageHandlers?.[name]?.postMessage(body);
+}
+
+/** Offers `editor` to the host and tells it that the page can be used. */
+export function connect(editor: VaultEditor): void {
+  window.VaultEditor = editor;
+  post('ready', {});
+}

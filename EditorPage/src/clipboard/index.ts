@@ -1,0 +1,103 @@
+/** Copy and paste: Markdown as text, and HTML through an inert, allow-listed reading. */
+import { Fragment, Slice, type Node } from 'prosemirror-model';
+import { isInTable } from 'prosemirror-tables';
+import type { EditorProps, EditorView } from 'prosemirror-view';
+import { writeBlock } from '../markdown/write';
+import { schema } from '../schema';
+import { SourceDocument } from '../source/SourceDocument';
+import { isOwnCopy, pastedHtml } from './pastedHtml';
+import { withPlainTables } from './tables';
+
+const { paragraph } = schema.nodes;
+
+/** The editor's clipboard behaviour over the note that `source` gives. */
+export function clipboardProps(source: () => SourceDocument): EditorProps {
+  let isOwn = false;
+  return {
+    transformPastedHTML: (html) => {
+      isOwn = isOwnCopy(html);
+      return pastedHtml(html);
+    },
+    transformPasted: (slice, view, asText) => shapedFor(view, isOwn && !asText ? slice : openAtParagraphs(slice.content)),
+    clipboardTextSerializer: (slice, view) => (holdsAll(view) ? source().text : copiedText(slice)),
+    clipboardTextParser: (text, _context, plain) => (plain ? literalText(text) : markdownText(text)),
+  };
+}
+
+/** Pasted content in the shape that fits where it goes: a table's cell takes running text only. */
+function shapedFor(view: EditorView, slice: Slice): Slice {
+  const holdsCells = slice.content.firstChild?.type.spec['tableRole'] !== undefined;
+  return isInTable(view.state) && !holdsCells ? asRunningText(slice) : withPlainTables(slice);
+}
+
+/** All text of the slice in one run, with blanks where blocks ended. */
+function asRunningText(slice: Slice): Slice {
+  let run = Fragment.empty;
+  slice.content.descendants((node) => {
+    if (!node.isTextblock) return true;
+    if (run.size > 0) run = run.addToEnd(schema.text(' '));
+    run = run.append(inOneLine(node));
+    return false;
+  });
+  return run.size > 0 ? new Slice(run, 0, 0) : slice;
+}
+
+function inOneLine(block: Node): Fragment {
+  const children = block.children.map((child) => {
+    if (child.type === schema.nodes.hard_break) return schema.text(' ');
+    return child.isText ? schema.text(child.text!.replace(/\n/g, ' '), child.marks) : child;
+  });
+  return Fragment.from(children);
+}
+
+function holdsAll({ state }: EditorView): boolean {
+  return state.selection.from === 0 && state.selection.to === state.doc.content.size;
+}
+
+/** Selected content as Markdown; a piece of one line as that line without what it stands in. */
+export function copiedText(slice: Slice): string {
+  let { content, openStart, openEnd } = slice;
+  while (content.childCount === 1 && content.firstChild!.childCount === 1 && openStart > 1 && openEnd > 1) {
+    content = content.firstChild!.content;
+    openStart--;
+    openEnd--;
+  }
+  const only = content.childCount === 1 ? content.firstChild! : null;
+  if (only?.type.spec.code) return only.textContent;
+  if (only?.isTextblock && openStart > 0) return writeBlock(paragraph.create(null, only.content));
+  return content.content.map((node) => writeBlock(asBlock(node))).join('\n\n');
+}
+
+/** Parts of lists and tables can be selected without the whole. */
+function asBlock(node: Node): Node {
+  if (node.isInline) return paragraph.create(null, node);
+  if (node.type === schema.nodes.list_item) return schema.nodes.list.create(null, node);
+  if (node.type === schema.nodes.letter_item) return node.firstChild ?? paragraph.create();
+  if (node.type === schema.nodes.table_row) return schema.nodes.table.create(null, node);
+  return node;
+}
+
+/** Pasted Markdown as what it says. Fences of dashes at its start are no front matter in the midst of a note. */
+function markdownText(text: string): Slice {
+  const { doc } = SourceDocument.load(`\n${text}`);
+  const isLine = doc.childCount === 1 && doc.firstChild!.type === paragraph && !/[\r\n]/.test(text.trim());
+  if (!isLine) return openAtParagraphs(doc.content);
+  // Blanks around a single line part it from the words it is pasted between.
+  const [before = '', after = ''] = [/^[ \t]*/.exec(text)?.[0], /[ \t]*$/.exec(text)?.[0]];
+  const words = doc.firstChild!.content;
+  const padded = [...(before ? [schema.text(before)] : []), ...words.content, ...(after ? [schema.text(after)] : [])];
+  return openAtParagraphs(Fragment.from(paragraph.create(null, Fragment.from(padded))));
+}
+
+/** Only paragraphs at the ends melt into the text around them; lists, headings and the rest stay what they are. */
+function openAtParagraphs(content: Fragment): Slice {
+  const open = (node: Node | null): number => (node?.type === paragraph ? 1 : 0);
+  return new Slice(content, open(content.firstChild), open(content.lastChild));
+}
+
+/** Text pasted to be taken letter by letter: blank lines part paragraphs. */
+function literalText(text: string): Slice {
+  const parts = text.replace(/\r\n?/g, '\n').split(/\n{2,}/);
+  const blocks = parts.map((part) => paragraph.create(null, part === '' ? null : schema.text(part)));
+  return new Slice(Fragment.from(blocks), 1, 1);
+}

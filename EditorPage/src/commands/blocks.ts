@@ -1,0 +1,169 @@
+/** Commands that change what kind of block the text stands in. */
+import { lift, wrapIn } from 'prosemirror-commands';
+import { Fragment, type Node } from 'prosemirror-model';
+import { TextSelection, type Command, type EditorState, type Transaction } from 'prosemirror-state';
+import { schema } from '../schema';
+import { inlineAsText } from './inlineText';
+import { liftFromLists } from './lists';
+import { ancestorOf } from './selection';
+
+const { paragraph, heading, blockquote, code_block: codeBlock, horizontal_rule: rule, hard_break: hardBreak } = schema.nodes;
+
+/** A block of text that a command may turn into another kind, and where it starts. */
+interface TextBlock {
+  node: Node;
+  pos: number;
+}
+
+/** Body text. Text that is body text already leaves its list or quote by one step. */
+export const setParagraph: Command = (state, dispatch) => {
+  const blocks = selectedBlocks(state);
+  if (blocks.every(({ node }) => node.type === paragraph)) return liftFromLists(state, dispatch);
+  return convertBlocks(state, dispatch, () => paragraph.create());
+};
+
+/** A heading of `level`. Items that can only hold body text leave their list first. */
+export function setHeading(level: number): Command {
+  return (state, dispatch) => convertBlocks(state, dispatch, () => heading.create({ level }));
+}
+
+/** Puts the selected blocks into a quote, or takes them out of the one they are in. */
+export const toggleBlockquote: Command = (state, dispatch) => {
+  if (ancestorOf(state.selection.$from, (node) => node.type === blockquote) === null) return wrapIn(blockquote)(state, dispatch);
+  return lift(state, dispatch);
+};
+
+/** Makes one code block of the selected blocks, or body text of a code block. */
+export const toggleCodeBlock: Command = (state, dispatch) => {
+  const { $from, $to } = state.selection;
+  if ($from.parent.type === codeBlock) return convertBlocks(state, dispatch, () => paragraph.create());
+  const range = $from.blockRange($to);
+  if (range === null || !range.parent.canReplaceWith(range.startIndex, range.endIndex, codeBlock)) return false;
+  const texts = selectedBlocks(state).map(({ node }) => inlineAsText(node));
+  if (texts.length === 0 || !holdsOnlyText(range.parent, range.startIndex, range.endIndex)) return false;
+  if (dispatch) {
+    const text = texts.join('\n');
+    const tr = state.tr.replaceWith(range.start, range.end, codeBlock.create(null, text === '' ? null : schema.text(text)));
+    dispatch(placeCaret(tr, range.start + 1 + text.length));
+  }
+  return true;
+};
+
+function holdsOnlyText(parent: Node, from: number, to: number): boolean {
+  for (let index = from; index < to; index++) {
+    if (!parent.child(index).isTextblock) return false;
+  }
+  return true;
+}
+
+/** Draws a rule below the caret's block, or in place of an empty one, and goes on below it. */
+export const insertRule: Command = (state, dispatch) => insertBlocks(state, dispatch, [rule.create(), paragraph.create()], true);
+
+/**
+ * Puts `blocks` in place of the caret's empty paragraph, or below its block. The caret goes into the last of
+ * them, or into the first when `toEnd` is false.
+ */
+export function insertBlocks(
+  state: EditorState,
+  dispatch: ((tr: Transaction) => void) | undefined,
+  blocks: readonly Node[],
+  toEnd: boolean,
+): boolean {
+  const { $from, $to } = state.selection;
+  const depth = $to.sharedDepth($from.pos);
+  const at = $to.depth > depth || $to.parent.isTextblock ? outermostTextPlace(state) : null;
+  if (at === null) return false;
+  const fragment = Fragment.from(blocks);
+  if (!at.parent.canReplace(at.from, at.to, fragment)) return false;
+  if (dispatch) {
+    const tr = state.tr.replaceWith(at.start, at.end, fragment);
+    const end = at.start + fragment.size;
+    const caret = toEnd ? TextSelection.near(tr.doc.resolve(end), -1) : TextSelection.near(tr.doc.resolve(at.start), 1);
+    dispatch(tr.setSelection(caret).scrollIntoView());
+  }
+  return true;
+}
+
+/** The place that new blocks take: the caret's empty paragraph, or the gap below its block. */
+function outermostTextPlace(state: EditorState): { parent: Node; from: number; to: number; start: number; end: number } | null {
+  const { $to } = state.selection;
+  const depth = $to.depth === 0 ? 0 : $to.depth - 1;
+  const parent = $to.node(depth);
+  if ($to.depth === 0) return { parent, from: $to.index(), to: $to.index(), start: $to.pos, end: $to.pos };
+  const index = $to.index(depth);
+  const block = $to.parent;
+  const after = $to.after();
+  if (block.type === paragraph && block.content.size === 0) return { parent, from: index, to: index + 1, start: $to.before(), end: after };
+  return { parent, from: index + 1, to: index + 1, start: after, end: after };
+}
+
+/** All blocks of text that the selection touches. */
+export function selectedBlocks(state: EditorState): TextBlock[] {
+  const blocks: TextBlock[] = [];
+  for (const { $from, $to } of state.selection.ranges) {
+    state.doc.nodesBetween($from.pos, $to.pos, (node, pos) => {
+      if (node.isTextblock) blocks.push({ node, pos });
+      return !node.isTextblock;
+    });
+  }
+  return blocks;
+}
+
+/** Turns every selected block that may become one into the kind `make` gives, last to first so that places hold. */
+function convertBlocks(state: EditorState, dispatch: ((tr: Transaction) => void) | undefined, make: () => Node): boolean {
+  const wanted = make();
+  const blocks = selectedBlocks(state).filter(({ node }) => node.inlineContent && !node.hasMarkup(wanted.type, wanted.attrs));
+  const freed = freedFromItems(state, wanted);
+  const tr = freed ?? state.tr;
+  let changed = freed !== null;
+  for (const { node, pos } of blocks.reverse()) {
+    changed = convertBlock(tr, node, tr.mapping.map(pos), wanted) || changed;
+  }
+  if (changed) dispatch?.(tr.scrollIntoView());
+  return changed;
+}
+
+/** The transaction that takes headings-to-be out of items that can hold only body text; null when there are none. */
+function freedFromItems(state: EditorState, wanted: Node): Transaction | null {
+  if (wanted.type !== heading) return null;
+  const narrow = ancestorOf(state.selection.$from, (node) => node.type === schema.nodes.letter_item || holdsTask(node));
+  if (narrow === null) return null;
+  let lifted: Transaction | null = null;
+  liftFromLists(state, (tr) => (lifted = tr));
+  return lifted;
+}
+
+function holdsTask(node: Node): boolean {
+  return node.type === schema.nodes.list_item && node.attrs.checked !== null;
+}
+
+function convertBlock(tr: Transaction, node: Node, pos: number, wanted: Node): boolean {
+  const $pos = tr.doc.resolve(pos);
+  if ($pos.nodeAfter?.type !== node.type) return false;
+  if (!$pos.parent.canReplaceWith($pos.index(), $pos.index() + 1, wanted.type)) return false;
+  const content = contentFor(wanted, node);
+  if (content === node.content || content.eq(node.content)) {
+    tr.setNodeMarkup(pos, wanted.type, wanted.attrs);
+    return true;
+  }
+  const offset = tr.selection.$from.pos - pos - 1;
+  tr.replaceWith(pos, pos + node.nodeSize, wanted.type.create(wanted.attrs, content));
+  if (offset >= 0 && offset <= node.content.size) placeCaret(tr, pos + 1 + Math.min(offset, content.size));
+  return true;
+}
+
+/** What `node` holds, as far as the wanted kind can hold it: headings have no line breaks. */
+function contentFor(wanted: Node, node: Node): Fragment {
+  if (wanted.type !== heading) return node.content;
+  const children: Node[] = [];
+  node.forEach((child) => {
+    if (child.type === hardBreak) children.push(schema.text(' ', child.marks));
+    else if (child.isText && child.text?.includes('\n')) children.push(schema.text(child.text.replace(/\n/g, ' '), child.marks));
+    else children.push(child);
+  });
+  return Fragment.fromArray(children);
+}
+
+function placeCaret(tr: Transaction, pos: number): Transaction {
+  return tr.setSelection(TextSelection.near(tr.doc.resolve(pos))).scrollIntoView();
+}

@@ -1,0 +1,82 @@
+/** What Enter does beyond starting a new block. */
+import { TextSelection, type Command, type EditorState } from 'prosemirror-state';
+import type { Node, NodeType, ResolvedPos } from 'prosemirror-model';
+import { isInTable } from 'prosemirror-tables';
+import { schema } from '../schema';
+
+const { nodes } = schema;
+
+/** A line break in the block; table cells write it as HTML, and headings have none. */
+export const lineBreak: Command = (state, dispatch) => {
+  const { $from } = state.selection;
+  if ($from.parent.type.spec.code) return false;
+  const node = isInTable(state) ? nodes.html_inline.create({ value: '<br>' }) : nodes.hard_break.create();
+  if (!$from.parent.canReplaceWith($from.index(), $from.index(), node.type)) return true;
+  dispatch?.(state.tr.replaceSelectionWith(node).scrollIntoView());
+  return true;
+};
+
+/** After three backticks and perhaps a language: a code block. */
+export const openCodeBlock: Command = (state, dispatch) => {
+  const $end = endOfParagraph(state);
+  const fence = $end && /^```([\w+#.-]*)$/.exec($end.parent.textContent);
+  if (!$end || !fence || !mayBecome($end, nodes.code_block)) return false;
+  dispatch?.(replaceBlock(state, $end, nodes.code_block.create({ lang: fence[1] || null }), 1));
+  return true;
+};
+
+/** After a line of names between bars: a table with that head. */
+export const openTable: Command = (state, dispatch) => {
+  const $end = endOfParagraph(state);
+  if (!$end || !mayBecome($end, nodes.table)) return false;
+  const isPlainText = $end.parent.childCount === 1 && $end.parent.firstChild?.marks.length === 0;
+  const line = $end.parent.textContent.trim();
+  if (!isPlainText || !/^\|(?:[^|\n]+\|){2,}$/.test(line)) return false;
+  const names = line.slice(1, -1).split('|').map((name) => name.trim());
+  const head = names.map((name) => nodes.table_header.create(null, name === '' ? null : schema.text(name)));
+  const headRow = nodes.table_row.create(null, head);
+  const firstRow = nodes.table_row.create(null, names.map(() => nodes.table_cell.create()));
+  dispatch?.(replaceBlock(state, $end, nodes.table.create(null, [headRow, firstRow]), headRow.nodeSize + 3));
+  return true;
+};
+
+/** On a second empty last line of code: out of the block, without the empty lines. */
+export const leaveCodeBlock: Command = (state, dispatch) => {
+  const { $from, empty } = state.selection;
+  const isAtEnd = $from.parent.type === nodes.code_block && $from.parentOffset === $from.parent.content.size;
+  if (!empty || !isAtEnd || !$from.parent.textContent.endsWith('\n\n')) return false;
+  const $after = state.doc.resolve($from.after());
+  if (!$after.parent.canReplaceWith($after.index(), $after.index(), nodes.paragraph)) return false;
+  const below = $after.pos - 2;
+  const tr = state.tr.delete($from.pos - 2, $from.pos).insert(below, nodes.paragraph.create());
+  dispatch?.(tr.setSelection(TextSelection.create(tr.doc, below + 1)).scrollIntoView());
+  return true;
+};
+
+/** The caret, when it stands at the end of a paragraph. */
+function endOfParagraph(state: EditorState): ResolvedPos | null {
+  const { $from, empty } = state.selection;
+  const isAtEnd = $from.parent.type === nodes.paragraph && $from.parentOffset === $from.parent.content.size;
+  return empty && isAtEnd ? $from : null;
+}
+
+function mayBecome($pos: ResolvedPos, type: NodeType): boolean {
+  return $pos.node(-1).canReplaceWith($pos.index(-1), $pos.indexAfter(-1), type);
+}
+
+/** Puts `node` in place of the caret's block, with the caret `offset` into it. */
+function replaceBlock(state: EditorState, $pos: ResolvedPos, node: Node, offset: number) {
+  const tr = state.tr.replaceWith($pos.before(), $pos.after(), node);
+  return tr.setSelection(TextSelection.near(tr.doc.resolve($pos.before() + offset))).scrollIntoView();
+}
+
+/** Arrow down at the end of a note that ends in code: a paragraph below it. */
+export const belowLastCode: Command = (state, dispatch) => {
+  const { $from, empty } = state.selection;
+  const isLast = $from.depth === 1 && $from.index(0) === state.doc.childCount - 1;
+  if (!empty || !isLast || $from.parent.type !== nodes.code_block || $from.parentOffset < $from.parent.content.size) return false;
+  const end = state.doc.content.size;
+  const tr = state.tr.insert(end, nodes.paragraph.create());
+  dispatch?.(tr.setSelection(TextSelection.create(tr.doc, end + 1)).scrollIntoView());
+  return true;
+};

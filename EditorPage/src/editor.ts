@@ -1,0 +1,153 @@
+/** The editor of one note: ties the document on the screen to the note's text, and both to the host. */
+import { closeHistory } from 'prosemirror-history';
+import type { Node } from 'prosemirror-model';
+import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
+import { EditorView } from 'prosemirror-view';
+import { post, type VaultEditor } from './bridge';
+import { clipboardProps } from './clipboard/index';
+import { commandFor } from './commands/exec';
+import { editorPlugins } from './plugins';
+import { isSameNote } from './similarity';
+import { SourceDocument } from './source/SourceDocument';
+import { markViews, nodeViews } from './views';
+import { firstPlace, lastPlace } from './views/drawn';
+
+/** Marks transactions that bring the document in step with the text; they are no edits. */
+const FROM_TEXT = 'fromText';
+
+export class NoteEditor implements VaultEditor {
+  readonly view: EditorView;
+  #source = SourceDocument.load('');
+  #plugins: Plugin[];
+  #reportDue = false;
+  #lastEdit: Transaction | null = null;
+  #placed = true;
+
+  constructor(root: HTMLElement) {
+    const context = { definitionFor: (label: string) => this.#source.definitionFor(label) };
+    this.#plugins = editorPlugins(context);
+    this.view = new EditorView(root, {
+      state: this.#freshState(),
+      nodeViews: nodeViews(context),
+      markViews,
+      attributes: {
+        role: 'textbox',
+        'aria-multiline': 'true',
+        'aria-label': 'Anteckning',
+        spellcheck: 'true',
+        lang: 'sv',
+        autocorrect: 'off',
+        translate: 'no',
+      },
+      handleDOMEvents: { compositionend: () => (this.#scheduleReport(), false) },
+      dispatchTransaction: (tr) => this.#dispatch(tr),
+      ...clipboardProps(() => this.#source),
+    });
+  }
+
+  /** The note as text, with every edit in it. */
+  get text(): string {
+    this.#report();
+    return this.#source.text;
+  }
+
+  /**
+   * Shows `text`. The text that is shown already changes nothing. A newer state of the same note keeps the
+   * caret, the place on the screen and what can be undone; another note starts afresh at its top.
+   */
+  setContent(text: string): void {
+    this.#report();
+    const before = this.#source.text;
+    if (text === before) return;
+    if (isSameNote(before, text)) this.#reload(text);
+    else this.#open(text);
+  }
+
+  /** Runs one of the toolbar's commands as one step that can be undone; unknown ones do nothing. */
+  exec(command: string, value?: string | number): void {
+    const run = commandFor(command, value);
+    if (run === null) return;
+    this.#report();
+    this.view.focus();
+    const stepsAlone = command !== 'undo' && command !== 'redo';
+    run(this.view.state, (tr) => this.view.dispatch(stepsAlone ? closeHistory(tr) : tr), this.view);
+    this.#report();
+    if (stepsAlone) this.view.dispatch(closeHistory(this.view.state.tr));
+  }
+
+  setTheme(theme: string): void {
+    document.documentElement.dataset['theme'] = theme === 'dark' ? 'dark' : 'light';
+  }
+
+  /** Takes the keyboard; in a note where no caret was set yet it goes to the end. */
+  focus(): void {
+    if (!this.#placed) {
+      const { state } = this.view;
+      this.view.dispatch(state.tr.setSelection(lastPlace(state.doc)).scrollIntoView());
+    }
+    this.view.focus();
+  }
+
+  #freshState(): EditorState {
+    const { doc } = this.#source;
+    return EditorState.create({ doc, selection: firstPlace(doc), plugins: this.#plugins });
+  }
+
+  #open(text: string): void {
+    this.#source = SourceDocument.load(text);
+    this.#lastEdit = null;
+    this.view.updateState(this.#freshState());
+    this.#placed = false;
+    window.scrollTo(0, 0);
+  }
+
+  #reload(text: string): void {
+    const change = this.#source.reload(text);
+    if (change === null) return;
+    const tr = replaceChildren(this.view.state.tr, change.from, change.to, change.nodes);
+    this.view.dispatch(tr.setMeta(FROM_TEXT, true).setMeta('addToHistory', false));
+  }
+
+  #dispatch(tr: Transaction): void {
+    this.view.updateState(this.view.state.apply(tr));
+    if (tr.selectionSet) this.#placed = true;
+    if (!tr.docChanged || tr.getMeta(FROM_TEXT) === true) return;
+    this.#lastEdit = tr;
+    this.#scheduleReport();
+  }
+
+  /** Reports at the end of the running task, however many edits it makes. */
+  #scheduleReport(): void {
+    if (this.#reportDue) return;
+    this.#reportDue = true;
+    queueMicrotask(() => this.#report());
+  }
+
+  #report(): void {
+    if (!this.#reportDue) return;
+    this.#reportDue = false;
+    const { change, corrections } = this.#source.apply(this.view.state.doc);
+    // A correction would break an input method's composition; the same one comes again when it has ended.
+    if (corrections.length > 0 && !this.view.composing) this.#correct(corrections);
+    if (change !== null) post('changed', this.#source.text);
+  }
+
+  #correct(corrections: readonly { from: number; to: number; nodes: readonly Node[] }[]): void {
+    const tr = this.view.state.tr;
+    for (const { from, to, nodes } of [...corrections].reverse()) replaceChildren(tr, from, to, nodes);
+    tr.setMeta(FROM_TEXT, true);
+    // Undone together with the edit that called for it.
+    if (this.#lastEdit !== null) tr.setMeta('appendedTransaction', this.#lastEdit);
+    this.view.dispatch(tr);
+  }
+}
+
+/** Puts `nodes` in place of the top-level children `from` to `to`, keeping a caret inside as well as it can. */
+function replaceChildren(tr: Transaction, from: number, to: number, nodes: readonly Node[]): Transaction {
+  const start = tr.doc.resolve(0).posAtIndex(from, 0);
+  const end = tr.doc.resolve(0).posAtIndex(to, 0);
+  const { head } = tr.selection;
+  tr.replaceWith(start, end, nodes);
+  const wasInside = head > start && head < end;
+  return wasInside ? tr.setSelection(Selection.near(tr.doc.resolve(Math.min(head, tr.doc.content.size)))) : tr;
+}

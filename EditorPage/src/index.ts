@@ -1,0 +1,14 @@
+/** Starts the editor page. */
+import { connect } from './bridge';
+import { NoteEditor } from './editor';
+
+const root = document.getElementById('editor');
+if (root === null) throw new Error('the page has no place for the editor');
+connect(new NoteEditor(root));
+
+// A file dropped where the note does not take it would otherwise replace the page.
+for (const kind of ['dragover', 'drop']) {
+  window.addEventListener(kind, (event) => {
+    if ((event as DragEvent).dataTransfer?.types.includes('Files')) event.preventDefault();
+  });
+}

@@ -1,0 +1,33 @@
+/** The parts that every editor state is made of. */
+import { dropCursor } from 'prosemirror-dropcursor';
+import { gapCursor } from 'prosemirror-gapcursor';
+import { history } from 'prosemirror-history';
+import type { Plugin } from 'prosemirror-state';
+import { tableEditing } from 'prosemirror-tables';
+import { typingRules } from './commands/inputRules';
+import { keyPlugins } from './commands/keys';
+import { selectionReporter } from './commands/reporter';
+import { tableShape } from './commands/tableShape';
+import type { NoteContext } from './views/context';
+import { drawnBlockPlugin } from './views/drawn';
+import { inlineSourceKeys } from './views/inlineSource';
+import { linkClicks } from './views/links';
+import { textDecorations } from './views/textDecorations';
+
+/** All plugins, in the order in which they see keys and clicks. */
+export function editorPlugins(context: NoteContext): Plugin[] {
+  return [
+    typingRules(),
+    drawnBlockPlugin(),
+    inlineSourceKeys(),
+    ...keyPlugins(context),
+    linkClicks(context),
+    textDecorations(),
+    history(),
+    tableEditing(),
+    tableShape(),
+    dropCursor({ color: false, class: 'drop-cursor', width: 2 }),
+    gapCursor(),
+    selectionReporter(),
+  ];
+}

@@ -1,0 +1,43 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import type { Slice } from 'prosemirror-model';
+import { copiedText } from '../../src/clipboard/index';
+import { withPlainTables } from '../../src/clipboard/tables';
+import { schema } from '../../src/schema';
+import { situation } from '../commands/onText';
+
+function selected(marked: string): Slice {
+  return situation(marked).state.selection.content();
+}
+
+const copies: readonly (readonly [string, string])[] = [
+  ['a ‹b› c\n', 'b'],
+  ['a **‹b c›** d\n', '**b c**'],
+  ['- a\n- b‹c›d\n', 'c'],
+  ['> - a‹b›\n', 'b'],
+  ['# a‹b›\n', 'b'],
+  ['a‹b\n\n# c›d\n', 'b\n\n# c'],
+  ['- a‹b\n- c›d\n', '- b\n- c'],
+  ['```\na‹ **b›**\n```\n', ' **b'],
+  ['‹a [[B|c]] $x$›\n', 'a [[B|c]] $x$'],
+];
+
+for (const [marked, text] of copies) {
+  test(`copies ${JSON.stringify(marked)} as Markdown`, () => {
+    assert.equal(copiedText(selected(marked)), text);
+  });
+}
+
+test('a pasted table becomes a full grid with one head', () => {
+  const { table, table_row: row, table_cell: cell, table_header: header, doc } = schema.nodes;
+  const text = (word: string) => schema.text(word);
+  const ragged = table.create(null, [
+    row.create(null, [cell.create({ colspan: 2 }, text('a'))]),
+    row.create(null, [header.create(null, text('b')), cell.create(null, text('c')), cell.create(null, text('d'))]),
+  ]);
+  const shaped = withPlainTables(doc.create(null, ragged).slice(0)).content.firstChild!;
+  assert.deepEqual(shaped.children.map((each) => each.children.map((one) => `${one.type.name} ${one.textContent}`)), [
+    ['table_header a', 'table_header ', 'table_header '],
+    ['table_cell b', 'table_cell c', 'table_cell d'],
+  ]);
+});

@@ -1,0 +1,117 @@
+/** The page keeps its side of the contract with the host. */
+import { editor, expect, expectEqual, open, surface, turn, type, type Recorder } from './harness';
+
+type Test = readonly [string, (recorder: Recorder) => Promise<string | void>];
+
+const press = (target: Element): void => {
+  const box = target.getBoundingClientRect();
+  const at = { bubbles: true, cancelable: true, clientX: box.x + box.width / 2, clientY: box.y + box.height / 2, button: 0, detail: 1 };
+  target.dispatchEvent(new MouseEvent('mousedown', { ...at, buttons: 1 }));
+  target.dispatchEvent(new MouseEvent('mouseup', at));
+  target.dispatchEvent(new MouseEvent('click', at));
+};
+
+function find(selector: string): Element {
+  const found = surface().querySelector(selector);
+  if (found === null) throw new Error(`no ${selector} in the note`);
+  return found;
+}
+
+async function settle(recorder: Recorder): Promise<void> {
+  await turn();
+  recorder.clear();
+}
+
+export const bridgeTests: Test[] = [
+  ['setContent reports no change', async (recorder) => {
+    open('# Ett\n\ntext\n');
+    open('\u2028två\r\n\r\n');
+    await turn();
+    expectEqual(recorder.of('changed'), [], 'changes');
+  }],
+  ['setContent with the shown text does nothing', async (recorder) => {
+    open('ett\n');
+    type('!');
+    await settle(recorder);
+    editor().setContent('ett!\n');
+    editor().exec('undo');
+    await turn();
+    expectEqual(recorder.of('changed'), ['ett\n'], 'changes after undo');
+  }],
+  ['many edits in one task are one change', async (recorder) => {
+    open('a\n');
+    await settle(recorder);
+    type('b');
+    type('c');
+    expect(recorder.of('changed').length <= 1, 'more than one change in the task');
+    await turn();
+    expectEqual(recorder.text, 'abc\n', 'text');
+  }],
+  ['another note starts its own history', async (recorder) => {
+    open('ett\n');
+    type('!');
+    await turn();
+    open('något helt annat\n');
+    await settle(recorder);
+    editor().exec('undo');
+    await turn();
+    expectEqual(recorder.of('changed'), [], 'changes after undo');
+  }],
+  ['the same note changed elsewhere keeps what can be undone', async (recorder) => {
+    const rest = 'ett stycke som står kvar\n\noch ett till som också gör det\n';
+    open(`${rest}\nslut\n`);
+    type('!');
+    await settle(recorder);
+    editor().setContent(`ny början\n\n${rest}\nslut!\n`);
+    editor().exec('undo');
+    await turn();
+    expectEqual(recorder.text, `ny början\n\n${rest}\nslut\n`, 'text after undo');
+  }],
+  ['the selection is told once for each state', async (recorder) => {
+    open('text\n');
+    await settle(recorder);
+    editor().exec('bold');
+    await turn();
+    editor().exec('bold');
+    await turn();
+    const bold = recorder.of('selection').map((body) => (body as { bold: boolean }).bold);
+    expectEqual(bold, [true, false], 'bold');
+  }],
+  ['a clicked link goes to the host', async (recorder) => {
+    open('[x](Plan%20B.md) och [[Not#Mål|n]] och <https://example.org>\n');
+    await settle(recorder);
+    for (const selector of ['[data-href="Plan%20B.md"]', '[data-wiki]', '[data-href="https://example.org"]']) press(find(selector));
+    await turn();
+    const wanted = [{ href: 'Plan%20B.md', wiki: false }, { href: 'Not#Mål', wiki: true }, { href: 'https://example.org', wiki: false }];
+    expectEqual(recorder.of('openLink'), wanted, 'opened');
+  }],
+  ['a clicked task box is checked in the text', async (recorder) => {
+    open('- [ ] a\n- [x] b\n');
+    await settle(recorder);
+    (find('.task-box') as HTMLElement).click();
+    await turn();
+    expectEqual(recorder.text, '- [x] a\n- [x] b\n', 'text');
+  }],
+  ['setTheme names the theme on the root', async () => {
+    editor().setTheme('dark');
+    expectEqual(document.documentElement.dataset['theme'], 'dark', 'theme');
+    editor().setTheme('light');
+    expectEqual(document.documentElement.dataset['theme'], 'light', 'theme');
+  }],
+  ['zoom and theme sizes reach the text', async () => {
+    open('text\n');
+    const root = document.documentElement.style;
+    root.setProperty('--editor-zoom', '2.0');
+    root.setProperty('--body-size', '9.0px');
+    const size = getComputedStyle(find('p')).fontSize;
+    root.removeProperty('--editor-zoom');
+    root.removeProperty('--body-size');
+    expectEqual(size, '24px', 'font size');
+  }],
+  ['the note is a named text field in Swedish', async () => {
+    const { lang, spellcheck } = surface();
+    const [role, multiline, label] = ['role', 'aria-multiline', 'aria-label'].map((name) => surface().getAttribute(name));
+    expectEqual([role, lang, spellcheck, multiline, label],
+      ['textbox', 'sv', true, 'true', 'Anteckning'], 'role and name');
+  }],
+];

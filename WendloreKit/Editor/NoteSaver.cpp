@@ -1,0 +1,105 @@
+#include "Editor/NoteSaver.h"
+
+#include "Editor/ConflictCopy.h"
+#include "Editor/NoteText.h"
+
+#include "State/Workspace.h"
+
+#include "Vault/AtomicFile.h"
+#include "Vault/DiskEntry.h"
+#include "Vault/FileCoordinator.h"
+#include "Vault/FileSystemCalls.h"
+#include "Vault/Log.h"
+#include "Vault/RecoveredTexts.h"
+
+#include <fcntl.h>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+/// How often another program may take a conflict copy's name just before us.
+constexpr int maximumAttempts = 10;
+
+void logConflict(const FileURL& note, const QString& baseline, const QString& disk, const QString& markdown)
+{
+    qCWarning(filesLog).noquote() << u"[SYNC] konflikt %1 baselineLen=%2 diskLen=%3 mdLen=%4"_s.arg(
+        note.lastPathComponent(), QString::number(characterCount(baseline)),
+        QString::number(characterCount(disk)), QString::number(characterCount(markdown)));
+}
+
+} // namespace
+
+NoteSaver::NoteSaver(FileCoordinator& coordinator, RecoveredTexts& recovered, const Workspace& workspace,
+                     Clock now)
+    : m_coordinator(coordinator)
+    , m_recovered(recovered)
+    , m_workspace(workspace)
+    , m_now(std::move(now))
+{}
+
+NoteSaver::Result NoteSaver::save(const FileURL& note, const QString& baseline, const QString& markdown)
+{
+    Result result;
+    if (diskEntry(note) == DiskEntry::File)
+        result = keepTheirs(note, baseline, markdown);
+    if (!result.isKept)
+        return result;
+    const QByteArray ours = markdown.toUtf8();
+    const WriteResult written = AtomicFile::write(note, ours);
+    if (!written.succeeded()) {
+        qCWarning(filesLog) << "cannot write" << note.path() << ":" << written.error;
+        result.isKept =
+            ours.isEmpty() || !m_recovered.keep(note, ours, u"the note could not be written"_s).isEmpty();
+    }
+    return result;
+}
+
+NoteSaver::Result NoteSaver::keepTheirs(const FileURL& note, const QString& baseline, const QString& markdown)
+{
+    const std::optional<QByteArray> theirs = m_coordinator.readWhole(note);
+    if (!theirs)
+        return moveAside(note);
+    const std::optional<QString> disk = noteText(*theirs);
+    if (!disk) {
+        const bool isKept = !m_recovered.keep(note, *theirs, u"the note was not UTF-8"_s).isEmpty();
+        return isKept ? Result() : copyAside(note, *theirs);
+    }
+    if (disk->isEmpty() || *disk == baseline || *disk == markdown)
+        return {};
+    logConflict(note, baseline, *disk, markdown);
+    return copyAside(note, *theirs);
+}
+
+NoteSaver::Result NoteSaver::copyAside(const FileURL& note, const QByteArray& theirs)
+{
+    for (int attempt = 0; attempt < maximumAttempts; ++attempt) {
+        const FileURL copy = copyURL(note);
+        const WriteResult written = AtomicFile::create(copy, theirs);
+        if (written.succeeded())
+            return {.conflictCopy = copy};
+        qCWarning(filesLog) << "cannot write" << copy.path() << ":" << written.error;
+        if (!existsOnDisk(copy))
+            break;
+    }
+    return {.isKept = !m_recovered.keep(note, theirs, u"the conflict copy could not be written"_s).isEmpty()};
+}
+
+NoteSaver::Result NoteSaver::moveAside(const FileURL& note)
+{
+    const FileURL copy = copyURL(note);
+    if (FileSystemCalls::real().renameExclusively(AT_FDCWD, note.bytes().constData(), AT_FDCWD,
+                                                  copy.bytes().constData()) == 0)
+        return {.conflictCopy = copy};
+    // A file that is gone by now has nothing left to lose.
+    return {.isKept = !existsOnDisk(note)};
+}
+
+FileURL NoteSaver::copyURL(const FileURL& note) const
+{
+    return conflictCopyURL(note, m_workspace.computerName(), m_now());
+}
+
+} // namespace wendlore
