@@ -15,4 +15,5 @@ await build({
   charset: 'utf8',
   legalComments: 'none',
   logLevel: 'warning',
+  loader: { '.svg': 'text' },
 });

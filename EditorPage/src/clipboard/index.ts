@@ -65,7 +65,12 @@ export function copiedText(slice: Slice): string {
   const only = content.childCount === 1 ? content.firstChild! : null;
   if (only?.type.spec.code) return only.textContent;
   if (only?.isTextblock && openStart > 0) return writeBlock(paragraph.create(null, only.content));
-  return content.content.map((node) => writeBlock(asBlock(node))).join('\n\n');
+  return noteText(content.content).trimEnd();
+}
+
+/** Blocks as Markdown, written anew. */
+export function noteText(blocks: readonly Node[]): string {
+  return `${blocks.map((node) => writeBlock(asBlock(node))).join('\n\n')}\n`;
 }
 
 /** Parts of lists and tables can be selected without the whole. */
