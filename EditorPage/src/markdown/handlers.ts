@@ -1,0 +1,52 @@
+import type { Node as TreeNode, Paragraph, PhrasingContent } from 'mdast';
+import type { Handle, Options } from 'mdast-util-to-markdown';
+import { letterLabel } from '../syntax/letters';
+
+/** Plain lines that begin with letters. */
+export interface LetterList extends TreeNode {
+  type: 'letterList';
+  start: number;
+  children: Paragraph[];
+}
+
+/** Part of a text block's content, to be written between the characters `before` and `after`. */
+export interface Stretch extends TreeNode {
+  type: 'stretch';
+  before: string;
+  after: string;
+  isCell: boolean;
+  children: PhrasingContent[];
+}
+
+declare module 'mdast' {
+  interface RootContentMap {
+    letterList: LetterList;
+    stretch: Stretch;
+  }
+}
+
+const writeLetterList: Handle = (node: LetterList, _parent, state, info) => {
+  const lines = node.children.map((item, index) => {
+    const marker = `${letterLabel(node.start + index)}. `;
+    const exit = state.enter('paragraph');
+    const exitPhrasing = state.enter('phrasing');
+    const text = state.containerPhrasing(item, { ...info, before: ' ', after: '\n' });
+    exitPhrasing();
+    exit();
+    return marker + text;
+  });
+  return lines.join('\n');
+};
+
+const writeStretch: Handle = (node: Stretch, _parent, state, info) => {
+  const exits = [state.enter('paragraph'), state.enter('phrasing')];
+  if (node.isCell) exits.push(state.enter('tableCell'));
+  const text = state.containerPhrasing(node as never, { ...info, before: node.before, after: node.after });
+  for (const exit of exits.reverse()) exit();
+  return text;
+};
+
+export const ownHandlers: Options = {
+  handlers: { letterList: writeLetterList, stretch: writeStretch } as Options['handlers'],
+  unsafe: [{ atBreak: true, before: '[A-Z]', character: '.', after: '[ \\t]' }],
+};

@@ -1,0 +1,162 @@
+import type { Link, PhrasingContent, Text } from 'mdast';
+import { Fragment, type Mark, type Node } from 'prosemirror-model';
+import { schema } from '../schema';
+import type { Segment } from './segments';
+import { alignLines, readInlineCode } from './align';
+
+const { nodes, marks } = schema;
+
+/** The content of a text block, with the places of its parts in the source. */
+export interface Inline {
+  content: Fragment;
+  segments: Segment[];
+}
+
+/** Turns what stands between the ends of a text block into its content. */
+export class InlineReader {
+  private readonly parts: Node[] = [];
+  private readonly segments: Segment[] = [];
+  private size = 0;
+
+  /** `shift` is taken off every offset of the tree; `origin` is where the text block's piece starts in `source`. */
+  constructor(
+    private readonly source: string,
+    private readonly shift: number,
+    private readonly origin: number,
+  ) {}
+
+  /** Reads the children of one text block. Throws on what the parser never makes. */
+  read(children: readonly PhrasingContent[]): Inline {
+    this.addAll(children, []);
+    return { content: Fragment.fromArray(this.parts), segments: this.segments };
+  }
+
+  private addAll(children: readonly PhrasingContent[], outer: readonly Mark[]) {
+    for (const child of children) this.add(child, outer);
+  }
+
+  private add(node: PhrasingContent, outer: readonly Mark[]) {
+    switch (node.type) {
+      case 'text':
+        return this.addTextNode(node, outer);
+      case 'emphasis':
+        return this.addAll(node.children, marks.em.create().addToSet(outer));
+      case 'strong':
+        return this.addAll(node.children, marks.strong.create().addToSet(outer));
+      case 'delete':
+        return this.addAll(node.children, marks.strike.create().addToSet(outer));
+      case 'highlight':
+        return this.addAll(node.children, marks.highlight.create().addToSet(outer));
+      case 'inlineCode':
+        return this.addCode(node, outer);
+      case 'link':
+        return this.addLink(node, this.linkMark(node), outer);
+      case 'linkReference': {
+        const attrs = { reference: node.referenceType, label: node.label ?? node.identifier };
+        return this.addLink(node, marks.link.create(attrs), outer);
+      }
+      default:
+        return this.addLeaf(node, this.leaf(node).mark(outer));
+    }
+  }
+
+  private leaf(node: PhrasingContent): Node {
+    switch (node.type) {
+      case 'break':
+        return nodes.hard_break.create();
+      case 'image':
+        return nodes.image.create({ src: node.url, alt: node.alt ?? '', title: node.title ?? null });
+      case 'imageReference': {
+        const label = node.label ?? node.identifier;
+        return nodes.image.create({ alt: node.alt ?? '', reference: node.referenceType, label });
+      }
+      case 'html':
+        return nodes.html_inline.create({ value: node.value });
+      case 'footnoteReference':
+        return nodes.footnote_reference.create({ label: node.label ?? node.identifier });
+      case 'mathInline':
+        return nodes.math_inline.create({ value: node.value });
+      case 'wikilink': {
+        const type = node.isEmbed ? nodes.embed : nodes.wikilink;
+        return type.create({ target: node.target, alias: node.alias });
+      }
+      default:
+        return nodes.raw_inline.create({ source: this.slice(node) });
+    }
+  }
+
+  private start(node: PhrasingContent) {
+    return node.position!.start.offset! - this.shift;
+  }
+
+  private end(node: PhrasingContent) {
+    return node.position!.end.offset! - this.shift;
+  }
+
+  private slice(node: PhrasingContent) {
+    return this.source.slice(this.start(node), this.end(node));
+  }
+
+  private linkMark(node: Link): Mark {
+    const auto = this.source[this.start(node)] !== '[';
+    return marks.link.create({ href: node.url, title: node.title ?? null, auto });
+  }
+
+  /** A link without text has nothing that could carry its mark: its source is kept instead. */
+  private addLink(node: PhrasingContent & { children: PhrasingContent[] }, mark: Mark, outer: readonly Mark[]) {
+    const before = this.size;
+    this.addAll(node.children, mark.addToSet(outer));
+    if (this.size === before) this.addLeaf(node, nodes.raw_inline.create({ source: this.slice(node) }, null, outer));
+  }
+
+  private addLeaf(node: PhrasingContent, leaf: Node) {
+    const from = this.start(node);
+    this.segments.push({ at: this.size, size: 1, from: from - this.origin, length: this.end(node) - from });
+    this.append(leaf);
+  }
+
+  private addTextNode(node: Text, outer: readonly Mark[]) {
+    const from = this.start(node);
+    if (this.end(node) - from === node.value.length) {
+      this.addRun({ at: 0, from, length: node.value.length });
+    } else {
+      for (const run of node.data?.runs ?? []) this.addRun({ ...run, from: run.from - this.shift });
+    }
+    this.addText(node.value, outer);
+  }
+
+  private addCode(node: PhrasingContent & { value: string }, outer: readonly Mark[]) {
+    if (node.value === '') return this.addLeaf(node, nodes.raw_inline.create({ source: this.slice(node) }, null, outer));
+    const inner = readInlineCode(this.slice(node), node.value);
+    for (const run of alignLines(node.value, inner.text, this.start(node) + inner.from)) this.addRun(run);
+    return this.addText(node.value.replace(/\n/g, ' '), marks.code.create().addToSet(outer));
+  }
+
+  private addRun({ at, from, length }: { at: number; from: number; length: number }) {
+    const last = this.segments.at(-1);
+    const start = this.size + at;
+    const source = from - this.origin;
+    const continues = last && last.size === last.length && last.at + last.size === start && last.from + last.length === source;
+    if (continues) {
+      last.size += length;
+      last.length += length;
+    } else if (length > 0) {
+      this.segments.push({ at: start, size: length, from: source, length });
+    }
+  }
+
+  private addText(value: string, outer: readonly Mark[]) {
+    if (value) this.append(schema.text(value, outer));
+  }
+
+  /** Neighbouring text with the same marks is one node, as it is in every edited document. */
+  private append(node: Node) {
+    const last = this.parts.at(-1);
+    if (last?.isText && node.isText && last.sameMarkup(node)) {
+      this.parts[this.parts.length - 1] = schema.text(last.text! + node.text!, last.marks);
+    } else {
+      this.parts.push(node);
+    }
+    this.size += node.nodeSize;
+  }
+}

@@ -1,0 +1,155 @@
+import { Fragment, type Node } from 'prosemirror-model';
+import { read, labelKey } from '../markdown/parse';
+import { schema } from '../schema';
+import { emptyEntry, readEntries, type Entry } from './entries';
+import { Journal } from './journal';
+import { countLabels } from './labels';
+import { Retired } from './retired';
+import { commonEnds, mainLineEnd } from './text';
+import { update, type Note } from './update';
+
+const { nodes } = schema;
+
+/** A change of the note's text, in UTF-16 offsets of the text before it. */
+export interface TextChange {
+  from: number;
+  to: number;
+  insert: string;
+}
+
+/** Top-level children `from` to `to` of a document, which have to become `nodes`. */
+export interface Correction {
+  from: number;
+  to: number;
+  nodes: readonly Node[];
+}
+
+/** What an edit of the document did to the text. */
+export interface Applied {
+  /** Null when the text is what it was. */
+  change: TextChange | null;
+  /**
+   * Where the document that was handed in cannot be written as it is: what it has to become to say what the text
+   * says. In ascending order, in children of that document.
+   */
+  corrections: readonly Correction[];
+}
+
+/** Where a definition points. */
+export interface Target {
+  url: string;
+  title: string | null;
+}
+
+/**
+ * A note as a document and as text at once. Every top-level block keeps its own bytes, so that an edit changes those
+ * of the edited blocks and no others; what is written is read back before it counts.
+ */
+export class SourceDocument {
+  private root: Node;
+  private readonly retired = new Retired();
+  private readonly journal: Journal;
+
+  private constructor(private note: Note) {
+    this.root = rootOf(note.entries);
+    this.journal = new Journal(note.entries);
+  }
+
+  /** Reads a note. Any text is one. */
+  static load(text: string): SourceDocument {
+    return new SourceDocument(readNote(text));
+  }
+
+  /** The document that the text says. */
+  get doc(): Node {
+    return this.root;
+  }
+
+  /** The whole note, byte order mark and all. */
+  get text(): string {
+    return this.note.text;
+  }
+
+  /** Brings the text in step with an edited document. */
+  apply(next: Node): Applied {
+    const before = this.note;
+    const restored = this.journal.restore(before, next);
+    const { note, corrections } = restored ? { note: restored, corrections: [] } : update(before, next, this.retired);
+    this.note = note;
+    this.root = corrections.length > 0 ? rootOf(note.entries) : next;
+    this.journal.record(before.entries, note.entries);
+    return { change: changeBetween(before.text, note.text), corrections };
+  }
+
+  /**
+   * Takes over a text that was changed from outside. Tells which top-level children of the document become which
+   * nodes, or null when the text is the one at hand.
+   */
+  reload(text: string): Correction | null {
+    if (text === this.note.text) return null;
+    const before = this.note.entries;
+    const next = readNote(text);
+    const { start, end } = commonEntries(before, next.entries);
+    const offset = before.length - next.entries.length;
+    const entries = next.entries.map((entry, index) => {
+      if (index < start) return { ...entry, node: before[index]!.node };
+      return index >= next.entries.length - end ? { ...entry, node: before[index + offset]!.node } : entry;
+    });
+    this.note = { ...next, entries };
+    this.root = rootOf(entries);
+    this.journal.record(before, entries);
+    const nodes = entries.slice(start, entries.length - end).map((entry) => entry.node);
+    return { from: start, to: before.length - end, nodes };
+  }
+
+  /** What a reference link or picture points to. Null for a label that is not defined. */
+  definitionFor(label: string): Target | null {
+    const key = labelKey(label);
+    for (const entry of this.note.entries) {
+      if (!entry.source.includes(']:')) continue;
+      const target = definitionIn(entry, key);
+      if (target) return target;
+    }
+    return null;
+  }
+}
+
+function rootOf(entries: readonly Entry[]): Node {
+  return nodes.doc.create(null, Fragment.fromArray(entries.map((entry) => entry.node)));
+}
+
+function readNote(text: string): Note {
+  const mark = text.startsWith('\ufeff') ? '\ufeff' : '';
+  const { entries, tail } = readEntries(text.slice(mark.length), true);
+  const hasBlock = entries.some((entry) => entry.node.type !== nodes.front_matter);
+  if (!hasBlock) entries.push(emptyEntry(nodes.paragraph.create(), ''));
+  const labels = countLabels(new Map(), [], entries.map((entry) => entry.parsed));
+  return { mark, entries, tail, text, labels, lineEnd: mainLineEnd(text) };
+}
+
+function changeBetween(before: string, after: string): TextChange | null {
+  if (before === after) return null;
+  const { start, end } = commonEnds(before, after);
+  return { from: start, to: before.length - end, insert: after.slice(start, after.length - end) };
+}
+
+const isUnchanged = (a: Entry, b: Entry) => a.raw === b.raw && (a.parsed === b.parsed || a.parsed.eq(b.parsed));
+
+function commonEntries(a: readonly Entry[], b: readonly Entry[]): { start: number; end: number } {
+  const shorter = Math.min(a.length, b.length);
+  let start = 0;
+  while (start < shorter && isUnchanged(a[start]!, b[start]!)) start += 1;
+  let end = 0;
+  while (end < shorter - start && isUnchanged(a[a.length - 1 - end]!, b[b.length - 1 - end]!)) end += 1;
+  return { start, end };
+}
+
+function definitionIn(entry: Entry, key: string): Target | null {
+  const found: Target[] = [];
+  const visit = (block: { type: string; children?: unknown[]; identifier?: string; url?: string; title?: string | null }) => {
+    if (block.type === 'definition' && block.identifier === key) found.push({ url: block.url!, title: block.title ?? null });
+    for (const child of block.children ?? []) visit(child as never);
+  };
+  for (const block of read(entry.source, false).blocks) visit(block as never);
+  return found[0] ?? null;
+}

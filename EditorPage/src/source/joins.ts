@@ -1,0 +1,116 @@
+import type { Node } from 'prosemirror-model';
+import { writeBlock } from '../markdown/write';
+import { schema } from '../schema';
+import { readBlock, readEntries, type Entry } from './entries';
+import { isSame } from './normal';
+import type { Context } from './reconcile';
+import { unify, withLineEnd } from './text';
+
+const { nodes } = schema;
+
+/** Two blocks that follow each other in the text, and the bytes between them. */
+export interface Joint {
+  before: Entry;
+  after: Entry;
+  gap: string;
+}
+
+const isFrontMatter = (entry: Entry) => entry.parsed.type === nodes.front_matter;
+
+const blankLine = /\n[ \t]*\n/;
+
+/** Whether two blocks might read differently together than each alone. */
+export function isRisky({ before, after, gap }: Joint): boolean {
+  if (!blankLine.test(unify(gap).text)) return true;
+  const isIndented = /^[ \t]/.test(after.source);
+  switch (before.parsed.type) {
+    case nodes.list:
+      return isIndented || after.parsed.type === nodes.list;
+    case nodes.footnote_definition:
+      return isIndented;
+    case nodes.html_block:
+    case nodes.raw_block:
+      return true;
+    case nodes.code_block:
+    case nodes.math_block:
+      return isIndented || !/\n *(`{3,}|~{3,}|\${2,})[ \t]*$/.test(before.source);
+    default:
+      return false;
+  }
+}
+
+/** Longer lists are looked at only with the item that is next to the joint. */
+const wholeLimit = 3000;
+
+interface Side {
+  source: string;
+  node: Node;
+}
+
+function lastPart({ source, parsed, piece }: Entry): Side {
+  if (parsed.type !== nodes.list || source.length < wholeLimit) return { source, node: parsed };
+  const start = piece.start + piece.children.at(-1)!.start;
+  const lineStart = source.lastIndexOf('\n', start - 1) + 1;
+  return { source: source.slice(lineStart), node: parsed.copy(parsed.content.cut(parsed.content.size - parsed.lastChild!.nodeSize)) };
+}
+
+function firstPart({ source, parsed, piece }: Entry): Side {
+  if (parsed.type !== nodes.list || source.length < wholeLimit) return { source, node: parsed };
+  const end = piece.start + piece.children[0]!.end;
+  return { source: source.slice(0, end), node: parsed.copy(parsed.content.cut(0, parsed.firstChild!.nodeSize)) };
+}
+
+/** Whether two blocks stay what they are when they are read together. */
+export function holds({ before, after, gap }: Joint, context: Context): boolean {
+  const left = lastPart(before);
+  const right = firstPart(after);
+  const between = unify(gap).text;
+  const { entries } = readEntries(left.source + between + right.source, isFrontMatter(before), context.labels);
+  const [first, second] = entries;
+  if (entries.length !== 2 || !first || !second) return false;
+  return sameSide(first.parsed, left.node) && sameSide(second.parsed, right.node) && second.source === right.source;
+}
+
+/** Of a part of a list the first number says nothing. */
+function sameSide(found: Node, expected: Node): boolean {
+  if (found.type !== nodes.list || found.attrs.kind !== expected.attrs.kind) return isSame(found, expected);
+  return isSame(found, expected.type.create({ ...expected.attrs, start: found.attrs.start }, expected.content));
+}
+
+/** Other ways to write the two blocks so that they stay apart, the least change first. */
+export function* separations(joint: Joint, context: Context, lineEnd: string): Generator<Joint> {
+  const { before, after } = joint;
+  const isApart = blankLine.test(unify(joint.gap).text);
+  const apart = isApart ? joint.gap : withLineEnd('\n\n', lineEnd);
+  if (!isApart) yield { ...joint, gap: apart };
+  const fenced = after.parsed.type === nodes.code_block ? rewritten(after, context, lineEnd) : null;
+  if (fenced) yield { before, after: fenced, gap: apart };
+  const isOpen = before.parsed.type === nodes.code_block || before.parsed.type === nodes.math_block;
+  const closed = isOpen ? rewritten(before, context, lineEnd) : null;
+  if (closed) yield { before: closed, after, gap: apart };
+  if (closed && fenced) yield { before: closed, after: fenced, gap: apart };
+  const unindented = /^[ \t]/.test(after.source) ? rewritten(after, context, lineEnd) : null;
+  if (unindented) yield { before, after: unindented, gap: apart };
+}
+
+function rewritten(entry: Entry, { labels }: Context, lineEnd: string): Entry | null {
+  const block = readBlock(writeBlock(entry.parsed), entry.parsed.type, labels);
+  if (!block || !isSame(block.parsed, entry.parsed)) return null;
+  return { ...entry, ...block, raw: withLineEnd(block.source, lineEnd) };
+}
+
+/** The two blocks as they read together, where nothing keeps them apart. */
+export function merged({ before, after, gap }: Joint, context: Context): Entry[] {
+  const { entries, tail } = readEntries(before.raw + gap + after.raw, isFrontMatter(before), context.labels);
+  const last = entries.at(-1);
+  if (!last) return [];
+  return [{ ...entries[0]!, gap: before.gap }, ...entries.slice(1)].map((entry, index, all) =>
+    index === all.length - 1 && tail !== '' ? withTail(entry, tail) : entry,
+  );
+}
+
+const withTail = (entry: Entry, tail: string): Entry => ({
+  ...entry,
+  raw: entry.raw + tail,
+  source: entry.source + unify(tail).text,
+});

@@ -1,0 +1,76 @@
+import type { Node } from 'prosemirror-model';
+import type { Labels } from '../markdown/parse';
+import { shifted, type Piece } from '../markdown/piece';
+import { schema } from '../schema';
+import { differingChildren } from './changes';
+import { readBlock, type Block } from './entries';
+import { isSame } from './normal';
+import { spliced, type Splice } from './patch';
+
+const { nodes } = schema;
+
+/** Smaller blocks are read whole. */
+const wholeLimit = 3000;
+
+/**
+ * Reads a long list or table after a splice only around the children that changed: each item stands alone, but for
+ * how its marker is indented against its neighbours', and each row needs only the header. Null when it does not say
+ * what is expected, undefined when it has to be read whole.
+ */
+export function readPart(block: Block, splice: Splice, expected: Node, labels: Labels): Block | null | undefined {
+  const { parsed, source } = block;
+  const isLong = source.length > wholeLimit && parsed.childCount > 4;
+  if (!isLong || !parsed.sameMarkup(expected)) return undefined;
+  if (parsed.type !== nodes.list && parsed.type !== nodes.table) return undefined;
+
+  const range = differingChildren(parsed, expected);
+  const first = parsed.type === nodes.table ? 1 : 0;
+  const from = Math.max(first, range.from - 1);
+  const to = Math.min(parsed.childCount, range.beforeTo + 1);
+  if (range.from < first || to - from > parsed.childCount / 2) return undefined;
+  return readWindow(block, splice, expected, { from, to, expectedTo: to + range.afterTo - range.beforeTo }, labels);
+}
+
+/** Children `from` to `to` of the block, which become `from` to `expectedTo`. */
+interface Window {
+  from: number;
+  to: number;
+  expectedTo: number;
+}
+
+function readWindow(block: Block, splice: Splice, expected: Node, window: Window, labels: Labels): Block | null | undefined {
+  const { piece, source, parsed } = block;
+  const firstPiece = piece.children[window.from]!;
+  const start = source.lastIndexOf('\n', piece.start + firstPiece.start - 1) + 1;
+  const end = piece.start + piece.children[window.to - 1]!.end;
+  if (splice.from < piece.start + firstPiece.start || splice.to > end) return undefined;
+
+  const grown = splice.text.length - (splice.to - splice.from);
+  const next = spliced(source, splice);
+  const header = parsed.type === nodes.table ? source.slice(0, piece.start + piece.children[1]!.start) : '';
+  const read = readBlock(header + next.slice(start, end + grown), parsed.type, labels);
+  const headerRows = header === '' ? 0 : 1;
+  if (!read || read.parsed.attrs.kind !== parsed.attrs.kind) return null;
+  const found = read.parsed.children.slice(headerRows);
+  if (found.length !== window.expectedTo - window.from) return null;
+  if (!found.every((child, index) => isSame(child, expected.child(window.from + index)))) return null;
+
+  const offset = start - header.length + read.piece.start - piece.start;
+  const pieces = read.piece.children.slice(headerRows).map((one) => shifted(one, offset));
+  return joined(block, next, window, found, pieces, grown);
+}
+
+function joined(block: Block, source: string, window: Window, found: Node[], pieces: Piece[], grown: number): Block {
+  const { piece, parsed } = block;
+  const children = [
+    ...piece.children.slice(0, window.from),
+    ...pieces,
+    ...piece.children.slice(window.to).map((one) => shifted(one, grown)),
+  ];
+  const content = [...parsed.children.slice(0, window.from), ...found, ...parsed.children.slice(window.to)];
+  return {
+    source,
+    parsed: parsed.type.create(parsed.attrs, content),
+    piece: { ...piece, end: piece.end + grown, children },
+  };
+}

@@ -1,0 +1,162 @@
+import type { Fragment, Mark, Node } from 'prosemirror-model';
+import type { Piece } from '../markdown/piece';
+import { writeInline, type Style } from '../markdown/write';
+import { schema } from '../schema';
+import { indentLines, type Place } from './place';
+
+/** A change to a block's source: `text` in place of what stands from `from` to `to`. */
+export interface Splice {
+  from: number;
+  to: number;
+  text: string;
+}
+
+export function spliced(source: string, { from, to, text }: Splice): string {
+  return source.slice(0, from) + text + source.slice(to);
+}
+
+/** The source offsets, relative to the piece, that an offset in a text block's content may stand for, ascending. */
+export function sourceOffsets(piece: Piece, at: number, size: number): number[] {
+  const offsets = new Set<number>();
+  for (const segment of piece.segments) {
+    if (segment.at > at) break;
+    if (at > segment.at + segment.size) continue;
+    if (segment.size === segment.length) offsets.add(segment.from + at - segment.at);
+    else offsets.add(at === segment.at ? segment.from : segment.from + segment.length);
+  }
+  if (offsets.size === 0 && at === 0) offsets.add(piece.inner[0]);
+  if (at === size && (offsets.size === 0 || endsOutsideText(piece, at))) offsets.add(piece.inner[1]);
+  return [...offsets].sort((a, b) => a - b);
+}
+
+/** Whether something stands between the last text and the end of what is written: closing markers. */
+function endsOutsideText(piece: Piece, at: number): boolean {
+  const last = piece.segments.at(-1);
+  return !!last && last.at + last.size === at && last.from + last.length < piece.inner[1];
+}
+
+/** What a text block's content has to become another: `middle` in place of the content from `from` to `to`. */
+interface Difference {
+  from: number;
+  to: number;
+  middle: Fragment;
+}
+
+function difference(before: Fragment, after: Fragment): Difference | null {
+  const from = before.findDiffStart(after);
+  const ends = from === null ? null : before.findDiffEnd(after);
+  if (from === null || !ends) return null;
+  const overlap = Math.max(0, from - Math.min(ends.a, ends.b));
+  return { from, to: ends.a + overlap, middle: after.cut(from, ends.b + overlap) };
+}
+
+/** Widens a difference until both its ends have a place in the source. */
+function widened(place: Place, after: Fragment, change: Difference): Difference {
+  const size = place.node.content.size;
+  const hasPlace = (at: number) => sourceOffsets(place.piece, at, size).length > 0;
+  let { from, to } = change;
+  while (from > 0 && !hasPlace(from)) from -= 1;
+  while (to < size && !hasPlace(to)) to += 1;
+  if (from === change.from && to === change.to) return change;
+  return { from, to, middle: after.cut(from, after.size - (size - to)) };
+}
+
+/**
+ * The ways to bring a change of a text block's content into its source, the most faithful first. None is certain:
+ * each has to be read back. `prefix` stands before every further line.
+ */
+export function* inlineSplices(source: string, place: Place, next: Node, prefix: string): Generator<Splice> {
+  const change = difference(place.node.content, next.content);
+  if (!change) return;
+  if (place.piece.isMissing) {
+    yield* intoNothing(source, place, next, prefix);
+    return;
+  }
+  const wide = widened(place, next.content, change);
+  for (const [from, to] of ranges(place, wide)) {
+    for (const text of texts(source, from, to, next, wide.middle, place)) {
+      yield { from, to, text: indentLines(text, prefix) };
+    }
+  }
+  if (!next.type.spec.code) yield* rewritten(source, place, next, prefix);
+}
+
+/** The source ranges that a difference may stand for. */
+function* ranges(place: Place, { from, to, middle }: Difference): Generator<[number, number]> {
+  const size = place.node.content.size;
+  const starts = sourceOffsets(place.piece, from, size).map((at) => at + place.start);
+  const ends = sourceOffsets(place.piece, to, size).map((at) => at + place.start);
+  if (from === to) {
+    for (const at of insertsAfter(place.node, from, middle) ? starts : starts.reverse()) yield [at, at];
+    return;
+  }
+  for (const start of starts) {
+    for (const end of ends.slice().reverse()) if (start <= end) yield [start, end];
+  }
+}
+
+/** Whether new content goes with what stands before it, by its marks, rather than with what stands behind. */
+function insertsAfter(block: Node, at: number, middle: Fragment): boolean {
+  const marksOf = (node: Node | null | undefined): readonly Mark[] => node?.marks ?? [];
+  const before = at > 0 ? marksOf(block.childBefore(at).node) : [];
+  const own = marksOf(middle.firstChild);
+  return before.length > 0 && before.every((mark) => mark.isInSet(own));
+}
+
+function isPlain(content: Fragment): boolean {
+  return content.content.every((node) => node.isText);
+}
+
+const textOf = (content: Fragment) => content.textBetween(0, content.size);
+
+function* texts(source: string, from: number, to: number, next: Node, middle: Fragment, place: Place): Generator<string> {
+  if (middle.size === 0) {
+    yield '';
+    return;
+  }
+  const plain = isPlain(middle) ? textOf(middle) : null;
+  if (plain !== null) yield plain;
+  if (next.type.spec.code) {
+    // An empty block has no line of its own yet.
+    if (plain !== null && place.node.content.size === 0) yield `${plain}\n`;
+    return;
+  }
+  const isFirst = from === place.start + place.piece.inner[0];
+  const isLast = to === place.start + place.piece.inner[1];
+  const around = {
+    before: isFirst ? '\n' : (source[from - 1] ?? '\n'),
+    after: isLast ? '\n' : (source[to] ?? '\n'),
+    isCell: isCell(next),
+  };
+  for (const style of styles) {
+    const text = writeInline(middle, around, style);
+    if (text !== plain) yield text;
+  }
+}
+
+const styles: ReadonlyArray<Partial<Style>> = [{}, { emphasis: '_', strong: '_' }];
+
+const isCell = (node: Node) => node.type === schema.nodes.table_cell || node.type === schema.nodes.table_header;
+
+/** The whole content written anew between the ends of the old one. */
+function* rewritten(_source: string, place: Place, next: Node, prefix: string): Generator<Splice> {
+  const from = place.start + place.piece.inner[0];
+  const to = place.start + place.piece.inner[1];
+  for (const style of styles) {
+    const text = writeInline(next.content, { before: '\n', after: '\n', isCell: isCell(next) }, style);
+    yield { from, to, text: indentLines(text, prefix) };
+  }
+}
+
+/** The first content of an item or quote that had none. */
+function* intoNothing(source: string, place: Place, next: Node, prefix: string): Generator<Splice> {
+  if (next.type !== schema.nodes.paragraph) return;
+  const at = place.start;
+  const written = writeInline(next.content, { before: '\n', after: '\n', isCell: false });
+  const plain = isPlain(next.content) ? textOf(next.content) : written;
+  for (const text of new Set([plain, written])) {
+    const lines = indentLines(text, prefix);
+    if (source[at] === ' ') yield { from: at + 1, to: at + 1, text: lines };
+    yield { from: at, to: at, text: ` ${lines}` };
+  }
+}

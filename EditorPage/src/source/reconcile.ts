@@ -1,0 +1,87 @@
+import type { Node } from 'prosemirror-model';
+import type { Labels } from '../markdown/parse';
+import { attrSplices } from './attrs';
+import { changesBetween, type Change } from './changes';
+import { childSplices } from './children';
+import { readBlock, type Block } from './entries';
+import { readPart } from './local';
+import { isSame, tidy } from './normal';
+import { inlineSplices, spliced, type Splice } from './patch';
+import { linePrefix, placesAlong, withChildren, withNode } from './place';
+import type { Pool } from './pool';
+
+/** What reading a block depends on outside of it. */
+export interface Context {
+  /** The labels that the whole note defines. */
+  labels: Labels;
+}
+
+/** So many attempts are read back for one change, and so many changes are made to one block. */
+const attemptLimit = 14;
+const changeLimit = 60;
+
+/**
+ * Changes a block's source until it says what `target` says, with as few changed bytes as can be. Every step is read
+ * back. Null when there is no such way.
+ */
+export function reconcile(block: Block, target: Node, pool: Pool, context: Context): Block | null {
+  const aim = tidy(target);
+  let current = block;
+  for (let step = 0; step < changeLimit; step += 1) {
+    if (isSame(current.parsed, aim)) return current;
+    const next = changed(current, aim, pool, context);
+    if (!next) return null;
+    current = next;
+  }
+  return null;
+}
+
+function changed(block: Block, aim: Node, pool: Pool, context: Context): Block | null {
+  for (const change of changesBetween(block.parsed, aim)) {
+    const expected = outcome(block.parsed, change);
+    let attempts = 0;
+    for (const splice of splices(block, change, pool)) {
+      const next = readBack(block, splice, expected, context);
+      if (next) return next;
+      attempts += 1;
+      if (attempts === attemptLimit) break;
+    }
+  }
+  return null;
+}
+
+/** What the block should say after a change. */
+function outcome(root: Node, change: Change): Node {
+  switch (change.kind) {
+    case 'inline':
+      return withNode(root, change.path, change.node);
+    case 'attrs': {
+      const old = change.path.reduce((node, index) => node.child(index), root);
+      return withNode(root, change.path, old.type.create(change.node.attrs, old.content));
+    }
+    case 'children':
+      return withChildren(root, change.path, change.from, change.to, change.nodes);
+  }
+}
+
+function splices(block: Block, change: Change, pool: Pool): Iterable<Splice> {
+  const places = placesAlong(block, change.path);
+  const place = places.at(-1)!;
+  const parent = places.at(-2);
+  switch (change.kind) {
+    case 'inline':
+      return inlineSplices(block.source, place, change.node, parent ? linePrefix(block.source, parent) : '');
+    case 'attrs':
+      return attrSplices(block.source, place, change.node);
+    case 'children':
+      return childSplices(block.source, place, change, pool);
+  }
+}
+
+/** The block after a splice, if it then says what is expected. */
+function readBack(block: Block, splice: Splice, expected: Node, context: Context): Block | null {
+  const part = readPart(block, splice, expected, context.labels);
+  if (part !== undefined) return part;
+  const next = readBlock(spliced(block.source, splice), expected.type, context.labels);
+  return next && isSame(next.parsed, expected) ? next : null;
+}

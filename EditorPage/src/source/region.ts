@@ -1,0 +1,180 @@
+import type { Node } from 'prosemirror-model';
+import { adjusted } from './adjust';
+import type { Entry } from './entries';
+import { holds, isRisky, merged, separations, type Joint } from './joins';
+import { isBlank } from './normal';
+import { withLineEnd } from './text';
+import { writeEntries, type Writing } from './writer';
+
+/** Entries on their way into a note, and which of the entries before the edit each was made from. */
+export interface Draft {
+  entries: Entry[];
+  /** The index of the older entry whose place this takes, or -1. */
+  origin: number;
+  /** Whether the bytes are those of the older entry. */
+  isKept: boolean;
+}
+
+/** What has been written before: a node that comes back gets its bytes back. */
+export interface Memory {
+  recall(node: Node): Entry | null;
+}
+
+/** Writes the blocks that take the place of `olds`. */
+export function draft(olds: readonly Entry[], next: readonly Node[], writing: Writing, memory: Memory): Draft[] {
+  const kept = new Matcher(olds);
+  const origins = next.map((node) => kept.take(node));
+  return next.map((node, index) => {
+    const origin = origins[index]!;
+    if (origin >= 0) return { entries: [{ ...olds[origin]!, node }], origin, isKept: true };
+    const model = modelFor(index, next.length, olds.length, kept);
+    const known = isBlank(node) ? null : memory.recall(node);
+    const entries = known ? [{ ...known, node }] : writeEntries(adjusted(node), olds[model], writing);
+    return { entries, origin: model, isKept: false };
+  });
+}
+
+/** The older entry that stands where a new block does, if no other block has it. */
+function modelFor(index: number, count: number, oldCount: number, kept: Matcher): number {
+  let model = -1;
+  if (count === oldCount || index === 0) model = index;
+  else if (index === count - 1) model = oldCount - 1;
+  return model < oldCount && !kept.isTaken(model) ? model : -1;
+}
+
+/** Finds the entries that new nodes are equal to, each once. */
+class Matcher {
+  private readonly byKey = new Map<string, number[]>();
+  private readonly taken = new Set<number>();
+
+  constructor(private readonly entries: readonly Entry[]) {
+    for (const [index, { node }] of entries.entries()) {
+      const key = `${node.type.name} ${node.nodeSize}`;
+      const same = this.byKey.get(key);
+      if (same) same.push(index);
+      else this.byKey.set(key, [index]);
+    }
+  }
+
+  take(node: Node): number {
+    const same = this.byKey.get(`${node.type.name} ${node.nodeSize}`) ?? [];
+    const index = same.find((one) => !this.taken.has(one) && this.entries[one]!.node.eq(node)) ?? -1;
+    if (index >= 0) this.taken.add(index);
+    return index;
+  }
+
+  isTaken(index: number): boolean {
+    return this.taken.has(index);
+  }
+}
+
+/** Borders that keep changing each other are left after so many changes. */
+const changeLimit = 200;
+
+/** Gives the drafts their gaps: those of the entries that they take the place of, else a blank line. */
+export function spaced(drafts: readonly Draft[], olds: readonly Entry[], isFirst: boolean, lineEnd: string): Entry[] {
+  const result: Entry[] = [];
+  const apart = withLineEnd('\n\n', lineEnd);
+  let before = -1;
+  for (const [index, { entries, origin }] of drafts.entries()) {
+    for (const [part, entry] of entries.entries()) {
+      const isVeryFirst = index === 0 && part === 0;
+      const follows = part === 0 && origin >= 0 && (isVeryFirst ? origin === 0 : origin === before + 1);
+      result.push({ ...entry, gap: part > 0 ? entry.gap : gapFor(entry, follows ? olds[origin]! : null) });
+    }
+    before = origin;
+  }
+  return result;
+
+  function gapFor(entry: Entry, old: Entry | null): string {
+    const isAtStart = isFirst && result.length === 0;
+    if (isAtStart) return olds[0]?.gap ?? '';
+    if (entry.source === '') return old && old.source === '' ? old.gap : withLineEnd('\n', lineEnd);
+    if (!old || old.source === '') return apart;
+    return old.gap;
+  }
+}
+
+/** Entries with their neighbours, whose borders are yet to be looked at. */
+export interface Region {
+  entries: Entry[];
+  /** How many entries in front of the edit have been drawn in because they read together with it. */
+  extraBefore: number;
+  extraAfter: number;
+}
+
+/** Where a region takes more neighbours from. */
+export interface Surrounding {
+  before(count: number): Entry | undefined;
+  after(count: number): Entry | undefined;
+}
+
+/**
+ * Makes sure that every two neighbours stay apart when they are read together. Where they cannot, they become what
+ * the text makes of them.
+ */
+export function settle(middle: readonly Entry[], around: Surrounding, writing: Writing): Region {
+  const before = around.before(1);
+  const after = around.after(1);
+  const region = { entries: [...middle], extraBefore: 0, extraAfter: 0 };
+  if (before) {
+    region.entries.unshift(before);
+    region.extraBefore = 1;
+  }
+  if (after) {
+    region.entries.push(after);
+    region.extraAfter = 1;
+  }
+  let changes = 0;
+  for (let index = 0; index < region.entries.length; index += 1) {
+    const hasChanged = settleJoint(region, index, writing);
+    if (!hasChanged || changes === changeLimit) continue;
+    changes += 1;
+    // What was merged or written anew has to get on with what stands before and behind it.
+    index = Math.max(-1, index - 2);
+    drawIn(region, around);
+  }
+  return region;
+}
+
+/** Draws a neighbour in when the outermost entry of the region is not what it was. */
+function drawIn(region: Region, around: Surrounding) {
+  const isSameAs = (entry: Entry | undefined, old: Entry | undefined) => entry?.source === old?.source && entry?.node === old?.node;
+  const first = region.extraBefore > 0 ? around.before(region.extraBefore) : undefined;
+  const earlier = around.before(region.extraBefore + 1);
+  if (first && earlier && !isSameAs(region.entries[0], first)) {
+    region.entries.unshift(earlier);
+    region.extraBefore += 1;
+  }
+  const last = region.extraAfter > 0 ? around.after(region.extraAfter) : undefined;
+  const later = around.after(region.extraAfter + 1);
+  if (last && later && !isSameAs(region.entries.at(-1), last)) {
+    region.entries.push(later);
+    region.extraAfter += 1;
+  }
+}
+
+/** Looks at the border behind an entry. Empty paragraphs have no bytes and so no border. */
+function settleJoint(region: Region, index: number, writing: Writing): boolean {
+  const { entries } = region;
+  const before = entries[index]!;
+  if (before.source === '') return false;
+  let other = index + 1;
+  while (other < entries.length && entries[other]!.source === '') other += 1;
+  const after = entries[other];
+  if (!after) return false;
+
+  const between = entries.slice(index + 1, other);
+  const lead = between.map((entry) => entry.gap).join('');
+  const joint: Joint = { before, after, gap: lead + after.gap };
+  if (!isRisky(joint) || holds(joint, writing)) return false;
+
+  for (const other of separations(joint, writing, writing.lineEnd)) {
+    if (!holds(other, writing)) continue;
+    const gap = other.gap === joint.gap ? after.gap : other.gap;
+    entries.splice(index, between.length + 2, { ...other.before, gap: before.gap }, ...between, { ...other.after, gap });
+    return other.before !== before || other.after !== after;
+  }
+  entries.splice(index, between.length + 2, ...merged(joint, writing));
+  return true;
+}

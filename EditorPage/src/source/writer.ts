@@ -1,0 +1,83 @@
+import type { Node } from 'prosemirror-model';
+import { writeBlock, type Style } from '../markdown/write';
+import { schema } from '../schema';
+import { emptyEntry, readBlock, readEntries, type Block, type Entry } from './entries';
+import { isBlank, isSame, tidy } from './normal';
+import type { Pool } from './pool';
+import { reconcile, type Context } from './reconcile';
+import { carryOver } from './text';
+
+const { nodes } = schema;
+
+/** Blocks whose text is their source, whatever it then turns out to be. */
+const isSource = (node: Node) =>
+  node.type === nodes.html_block || node.type === nodes.definition || node.type === nodes.raw_block;
+
+/** The text that entries come from, and what it needs to know about the rest of the note. */
+export interface Writing extends Context {
+  pool: Pool;
+  lineEnd: string;
+}
+
+/**
+ * Writes one top-level block. `old` is the entry that it was made from, whose bytes are kept as far as can be. What
+ * comes back is always what its source reads as: one entry that says what `node` says, or, where Markdown cannot say
+ * that, the entries that the nearest text gives. They have no gaps yet.
+ */
+export function writeEntries(node: Node, old: Entry | undefined, writing: Writing): Entry[] {
+  if (isBlank(node)) return [emptyEntry(node, '')];
+  const block = (old && patched(node, old, writing)) ?? written(node, old, writing);
+  if (block) return [entryOf(block, node, old, writing.lineEnd)];
+  return reread(node, old, writing);
+}
+
+function patched(node: Node, old: Entry, writing: Writing): Block | null {
+  if (old.parsed.type !== node.type || old.source === '') return null;
+  return reconcile(old, node, writing.pool, writing);
+}
+
+function entryOf(block: Block, node: Node, old: Entry | undefined, lineEnd: string): Entry {
+  const { source, parsed, piece } = block;
+  const raw = carryOver(old?.raw ?? '', old?.source ?? '', source, lineEnd);
+  return { source, parsed, piece, raw, gap: '', node: isSame(parsed, node) ? node : parsed };
+}
+
+function written(node: Node, old: Entry | undefined, writing: Writing): Block | null {
+  for (const source of candidates(node, old, writing)) {
+    const block = readBlock(source, node.type, writing.labels);
+    if (block && isSame(block.parsed, node)) return block;
+  }
+  return null;
+}
+
+/** The block's Markdown, in forms that keep less and less of the older text. */
+function candidates(node: Node, old: Entry | undefined, { pool }: Writing): Set<string> {
+  if (isSource(node)) return new Set([node.textContent]);
+  const found = new Set<string>();
+  const clean = tidy(node);
+  const style = styleOf(old?.source ?? '');
+  for (const known of [pool.parts, pool.whole, undefined]) {
+    found.add(writeBlock(clean, style, known));
+    found.add(writeBlock(clean, { ...style, emphasis: '_', strong: '_' }, known));
+  }
+  return found;
+}
+
+/** The markers that a source uses. */
+function styleOf(source: string): Partial<Style> {
+  const bullet = /^[ >\t]*([-+*])[ \t]/m.exec(source)?.[1] as Style['bullet'] | undefined;
+  const numbered = /^[ >\t]*\d{1,9}([.)])[ \t]/m.exec(source)?.[1] as Style['bulletOrdered'] | undefined;
+  const fence = /^[ >\t]*(~{3}|`{3})/m.exec(source)?.[1]?.[0] as Style['fence'] | undefined;
+  return { ...(bullet && { bullet }), ...(numbered && { bulletOrdered: numbered }), ...(fence && { fence }) };
+}
+
+/** When nothing says what the document says, the text decides, and the document follows. */
+function reread(node: Node, old: Entry | undefined, { labels, lineEnd }: Writing): Entry[] {
+  const text = isSource(node) ? node.textContent : writeBlock(tidy(node), styleOf(old?.source ?? ''));
+  const raw = carryOver(old?.raw ?? '', old?.source ?? '', text, lineEnd);
+  const { entries, tail } = readEntries(raw, node.type === nodes.front_matter, labels);
+  const last = entries.at(-1);
+  if (!last) return [emptyEntry(nodes.paragraph.create(), '')];
+  const blanksAtEnd = /^\s*$/.test(tail) ? '' : tail;
+  return [...entries.slice(0, -1), { ...last, raw: last.raw + blanksAtEnd }];
+}

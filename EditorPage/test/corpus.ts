@@ -1,0 +1,126 @@
+import { readFileSync, readdirSync } from 'node:fs';
+import { createRequire } from 'node:module';
+import path from 'node:path';
+
+/** A note to try things on. */
+export interface Sample {
+  name: string;
+  text: string;
+}
+
+const root = process.cwd();
+const require = createRequire(path.join(root, 'package.json'));
+
+/** The examples of the CommonMark specification, 0.31.2. */
+export function commonMarkExamples(): Sample[] {
+  const spec = require('commonmark-spec') as { tests: Array<{ markdown: string; number: number }> };
+  return spec.tests.map(({ markdown, number }) => ({
+    name: `CommonMark ${number}`,
+    text: markdown.replace(/→/g, '\t'),
+  }));
+}
+
+function markdownBelow(folder: string): string[] {
+  return readdirSync(folder, { withFileTypes: true }).flatMap((entry) => {
+    const full = path.join(folder, entry.name);
+    if (entry.isDirectory()) return markdownBelow(full);
+    return entry.isFile() && /\.(md|markdown)$/i.test(entry.name) ? [full] : [];
+  });
+}
+
+/** Every Markdown file of the installed packages. */
+export function packageFiles(): Sample[] {
+  const folder = path.join(root, 'node_modules');
+  return markdownBelow(folder)
+    .sort()
+    .map((file) => ({ name: path.relative(folder, file), text: readFileSync(file, 'utf8') }));
+}
+
+/** Notes that are hard to keep. */
+export function edgeNotes(): Sample[] {
+  const notes: Record<string, string> = {
+    'empty': '',
+    'one line feed': '\n',
+    'blank lines only': '\n\n \n\t\n',
+    'one word': 'word',
+    'no final line end': 'a\n\nb',
+    'three line ends last': 'a\n\nb\n\n\n',
+    'blank lines first': '\n\n\na\n',
+    'blank lines between': 'a\n\n\n\nb\n\n\nc\n',
+    'blanks at line ends': 'a  \nb\\\nc  \n\nd \n',
+    'CRLF': '# A\r\n\r\nText *b*\r\n\r\n- x\r\n- y\r\n',
+    'lone CR': 'a\rb\r\rc\r',
+    'mixed line ends': 'a\r\nb\n\r\n- x\n- y\r\n\rend',
+    'byte order mark': '\ufeff# A\n\ntext\n',
+    'two byte order marks': '\ufeff\ufeff# A\n\n\ufefftext\n',
+    'byte order mark and front matter': '\ufeff---\na: 1\n---\n\ntext\n',
+    'front matter only': '---\na: 1\n---\n',
+    'empty front matter': '---\n---\n\nx\n',
+    'YAML front matter': '---\ntags: [a, b]\n---\n# T\n\nx\n',
+    'TOML front matter': '+++\ntitle = "x"\n+++\n\nx\n',
+    'unclosed front matter': '---\na: 1\n\ntext\n',
+    'rule first': '---\n\ntext\n',
+    'null character': 'a\0b\n\n    \0code\n',
+    'tabs': '-\ta\n\n\tb\n\n\t\tcode\n',
+    'tab after marker': '>\tq\n>\n>\t\tcode\n',
+    'wiki links': 'See [[Note|alias]], [[a#b]] and ![[img.png|300]] x\n',
+    'wiki link in table': '| a | b |\n|---|---|\n| [[x\\|y]] | ![[z]] |\n',
+    'highlight': 'a ==high== b ==-a==b\n\n==**b**== c\n',
+    'letter list': 'A. one\nB. *two*\nC. three\n\nend\n',
+    'no letter list': 'A. Smith wrote\n\nB. Jones\n',
+    'task list': '- [ ] a\n- [x] b\n- [ ]\n- plain\n\nend\n',
+    'task with heading': '- [ ] # h\n- [x]\n\n  p\n',
+    'footnote': 'a[^1]\n\n[^1]: note\n\n    more\n',
+    'math': '$a_1*b*$ and $5 and $10\n\n$$\nx_1^2\n$$\n\nend\n',
+    'callout': '> [!note]- Title\n> body\n\nend\n',
+    'HTML': '<details>\n<summary>a</summary>\n\nb\n\n</details>\n\nx <kbd>K</kbd> y\n',
+    'HTML comment': 'a <!-- b --> c\n\n<!-- d\n\ne -->\n\nf\n',
+    'unclosed HTML': 'a\n\n<script>\n\nb\n',
+    'references': '[a][b] and [c] ![i][b]\n\n[b]: http://x "t"\n[c]: <http://y>\n',
+    'definition of two lines': '[a]\n\n[a]: /url\n  "title"\n',
+    'definition in a quote': '> [a]: /url\n>   "title"\n\n[a]\n',
+    'table': '|a|b|\n|-|:-:|\n|1|`x\\|y`|\n\nend\n',
+    'ragged table': '| a | b |\n|---|---|\n| 1 |\n| 1 | 2 | 3 |\n',
+    'table without pipes at the ends': 'a | b\n--- | :-:\n1 | 2\n',
+    'other markers': '* a\n* b\n\n1) c\n2) d\n\n__s__ _e_\n',
+    'setext headings': 'T\n=\n\nU\n---\n\na\nb  \nc\n===\n',
+    'indented code': 'x\n\n    code\n\n      more\n\ny\n',
+    'tilde fence': '~~~js {1}\na\n~~~\n\ny\n',
+    'unclosed fence': 'a\n\n```\ncode\n\nmore\n',
+    'empty fence': '```\n```\n\n``` js\n\n```\n',
+    'escapes': '1\\. a \\* b 2 * 3 a_b_c # x <y> & &amp; &copy; &#35;\n',
+    'comments and tags': '%% hidden %%\n\nx #tag ^block-id\n',
+    'empty constructs': '[]() ![]() [](<>) ** ____ `` ``` ```\n\n#\n\n-\n\n>\n',
+    'deep quotes': `${'> '.repeat(40)}deep\n`,
+    'deep lists': `${Array.from({ length: 20 }, (_, depth) => `${'  '.repeat(depth)}- level ${depth}`).join('\n')}\n`,
+    'lazy lines': '> a\nb\n- c\nd\n',
+    'lists beside each other': '- a\n\n* b\n\n1. c\n\n1) d\n',
+    'loose list': '- a\n\n- b\n\n  c\n- d\n',
+    'Swedish': 'Å ä ö – “citat” och **fet**text, hälsa på[^å].\n\n[^å]: Ö\n',
+    'Chinese': '**中文**字 *強調*文字 ==標記==字\n',
+    'emoji and combining': '👩‍👩‍👧 e\u0301 \u{1F600}**b**\n',
+    'no break space': 'a\u00a0b \u00a0 c\n\n\u00a0\n',
+    'lone surrogate': 'a \ud800 b\n',
+    'line separators': 'a\u2028b\u2029c\u0085d\n',
+    'form feed and vertical tab': 'a\fb\vc\n',
+    'addresses': 'http://x.se/å, www.x.se. <http://y> a@b.se <a@b.se>\n',
+    'long line': `${'ord '.repeat(3000)}\n`,
+    'five thousand items': `${Array.from({ length: 5000 }, (_, index) => `- item ${index} with *some* text`).join('\n')}\n`,
+    'two thousand rows': `| n | text |\n|---|---|\n${Array.from({ length: 2000 }, (_, index) => `| ${index} | row |`).join('\n')}\n`,
+  };
+  return Object.entries(notes).map(([name, text]) => ({ name: `edge: ${name}`, text }));
+}
+
+/** The same note with CRLF line ends, and with a byte order mark. */
+export function variants({ name, text }: Sample): Sample[] {
+  return [
+    { name, text },
+    { name: `${name} (CRLF)`, text: text.replace(/\r\n?|\n/g, '\r\n') },
+    { name: `${name} (BOM)`, text: `\ufeff${text}` },
+  ];
+}
+
+/** Every sample there is. */
+export function allSamples(): Sample[] {
+  return [...commonMarkExamples(), ...edgeNotes(), ...packageFiles()];
+}
