@@ -167,10 +167,10 @@ export class BlockReader {
   /** A block whose value stands line by line in the source, after an opening fence if it has one. */
   private lines(block: RootContent & { value: string }, origin: number, type: NodeType, attrs: Attrs | null): Built {
     const source = this.slice(block);
-    const isFenced = block.type !== 'html' && !(block.type === 'code' && !/^(`{3}|~{3})/.test(source.trimStart()));
+    const isFenced = block.type !== 'html' && !(block.type === 'code' && !/^(`{3}|~{3})/.test(source));
     const opening = isFenced ? source.indexOf('\n') + 1 : 0;
     const hasBody = !isFenced || opening > 0;
-    const runs = hasBody ? alignLines(block.value, source.slice(opening), opening) : [];
+    const runs = block.value === '' ? [{ at: 0, from: opening, length: 0 }] : hasBody ? alignLines(block.value, source.slice(opening), opening) : [];
     const segments: Segment[] = runs.map(({ at, from, length }) => ({ at, size: length, from, length }));
     return { node: textNode(type, attrs, block.value), piece: this.piece(block, origin, { segments }) };
   }

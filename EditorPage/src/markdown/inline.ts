@@ -40,13 +40,13 @@ export class InlineReader {
       case 'text':
         return this.addTextNode(node, outer);
       case 'emphasis':
-        return this.addAll(node.children, marks.em.create().addToSet(outer));
+        return this.addMarked(node, marks.em.create(), outer);
       case 'strong':
-        return this.addAll(node.children, marks.strong.create().addToSet(outer));
+        return this.addMarked(node, marks.strong.create(), outer);
       case 'delete':
-        return this.addAll(node.children, marks.strike.create().addToSet(outer));
+        return this.addMarked(node, marks.strike.create(), outer);
       case 'highlight':
-        return this.addAll(node.children, marks.highlight.create().addToSet(outer));
+        return this.addMarked(node, marks.highlight.create(), outer);
       case 'inlineCode':
         return this.addCode(node, outer);
       case 'link':
@@ -102,10 +102,21 @@ export class InlineReader {
     return marks.link.create({ href: node.url, title: node.title ?? null, auto });
   }
 
+  /** The outer edges of a mark are places too: what is written there stands outside of it. */
+  private addMarked(node: PhrasingContent & { children: PhrasingContent[] }, mark: Mark, outer: readonly Mark[]) {
+    this.addEdge(this.start(node));
+    this.addAll(node.children, mark.addToSet(outer));
+    this.addEdge(this.end(node));
+  }
+
+  private addEdge(from: number) {
+    this.segments.push({ at: this.size, size: 0, from: from - this.origin, length: 0 });
+  }
+
   /** A link without text has nothing that could carry its mark: its source is kept instead. */
   private addLink(node: PhrasingContent & { children: PhrasingContent[] }, mark: Mark, outer: readonly Mark[]) {
     const before = this.size;
-    this.addAll(node.children, mark.addToSet(outer));
+    this.addMarked(node, mark, outer);
     if (this.size === before) this.addLeaf(node, nodes.raw_inline.create({ source: this.slice(node) }, null, outer));
   }
 

@@ -40,14 +40,17 @@ const sourceAt = (segments: readonly Segment[], at: number) => {
 
 function item(paragraph: Node, piece: Piece, line: Line, marker: number, end: number): Built | null {
   const start = sourceAt(piece.segments, line.from);
-  const textStart = sourceAt(piece.segments, line.from + marker);
-  if (start === null || textStart === null) return null;
   const from = line.from + marker;
+  if (start === null) return null;
+  const textStart = from === line.to ? end : sourceAt(piece.segments, from);
+  if (textStart === null) return null;
   const segments = piece.segments
     .filter((segment) => segment.at + segment.size > from && segment.at < line.to)
     .map((segment) => clip(segment, from, line.to))
     .map((segment) => ({ ...segment, at: segment.at - from, from: segment.from - textStart }));
-  const inner: Piece = { start: textStart - start, end: end - start, children: [], segments, inner: [0, end - textStart] };
+  const isMissing = from === line.to;
+  const range = [0, end - textStart] as const;
+  const inner: Piece = { start: textStart - start, end: end - start, children: [], segments, inner: range, isMissing };
   const node = nodes.paragraph.create(null, paragraph.content.cut(from, line.to));
   return {
     node: nodes.letter_item.create(null, node),

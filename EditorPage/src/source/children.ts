@@ -56,10 +56,12 @@ function placed(place: Place, { from, to }: Replacement, text: string, gap: stri
 }
 
 /** What may stand between the children: what stands between those nearby, else what suits the container. */
-function gaps(source: string, place: Place, { from, to }: Replacement, prefix: string): Set<string> {
+function gaps(source: string, place: Place, replaced: Replacement, prefix: string): Set<string> {
+  const { from, to } = replaced;
   const close = `\n${prefix}`;
   const apart = `\n${prefix.trimEnd()}\n${prefix}`;
-  const usual = place.node.type === nodes.list || place.node.type === nodes.table ? [close, apart] : [apart, close];
+  const isClose = place.node.type === nodes.list || place.node.type === nodes.table || isSublist(place, replaced);
+  const usual = isClose ? [close, apart] : [apart, close];
   if (place.node.type !== nodes.list) return new Set(usual);
   const between = (index: number) => {
     if (index < 1 || index >= place.node.childCount) return [];
@@ -68,6 +70,10 @@ function gaps(source: string, place: Place, { from, to }: Replacement, prefix: s
   };
   return new Set([...between(from), ...between(to), ...usual]);
 }
+
+/** Lists below the text of an item. */
+const isSublist = ({ node }: Place, { from, nodes: next }: Replacement) =>
+  node.type === nodes.list_item && from > 0 && next.every((one) => one.type === nodes.list);
 
 function* childTexts(source: string, place: Place, change: Replacement, pool: Pool, prefix: string): Generator<string[]> {
   for (const known of [pool.parts, pool.whole, undefined]) {

@@ -20,9 +20,9 @@ export function tidy(node: Node): Node {
   });
 }
 
-/** The tidy node with everything the same that is only a way of writing: which kind of reference a link is. */
+/** The tidy node with everything the same that is only a way of writing, such as which kind of reference a link is. */
 export function comparable(node: Node): Node {
-  return remembered(compared, node, () => mapMarks(tidy(node), sameReference));
+  return remembered(compared, node, () => withoutLastLineEnds(mapMarks(tidy(node), sameReference)));
 }
 
 /** Whether two blocks say the same. */
@@ -170,6 +170,14 @@ function mapMarks(node: Node, change: (mark: Mark) => Mark | null): Node {
 function changedMarks(set: readonly Mark[], change: (mark: Mark) => Mark | null): readonly Mark[] {
   const next = set.flatMap((mark) => change(mark) ?? []);
   return Mark.sameSet(set, next) ? set : next;
+}
+
+/** HTML that nothing closes takes in the line ends behind it. */
+function withoutLastLineEnds(node: Node): Node {
+  if (node.type !== nodes.html_block) return node;
+  const text = node.textContent;
+  const trimmed = text.trimEnd();
+  return text === trimmed || trimmed === '' ? node : node.copy(Fragment.from(schema.text(trimmed)));
 }
 
 function sameReference(mark: Mark): Mark {

@@ -24,15 +24,10 @@ export function sourceOffsets(piece: Piece, at: number, size: number): number[] 
     if (segment.size === segment.length) offsets.add(segment.from + at - segment.at);
     else offsets.add(at === segment.at ? segment.from : segment.from + segment.length);
   }
-  if (offsets.size === 0 && at === 0) offsets.add(piece.inner[0]);
-  if (at === size && (offsets.size === 0 || endsOutsideText(piece, at))) offsets.add(piece.inner[1]);
+  // Markers may stand before the first text and behind the last.
+  if (at === 0) offsets.add(piece.inner[0]);
+  if (at === size) offsets.add(piece.inner[1]);
   return [...offsets].sort((a, b) => a - b);
-}
-
-/** Whether something stands between the last text and the end of what is written: closing markers. */
-function endsOutsideText(piece: Piece, at: number): boolean {
-  const last = piece.segments.at(-1);
-  return !!last && last.at + last.size === at && last.from + last.length < piece.inner[1];
 }
 
 /** What a text block's content has to become another: `middle` in place of the content from `from` to `to`. */
@@ -72,13 +67,24 @@ export function* inlineSplices(source: string, place: Place, next: Node, prefix:
     yield* intoNothing(source, place, next, prefix);
     return;
   }
+  const coded: Splice[] = [];
+  for (const splice of plainSplices(source, place, next, change)) {
+    const own = { ...splice, text: indentLines(splice.text, prefix) };
+    if (characterCode.test(splice.text)) coded.push(own);
+    else yield own;
+  }
+  yield* coded;
+}
+
+/** Blanks and letters written as numbers are nobody's wish: other ways come first. */
+const characterCode = /&#x\w+;/;
+
+function* plainSplices(source: string, place: Place, next: Node, change: Difference): Generator<Splice> {
   const wide = widened(place, next.content, change);
   for (const [from, to] of ranges(place, wide)) {
-    for (const text of texts(source, from, to, next, wide.middle, place)) {
-      yield { from, to, text: indentLines(text, prefix) };
-    }
+    for (const text of texts(source, from, to, next, wide.middle, place)) yield { from, to, text };
   }
-  if (!next.type.spec.code) yield* rewritten(source, place, next, prefix);
+  if (!next.type.spec.code) yield* rewritten(place, next);
 }
 
 /** The source ranges that a difference may stand for. */
@@ -115,12 +121,14 @@ function* texts(source: string, from: number, to: number, next: Node, middle: Fr
     return;
   }
   const plain = isPlain(middle) ? textOf(middle) : null;
-  if (plain !== null) yield plain;
-  if (next.type.spec.code) {
-    // An empty block has no line of its own yet.
-    if (plain !== null && place.node.content.size === 0) yield `${plain}\n`;
-    return;
+  if (plain !== null) {
+    const wasEmpty = place.node.content.size === 0;
+    // An empty cell or heading keeps a blank before what closes it; an empty block of code has no line of its own yet.
+    if (wasEmpty && /[ \t]/.test(source[from - 1] ?? '') && /[|#]/.test(source[to] ?? '')) yield `${plain} `;
+    yield plain;
+    if (wasEmpty && next.type.spec.code) yield `${plain}\n`;
   }
+  if (next.type.spec.code) return;
   const isFirst = from === place.start + place.piece.inner[0];
   const isLast = to === place.start + place.piece.inner[1];
   const around = {
@@ -139,12 +147,11 @@ const styles: ReadonlyArray<Partial<Style>> = [{}, { emphasis: '_', strong: '_' 
 const isCell = (node: Node) => node.type === schema.nodes.table_cell || node.type === schema.nodes.table_header;
 
 /** The whole content written anew between the ends of the old one. */
-function* rewritten(_source: string, place: Place, next: Node, prefix: string): Generator<Splice> {
+function* rewritten(place: Place, next: Node): Generator<Splice> {
   const from = place.start + place.piece.inner[0];
   const to = place.start + place.piece.inner[1];
   for (const style of styles) {
-    const text = writeInline(next.content, { before: '\n', after: '\n', isCell: isCell(next) }, style);
-    yield { from, to, text: indentLines(text, prefix) };
+    yield { from, to, text: writeInline(next.content, { before: '\n', after: '\n', isCell: isCell(next) }, style) };
   }
 }
 

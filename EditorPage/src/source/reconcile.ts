@@ -5,9 +5,9 @@ import { changesBetween, type Change } from './changes';
 import { childSplices } from './children';
 import { readBlock, type Block } from './entries';
 import { readPart } from './local';
-import { isSame, tidy } from './normal';
+import { isSame, isSameButLinks, tidy } from './normal';
 import { inlineSplices, spliced, type Splice } from './patch';
-import { linePrefix, placesAlong, withChildren, withNode } from './place';
+import { linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
 import type { Pool } from './pool';
 
 /** What reading a block depends on outside of it. */
@@ -17,7 +17,7 @@ export interface Context {
 }
 
 /** So many attempts are read back for one change, and so many changes are made to one block. */
-const attemptLimit = 14;
+const attemptLimit = 24;
 const changeLimit = 60;
 
 /**
@@ -25,24 +25,34 @@ const changeLimit = 60;
  * back. Null when there is no such way.
  */
 export function reconcile(block: Block, target: Node, pool: Pool, context: Context): Block | null {
-  const aim = tidy(target);
+  // Where the source itself says blanks that nobody sees, they stay.
+  let aim = tidy(block.parsed).eq(block.parsed) ? tidy(target) : target;
   let current = block;
   for (let step = 0; step < changeLimit; step += 1) {
     if (isSame(current.parsed, aim)) return current;
     const next = changed(current, aim, pool, context);
     if (!next) return null;
-    current = next;
+    current = next.block;
+    // What has become a link by itself is one from now on.
+    if (next.linked) aim = withNode(aim, next.linked, nodeAt(current.parsed, next.linked));
   }
   return null;
 }
 
-function changed(block: Block, aim: Node, pool: Pool, context: Context): Block | null {
+interface Changed {
+  block: Block;
+  /** The path of a text block in which typing has made a link, or ended one. */
+  linked: number[] | null;
+}
+
+function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed | null {
   for (const change of changesBetween(block.parsed, aim)) {
     const expected = outcome(block.parsed, change);
+    const mayLink = change.kind === 'inline' && hasOtherText(nodeAt(block.parsed, change.path), change.node);
     let attempts = 0;
     for (const splice of splices(block, change, pool)) {
-      const next = readBack(block, splice, expected, context);
-      if (next) return next;
+      const next = readBack(block, splice, expected, context, mayLink);
+      if (next) return { block: next, linked: isSame(next.parsed, expected) ? null : change.path };
       attempts += 1;
       if (attempts === attemptLimit) break;
     }
@@ -50,13 +60,16 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Block |
   return null;
 }
 
+/** Links follow what is typed; marking or unmarking a text as a link is another matter. */
+const hasOtherText = (before: Node, after: Node) => before.textContent !== after.textContent;
+
 /** What the block should say after a change. */
 function outcome(root: Node, change: Change): Node {
   switch (change.kind) {
     case 'inline':
       return withNode(root, change.path, change.node);
     case 'attrs': {
-      const old = change.path.reduce((node, index) => node.child(index), root);
+      const old = nodeAt(root, change.path);
       return withNode(root, change.path, old.type.create(change.node.attrs, old.content));
     }
     case 'children':
@@ -79,9 +92,10 @@ function splices(block: Block, change: Change, pool: Pool): Iterable<Splice> {
 }
 
 /** The block after a splice, if it then says what is expected. */
-function readBack(block: Block, splice: Splice, expected: Node, context: Context): Block | null {
+function readBack(block: Block, splice: Splice, expected: Node, context: Context, mayLink: boolean): Block | null {
   const part = readPart(block, splice, expected, context.labels);
   if (part !== undefined) return part;
   const next = readBlock(spliced(block.source, splice), expected.type, context.labels);
-  return next && isSame(next.parsed, expected) ? next : null;
+  if (!next) return null;
+  return isSame(next.parsed, expected) || (mayLink && isSameButLinks(next.parsed, expected)) ? next : null;
 }
