@@ -172,7 +172,7 @@ export class BlockReader {
     const hasBody = !isFenced || opening > 0;
     const runs = block.value === '' ? [{ at: 0, from: opening, length: 0 }] : hasBody ? alignLines(block.value, source.slice(opening), opening) : [];
     const segments: Segment[] = runs.map(({ at, from, length }) => ({ at, size: length, from, length }));
-    return { node: textNode(type, attrs, block.value), piece: this.piece(block, origin, { segments }) };
+    return { node: textNode(type, attrs, block.value), piece: this.piece(block, origin, { segments, inner: span(segments) }) };
   }
 
   /** A block that is shown as its own source. Markers of the containers around it are no part of it. */
@@ -187,6 +187,13 @@ export class BlockReader {
 function build(type: NodeType, attrs: Attrs | null, children: readonly Built[], piece: Piece): Built {
   const content = Fragment.fromArray(children.map((child) => child.node));
   return { node: type.create(attrs, content), piece: { ...piece, children: children.map((child) => child.piece) } };
+}
+
+/** From the first place of some segments to the last. */
+function span(segments: readonly Segment[]): [number, number] {
+  const first = segments[0];
+  const last = segments.at(-1);
+  return first && last ? [first.from, last.from + last.length] : [0, 0];
 }
 
 function textNode(type: NodeType, attrs: Attrs | null, text: string): Node {

@@ -49,6 +49,9 @@ function stubs(source: string, labels: Labels): string {
   return [...notes, notes.length > 0 ? '<!-- -->\n\n' : '', ...links].join('');
 }
 
+/** Front matter with both its fences. */
+export const frontMatter = /^(---|\+\+\+)[ \t]*\n(?:[\s\S]*?\n)?\1[ \t]*(?:\n|$)/;
+
 /** A read source: its blocks, with offsets that are `shift` too large. */
 export interface Reading {
   blocks: RootContent[];
@@ -60,11 +63,12 @@ export interface Reading {
  * matter may stand; `labels` are those that the rest of the note defines.
  */
 export function read(source: string, isStart: boolean, labels: Labels = new Set()): Reading {
-  const isFrontMatter = isStart && /^(---|\+\+\+)[ \t]*\n/.test(source);
-  const prefix = isFrontMatter ? '' : stubs(source, labels);
+  // Asked for where there is none, the parser would take the lines it looked through for plain ones.
+  const hasFrontMatter = isStart && frontMatter.test(source);
+  const prefix = hasFrontMatter ? '' : stubs(source, labels);
   // The parser drops a byte order mark at the start, which is not the note's here.
   const guard = prefix === '' && source.startsWith('\ufeff') ? '\ufeff' : '';
-  const root: Root = fromMarkdown(guard + prefix + source, isFrontMatter ? atStart : inside);
+  const root: Root = fromMarkdown(guard + prefix + source, hasFrontMatter ? atStart : inside);
   const blocks = root.children.filter((block) => block.position!.end.offset! > prefix.length);
   return { blocks, shift: prefix.length };
 }

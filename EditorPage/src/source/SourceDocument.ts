@@ -6,7 +6,7 @@ import { Journal } from './journal';
 import { countLabels } from './labels';
 import { Retired } from './retired';
 import { commonEnds, mainLineEnd } from './text';
-import { update, type Note } from './update';
+import { restored, update, type Note } from './update';
 
 const { nodes } = schema;
 
@@ -48,11 +48,10 @@ export interface Target {
 export class SourceDocument {
   private root: Node;
   private readonly retired = new Retired();
-  private readonly journal: Journal;
+  private readonly journal = new Journal();
 
   private constructor(private note: Note) {
     this.root = rootOf(note.entries);
-    this.journal = new Journal(note.entries);
   }
 
   /** Reads a note. Any text is one. */
@@ -73,8 +72,10 @@ export class SourceDocument {
   /** Brings the text in step with an edited document. */
   apply(next: Node): Applied {
     const before = this.note;
-    const restored = this.journal.restore(before, next);
-    const { note, corrections } = restored ? { note: restored, corrections: [] } : update(before, next, this.retired);
+    const earlier = this.journal.find(before.entries, next);
+    const { note, corrections } = earlier
+      ? { note: restored(before, earlier), corrections: [] }
+      : update(before, next, this.retired);
     this.note = note;
     this.root = corrections.length > 0 ? rootOf(note.entries) : next;
     this.journal.record(before.entries, note.entries);

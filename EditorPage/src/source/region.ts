@@ -114,17 +114,9 @@ export interface Surrounding {
  * the text makes of them.
  */
 export function settle(middle: readonly Entry[], around: Surrounding, writing: Writing): Region {
-  const before = around.before(1);
-  const after = around.after(1);
-  const region = { entries: [...middle], extraBefore: 0, extraAfter: 0 };
-  if (before) {
-    region.entries.unshift(before);
-    region.extraBefore = 1;
-  }
-  if (after) {
-    region.entries.push(after);
-    region.extraAfter = 1;
-  }
+  const region: Region = { entries: [...middle], extraBefore: 0, extraAfter: 0 };
+  while (drawInBefore(region, around) && region.entries[0]!.source === '');
+  while (drawInAfter(region, around) && region.entries.at(-1)!.source === '');
   let changes = 0;
   for (let index = 0; index < region.entries.length; index += 1) {
     const hasChanged = settleJoint(region, index, writing);
@@ -141,17 +133,25 @@ export function settle(middle: readonly Entry[], around: Surrounding, writing: W
 function drawIn(region: Region, around: Surrounding) {
   const isSameAs = (entry: Entry | undefined, old: Entry | undefined) => entry?.source === old?.source && entry?.node === old?.node;
   const first = region.extraBefore > 0 ? around.before(region.extraBefore) : undefined;
-  const earlier = around.before(region.extraBefore + 1);
-  if (first && earlier && !isSameAs(region.entries[0], first)) {
-    region.entries.unshift(earlier);
-    region.extraBefore += 1;
-  }
+  if (first && !isSameAs(region.entries[0], first)) drawInBefore(region, around);
   const last = region.extraAfter > 0 ? around.after(region.extraAfter) : undefined;
+  if (last && !isSameAs(region.entries.at(-1), last)) drawInAfter(region, around);
+}
+
+function drawInBefore(region: Region, around: Surrounding): boolean {
+  const earlier = around.before(region.extraBefore + 1);
+  if (!earlier) return false;
+  region.entries.unshift(earlier);
+  region.extraBefore += 1;
+  return true;
+}
+
+function drawInAfter(region: Region, around: Surrounding): boolean {
   const later = around.after(region.extraAfter + 1);
-  if (last && later && !isSameAs(region.entries.at(-1), last)) {
-    region.entries.push(later);
-    region.extraAfter += 1;
-  }
+  if (!later) return false;
+  region.entries.push(later);
+  region.extraAfter += 1;
+  return true;
 }
 
 /** Looks at the border behind an entry. Empty paragraphs have no bytes and so no border. */

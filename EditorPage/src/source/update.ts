@@ -1,10 +1,11 @@
 import type { Node } from 'prosemirror-model';
-import { labelKey } from '../markdown/parse';
+import { frontMatter, labelKey } from '../markdown/parse';
 import { schema } from '../schema';
 import { readBlock, type Entry } from './entries';
 import { countLabels, differingLabels, type LabelCounts } from './labels';
 import { isSame } from './normal';
 import { Pool } from './pool';
+import { differingRange, type Range } from './range';
 import { draft, settle, spaced, type Draft } from './region';
 import type { Retired } from './retired';
 import type { Correction } from './SourceDocument';
@@ -28,25 +29,14 @@ export interface Updated {
   corrections: Correction[];
 }
 
-/** Children of the old document, and of the next one, that differ. */
-interface Range {
-  from: number;
-  oldTo: number;
-  nextTo: number;
-}
-
-/** The children in which a document differs from the note, seen from both ends. */
-export function differingRange(entries: readonly Entry[], next: Node): Range {
-  const shorter = Math.min(entries.length, next.childCount);
-  let from = 0;
-  while (from < shorter && entries[from]!.node === next.child(from)) from += 1;
-  let oldTo = entries.length;
-  let nextTo = next.childCount;
-  while (oldTo > from && nextTo > from && entries[oldTo - 1]!.node === next.child(nextTo - 1)) {
-    oldTo -= 1;
-    nextTo -= 1;
-  }
-  return { from, oldTo, nextTo };
+/** The note with entries of an earlier state in place of its own. */
+export function restored(note: Note, entries: readonly Entry[]): Note {
+  const parsed = (some: readonly Entry[]) => some.map((entry) => entry.parsed);
+  const start = entries.findIndex((entry, index) => entry !== note.entries[index]);
+  const from = start < 0 ? Math.min(entries.length, note.entries.length) : start;
+  const labels = countLabels(note.labels, parsed(note.entries.slice(from)), parsed(entries.slice(from)));
+  const text = note.mark + entries.map((entry) => entry.gap + entry.raw).join('') + note.tail;
+  return { ...note, entries, labels, text };
 }
 
 /** Brings a note in step with an edited document. */
@@ -68,16 +58,26 @@ export function update(note: Note, next: Node, retired: Retired): Updated {
   const lo = from - region.extraBefore;
   const hi = oldTo + region.extraAfter;
   const entries = [...note.entries.slice(0, lo), ...region.entries, ...note.entries.slice(hi)];
-  if (lo === 0) guardStart(entries, note);
-
   const found = region.entries.map((entry) => entry.parsed);
   const labels = countLabels(note.labels, note.entries.slice(lo, hi).map((entry) => entry.parsed), found);
   const changedLabels = new Set([...differingLabels(note.labels, labels), ...differingLabels(assumed, labels)]);
-  const text = composed(note, entries, lo, hi, region.entries.length);
-  const corrections = corrected(next, region.entries, lo, nextTo + region.extraAfter);
-  corrections.push(...relabelled(entries, changedLabels, labels, corrections));
-  corrections.sort((a, b) => a.from - b.from);
-  return { note: { ...note, entries, text, labels }, corrections };
+  const relabelled = relabel(entries, changedLabels, labels);
+
+  const after: Note = { ...note, entries, labels, text: composed(note, entries, lo, hi, region.entries.length) };
+  if (guardStart(entries, after)) after.text = note.mark + entries.map((entry) => entry.gap + entry.raw).join('') + note.tail;
+  const regionEnd = lo + region.entries.length;
+  const corrections = [
+    ...relabelled.filter((index) => index < lo).map((index) => single(entries, index, index)),
+    ...corrected(next, entries.slice(lo, regionEnd), lo, nextTo + region.extraAfter),
+    ...relabelled
+      .filter((index) => index >= regionEnd)
+      .map((index) => single(entries, index, index + next.childCount - entries.length)),
+  ];
+  return { note: after, corrections };
+}
+
+function single(entries: readonly Entry[], index: number, at: number): Correction {
+  return { from: at, to: at + 1, nodes: [entries[index]!.node] };
 }
 
 /** The entries around the edit. The one behind it may have to take over the space of what was in front. */
@@ -96,15 +96,13 @@ function surrounding(note: Note, { from, oldTo }: Range, drafts: readonly Draft[
   };
 }
 
-const fences = /^(---|\+\+\+)[ \t]*\n(?:[\s\S]*?\n)?\1[ \t]*(?:\n|$)/;
-
 /** A rule at the very start would begin front matter if another stood below: an empty line prevents that. */
-function guardStart(entries: Entry[], note: Note) {
-  const first = entries[0];
-  if (!first || first.parsed.type === schema.nodes.front_matter || first.gap !== '') return;
-  if (!/^(---|\+\+\+)[ \t]*(\n|$)/.test(first.source)) return;
-  const text = entries.map((entry) => entry.gap + entry.raw).join('') + note.tail;
-  if (fences.test(unify(text).text)) entries[0] = { ...first, gap: note.lineEnd };
+function guardStart(entries: Entry[], { text, mark, lineEnd }: Note): boolean {
+  const first = entries[0]!;
+  if (first.parsed.type === schema.nodes.front_matter || !/^(---|\+\+\+)[ \t]*(\n|$)/.test(first.source)) return false;
+  if (first.gap !== '' || !frontMatter.test(unify(text.slice(mark.length)).text)) return false;
+  entries[0] = { ...first, gap: lineEnd };
+  return true;
 }
 
 /** The note's text with the changed region in it. What is before and behind it is not walked over. */
@@ -129,24 +127,21 @@ function corrected(next: Node, entries: readonly Entry[], lo: number, to: number
   return [{ from: lo + start, to: to - end, nodes }];
 }
 
-/** Reads again the blocks that mention a label which has come or gone: their links are links no more, or now are. */
-function relabelled(
-  entries: Entry[],
-  labels: ReadonlySet<string>,
-  counts: LabelCounts,
-  others: readonly Correction[],
-): Correction[] {
-  const found: Correction[] = [];
-  if (labels.size === 0) return found;
+/**
+ * Reads again the blocks that mention a label which has come or gone: their links are links no more, or now are.
+ * Returns their indexes.
+ */
+function relabel(entries: Entry[], labels: ReadonlySet<string>, counts: LabelCounts): number[] {
+  if (labels.size === 0) return [];
+  const changed: number[] = [];
   for (const [index, entry] of entries.entries()) {
     if (!mentions(entry.source, labels)) continue;
     const block = readBlock(entry.source, entry.parsed.type, counts);
     if (!block || isSame(block.parsed, entry.parsed)) continue;
     entries[index] = { ...entry, ...block, node: block.parsed };
-    const shift = others.reduce((sum, one) => (one.from <= index ? sum + one.nodes.length - (one.to - one.from) : sum), 0);
-    found.push({ from: index - shift, to: index - shift + 1, nodes: [block.parsed] });
+    changed.push(index);
   }
-  return found;
+  return changed;
 }
 
 function mentions(source: string, labels: ReadonlySet<string>): boolean {
