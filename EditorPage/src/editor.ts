@@ -4,8 +4,9 @@ import type { Node } from 'prosemirror-model';
 import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
 import { post, type VaultEditor } from './bridge';
-import { clipboardProps, noteText } from './clipboard/index';
+import { clipboardProps } from './clipboard/index';
 import { commandFor } from './commands/exec';
+import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
@@ -137,7 +138,7 @@ export class NoteEditor implements VaultEditor {
     } catch (error) {
       console.error(error);
       const before = this.#source.text;
-      this.#source = SourceDocument.load(noteText(doc.children));
+      this.#source = SourceDocument.load(markdownOf(doc.children));
       const insert = this.#source.text;
       return { change: insert === before ? null : { from: 0, to: before.length, insert }, corrections: [] };
     }

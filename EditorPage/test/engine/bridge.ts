@@ -49,6 +49,17 @@ export const bridgeTests: Test[] = [
     await turn();
     expectEqual(recorder.text, 'abc\n', 'text');
   }],
+  ['letters typed faster than the screen is drawn stay in order', async (recorder) => {
+    for (const [text, wanted] of [['## Rubrik', '## Rubrik'], ['- ett', '- ett'], ['> citat', '> citat'], ['**fet** text', '**fet** text']] as const) {
+      open('');
+      for (const letter of text) {
+        type(letter);
+        await Promise.resolve();
+      }
+      await turn();
+      expectEqual(recorder.text, wanted, 'text');
+    }
+  }],
   ['another note starts its own history', async (recorder) => {
     open('ett\n');
     type('!');
