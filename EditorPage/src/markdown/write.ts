@@ -49,6 +49,11 @@ export function writeBlock(node: Node, style: Partial<Style> = {}, verbatim?: Ve
   return toText(tree, style).replace(/\n+$/, '');
 }
 
+/** Markdown for several blocks, with a line end after the last one. */
+export function markdownOf(blocks: readonly Node[], style: Partial<Style> = {}): string {
+  return toText({ type: 'root', children: blocks.map((block) => blockTree(block)) }, style);
+}
+
 /** Where a stretch of inline content is to stand. */
 export interface Surroundings {
   before: string;

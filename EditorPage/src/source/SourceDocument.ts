@@ -103,6 +103,21 @@ export class SourceDocument {
     return { from: start, to: before.length - end, nodes };
   }
 
+  /**
+   * Reads Markdown that is to be put into the note, such as pasted text. The nodes that come back keep the bytes of
+   * their source if they are put in whole.
+   */
+  adopt(text: string): Node[] {
+    const { entries } = readEntries(text, false, this.note.labels);
+    for (const entry of entries) this.retired.add(entry);
+    return entries.map((entry) => entry.node);
+  }
+
+  /** The bytes of a top-level block of the document. Null for a node that is none. */
+  sliceOf(node: Node): string | null {
+    return this.note.entries.find((entry) => entry.node === node)?.raw ?? null;
+  }
+
   /** What a reference link or picture points to. Null for a label that is not defined. */
   definitionFor(label: string): Target | null {
     const key = labelKey(label);
