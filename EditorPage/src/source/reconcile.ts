@@ -7,6 +7,7 @@ import { readBlock, type Block } from './entries';
 import { readPart } from './local';
 import { isSame, isSameButLinks, tidy } from './normal';
 import { inlineSplices, spliced, type Splice } from './patch';
+import { quickEdit } from './quick';
 import { linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
 import type { Pool } from './pool';
 
@@ -93,6 +94,8 @@ function splices(block: Block, change: Change, pool: Pool): Iterable<Splice> {
 
 /** The block after a splice, if it then says what is expected. */
 function readBack(block: Block, splice: Splice, expected: Node, context: Context, mayLink: boolean): Block | null {
+  const quick = quickEdit(block, splice, expected, context.labels);
+  if (quick) return quick;
   const part = readPart(block, splice, expected, context.labels);
   if (part !== undefined) return part;
   const next = readBlock(spliced(block.source, splice), expected.type, context.labels);
