@@ -38,7 +38,7 @@ const places = {
 function readArguments() {
   const { values, positionals } = parseArgs({
     allowPositionals: true,
-    options: { rounds: { type: 'string', default: '9' }, json: { type: 'string' }, help: { type: 'boolean' } },
+    options: { rounds: { type: 'string', default: '9' }, json: { type: 'string' }, help: { type: 'boolean', short: 'h' } },
   });
   const unknown = positionals.filter((name) => !memberNames.includes(name));
   if (unknown.length > 0) throw new Error(`no such member: ${unknown.join(', ')}`);

@@ -2,8 +2,9 @@
  * Runs in the measured page before its own scripts. Stands in for the host: takes the page's messages, and measures what a
  * user would wait for. Every answer is a line on the console that begins with "bench:".
  */
-(() => {
-  'use strict';
+'use strict';
+
+{
   const framesToSettle = 20;
   const answer = (value) => console.log(`bench:${JSON.stringify(value)}`);
 
@@ -140,4 +141,4 @@
   }
 
   window.bench = { show, warmUp, goToMiddle, awaitKey, check };
-})();
+}
