@@ -38,19 +38,20 @@ async function pageAddress(port, deadline) {
   }
 }
 
-// The engine keeps its paint times, so asking late costs the start nothing. The first paint that holds a part of `selector`
-// is the note's: what a page draws before it (a ground, a placeholder) does not count.
-const paintQuestion = (selector) => `new Promise((resolve) => new PerformanceObserver((list) => {
-  const paint = list.getEntries().find(({ element }) => element?.closest(${JSON.stringify(selector)}));
+// The engine keeps its paint times, so asking late costs the start nothing. It notes the largest element of a paint: once a
+// note is shown that is a paragraph, while what a page draws before it (a ground, a placeholder) has less text.
+const shortestParagraph = 60;
+const paintQuestion = `new Promise((resolve) => new PerformanceObserver((list) => {
+  const paint = list.getEntries().find(({ element }) => element?.textContent.length >= ${shortestParagraph});
   if (paint) resolve(performance.timeOrigin + paint.startTime);
 }).observe({ type: 'largest-contentful-paint', buffered: true }))`;
 
-/** When the page first showed something inside `selector`, in milliseconds since 1970. */
-export async function firstPaint(port, selector, limit = 30_000) {
+/** When the page first showed a paragraph of text, in milliseconds since 1970. */
+export async function firstParagraph(port, limit = 30_000) {
   const socket = new WebSocket(await pageAddress(port, Date.now() + limit));
   try {
     await once(socket, 'open');
-    const params = { expression: paintQuestion(selector), awaitPromise: true, returnByValue: true };
+    const params = { expression: paintQuestion, awaitPromise: true, returnByValue: true };
     socket.send(JSON.stringify({ id: 1, method: 'Runtime.evaluate', params }));
     const [data] = await once(socket, 'message', { signal: AbortSignal.timeout(limit) });
     const { result } = JSON.parse(data).result;
