@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int answerLimit = 60'000;
+constexpr int answerLimit = 120'000;
 constexpr auto answerPrefix = "bench:"_L1;
 constexpr QSize windowSize{1000, 800};
 
@@ -106,7 +106,7 @@ QJsonObject PageDriver::nextAnswer()
     waited.start();
     while (m_answer.isEmpty()) {
         if (waited.elapsed() > answerLimit)
-            qFatal("the page does not answer");
+            qFatal("the page does not answer to %s", qPrintable(m_asked));
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 1000);
     }
     const QJsonObject answer = QJsonDocument::fromJson(std::exchange(m_answer, {}).toUtf8()).object();
@@ -117,12 +117,14 @@ QJsonObject PageDriver::nextAnswer()
 
 QJsonObject PageDriver::call(const QString& script)
 {
+    m_asked = script.section(u'(', 0, 0);
     m_view.page()->runJavaScript(u"void "_s + script);
     return nextAnswer();
 }
 
 void PageDriver::load()
 {
+    m_asked = u"loading"_s;
     m_view.load(QUrl(u"vault://app/index.html"_s));
     static_cast<void>(nextAnswer());
     static_cast<void>(call(u"bench.warmUp()"_s));

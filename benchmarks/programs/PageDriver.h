@@ -29,6 +29,7 @@ private:
 
     QWebEngineProfile m_profile;
     QWebEngineView m_view;
+    QString m_asked;
     QString m_answer;
 };
 

@@ -110,9 +110,18 @@
     return null;
   }
 
+  /** Waits until the page has put in all of the note that it puts in by itself. */
+  async function settle(box) {
+    for (let height = -1; height !== box.scrollHeight; ) {
+      height = box.scrollHeight;
+      await frames(framesToSettle);
+    }
+  }
+
   /** Scrolls to the middle of the note and tells where its prose can be clicked. */
   async function goToMiddle() {
     const box = scroller();
+    await settle(box);
     box.scrollTop = box.scrollHeight / 2;
     for (let tries = 0; tries < 40; tries++) {
       await frames(framesToSettle);
