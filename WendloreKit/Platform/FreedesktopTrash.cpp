@@ -22,16 +22,11 @@ constexpr qsizetype maximumNameBytes = 255;
 constexpr QByteArrayView informationEnding = ".trashinfo";
 constexpr int maximumNumber = 10'000;
 
-QByteArray lastComponent(const FileURL& url)
-{
-    return url.bytes().mid(url.bytes().lastIndexOf('/') + 1);
-}
-
 /// The name that `item` may get in the trash as the `number`-th of its name, short enough for its information
 /// file.
 QByteArray trashedName(const FileURL& item, int number)
 {
-    const QByteArray name = lastComponent(item);
+    const QByteArray name = item.nameBytes();
     const QByteArrayView extension = extensionOf(name);
     QByteArray ending = extension.isEmpty() ? QByteArray() : '.' + extension.toByteArray();
     QByteArray stem = withoutExtension(name).toByteArray();
@@ -84,7 +79,7 @@ FileURL canonical(const FileURL& item)
     const FileURL standardized = item.standardized();
     const QString parent = QFileInfo(standardized.deletingLastPathComponent().path()).canonicalFilePath();
     return parent.isEmpty() ? standardized
-                            : FileURL::directory(parent).appendingBytes(lastComponent(standardized),
+                            : FileURL::directory(parent).appendingBytes(standardized.nameBytes(),
                                                                         standardized.isDirectory());
 }
 

@@ -3,6 +3,7 @@
 #include "Vault/FileWrite.h"
 #include "Vault/Log.h"
 #include "Vault/PrivateDirectory.h"
+#include "Vault/ReadFile.h"
 #include "Vault/RecoveredTexts.h"
 #include "Vault/TemporaryName.h"
 
@@ -46,15 +47,6 @@ std::optional<InterruptedWrites::Entry> decoded(const QByteArray& bytes)
         return std::nullopt;
     entry.file = FileURL::fromBytes(path, false);
     return entry;
-}
-
-std::optional<QByteArray> readFile(const FileURL& url)
-{
-    QFile file(QFile::decodeName(url.bytes()));
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray bytes = file.readAll();
-    return file.error() == QFile::NoError ? std::optional(bytes) : std::nullopt;
 }
 
 /// Whether a write of the new bytes over the old ones can have left `bytes`, wherever it was cut off.
