@@ -157,7 +157,7 @@ function* texts(source: string, from: number, to: number, next: Node, middle: Fr
   }
 }
 
-const styles: ReadonlyArray<Partial<Style>> = [{}, { emphasis: '_', strong: '_' }];
+const styles: ReadonlyArray<Partial<Style>> = [{}, { emphasis: '_', strong: '_', address: 'angled' }];
 
 const isCell = (node: Node) => node.type === schema.nodes.table_cell || node.type === schema.nodes.table_header;
 

@@ -159,6 +159,14 @@ test('a typed address becomes a link, and its target follows the typing', () => 
   assert.equal(link!.marks[0]!.attrs.href, 'http://www.x.se/a');
 });
 
+test('an address put in beside a letter is kept apart from it', () => {
+  const session = atEnd('a\n');
+  const link = marks.link.create({ href: 'https://x.se', auto: true });
+  session.dispatch(session.state.tr.insert(2, schema.text('https://x.se', [link])));
+
+  assert.equal(session.source.text, 'a<https://x.se>\n');
+});
+
 test('HTML that stops being HTML becomes what it is now', () => {
   const session = new Session('<div>\na\n</div>\n');
   session.dispatch(session.state.tr.insertText(' ', 2));
