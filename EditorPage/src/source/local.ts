@@ -71,6 +71,6 @@ function joined(block: Block, source: string, window: Window, found: Node[], pie
   return {
     source,
     parsed: parsed.type.create(parsed.attrs, content),
-    piece: { ...piece, end: piece.end + grown, children },
+    piece: { ...piece, end: piece.end + grown, inner: [0, piece.inner[1] + grown], children },
   };
 }

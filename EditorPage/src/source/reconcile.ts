@@ -49,7 +49,7 @@ interface Changed {
 function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed | null {
   for (const change of changesBetween(block.parsed, aim)) {
     const expected = outcome(block.parsed, change);
-    const mayLink = change.kind === 'inline' && hasOtherText(nodeAt(block.parsed, change.path), change.node);
+    const mayLink = change.kind === 'inline' && isTyping(nodeAt(block.parsed, change.path), change.node);
     let attempts = 0;
     for (const splice of splices(block, change, pool)) {
       const next = readBack(block, splice, expected, context, mayLink);
@@ -61,8 +61,11 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
   return null;
 }
 
-/** Links follow what is typed; marking or unmarking a text as a link is another matter. */
-const hasOtherText = (before: Node, after: Node) => before.textContent !== after.textContent;
+/** Links follow what is typed; making one of a text, or putting one in, is another matter. */
+const isTyping = (before: Node, after: Node) =>
+  before.textContent !== after.textContent && linkCount(after) <= linkCount(before);
+
+const linkCount = (block: Node) => block.children.filter((child) => child.marks.some((mark) => mark.attrs.auto)).length;
 
 /** What the block should say after a change. */
 function outcome(root: Node, change: Change): Node {

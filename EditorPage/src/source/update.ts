@@ -1,7 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import { frontMatter, labelKey } from '../markdown/parse';
 import { schema } from '../schema';
-import { readBlock, type Entry } from './entries';
+import { readAnyBlock, type Entry } from './entries';
 import { countLabels, differingLabels, type LabelCounts } from './labels';
 import { isSame } from './normal';
 import { Pool } from './pool';
@@ -153,7 +153,7 @@ function relabel(entries: Entry[], labels: ReadonlySet<string>, counts: LabelCou
   const changed: number[] = [];
   for (const [index, entry] of entries.entries()) {
     if (!mentions(entry.source, labels)) continue;
-    const block = readBlock(entry.source, entry.parsed.type, counts);
+    const block = readAnyBlock(entry.source, entry.parsed.type === schema.nodes.front_matter, counts);
     if (!block || isSame(block.parsed, entry.parsed)) continue;
     entries[index] = { ...entry, ...block, node: block.parsed };
     changed.push(index);
