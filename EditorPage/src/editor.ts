@@ -6,9 +6,10 @@ import { EditorView } from 'prosemirror-view';
 import { post, type VaultEditor } from './bridge';
 import { clipboardProps } from './clipboard/index';
 import { commandFor } from './commands/exec';
+import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
-import { SourceDocument } from './source/SourceDocument';
+import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
 import { markViews, nodeViews } from './views';
 import { firstPlace, lastPlace } from './views/drawn';
 
@@ -43,12 +44,6 @@ export class NoteEditor implements VaultEditor {
       dispatchTransaction: (tr) => this.#dispatch(tr),
       ...clipboardProps(() => this.#source),
     });
-  }
-
-  /** The note as text, with every edit in it. */
-  get text(): string {
-    this.#report();
-    return this.#source.text;
   }
 
   /**
@@ -102,8 +97,12 @@ export class NoteEditor implements VaultEditor {
   }
 
   #reload(text: string): void {
-    const change = this.#source.reload(text);
-    if (change === null) return;
+    const inStep = this.view.state.doc.eq(this.#source.doc);
+    const change = inStep ? this.#source.reload(text) : null;
+    if (change === null) {
+      this.#open(text);
+      return;
+    }
     const tr = replaceChildren(this.view.state.tr, change.from, change.to, change.nodes);
     this.view.dispatch(tr.setMeta(FROM_TEXT, true).setMeta('addToHistory', false));
   }
@@ -126,13 +125,26 @@ export class NoteEditor implements VaultEditor {
   #report(): void {
     if (!this.#reportDue) return;
     this.#reportDue = false;
-    const { change, corrections } = this.#source.apply(this.view.state.doc);
+    const { change, corrections } = this.#apply(this.view.state.doc);
+    if (change !== null) post('changed', this.#source.text);
     // A correction would break an input method's composition; the same one comes again when it has ended.
     if (corrections.length > 0 && !this.view.composing) this.#correct(corrections);
-    if (change !== null) post('changed', this.#source.text);
   }
 
-  #correct(corrections: readonly { from: number; to: number; nodes: readonly Node[] }[]): void {
+  /** Brings the text in step. Should that ever fail, the note is written anew: its words go before its bytes. */
+  #apply(doc: Node): Applied {
+    try {
+      return this.#source.apply(doc);
+    } catch (error) {
+      console.error(error);
+      const before = this.#source.text;
+      this.#source = SourceDocument.load(markdownOf(doc.children));
+      const insert = this.#source.text;
+      return { change: insert === before ? null : { from: 0, to: before.length, insert }, corrections: [] };
+    }
+  }
+
+  #correct(corrections: readonly Correction[]): void {
     const tr = this.view.state.tr;
     for (const { from, to, nodes } of [...corrections].reverse()) replaceChildren(tr, from, to, nodes);
     tr.setMeta(FROM_TEXT, true);

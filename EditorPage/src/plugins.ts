@@ -8,6 +8,7 @@ import { typingRules } from './commands/inputRules';
 import { keyPlugins } from './commands/keys';
 import { selectionReporter } from './commands/reporter';
 import { tableShape } from './commands/tableShape';
+import { caretBlock } from './views/caretBlock';
 import type { NoteContext } from './views/context';
 import { drawnBlockPlugin } from './views/drawn';
 import { inlineSourceKeys } from './views/inlineSource';
@@ -18,6 +19,7 @@ import { textDecorations } from './views/textDecorations';
 export function editorPlugins(context: NoteContext): Plugin[] {
   return [
     typingRules(),
+    caretBlock(),
     drawnBlockPlugin(),
     inlineSourceKeys(),
     ...keyPlugins(context),

@@ -255,7 +255,7 @@ const marks = {
     parseDOM: [{ tag: 's' }, { tag: 'del' }, { tag: 'strike' }, { style: 'text-decoration=line-through' }],
   },
   highlight: { toDOM: () => ['mark', 0], parseDOM: [{ tag: 'mark' }] },
-  code: { toDOM: () => ['code', 0], parseDOM: [{ tag: 'code' }] },
+  code: { code: true, toDOM: () => ['code', 0], parseDOM: [{ tag: 'code' }] },
 } satisfies Record<string, MarkSpec>;
 
 /** The shape of every note that the page shows. */

@@ -20,6 +20,43 @@ export function commonMarkExamples(): Sample[] {
   }));
 }
 
+/** What GFM adds, in the shapes that its extensions differ in. */
+export function gfmExamples(): Sample[] {
+  const texts = [
+    '| foo | bar |\n| --- | --- |\n| baz | bim |\n',
+    '| abc | defghi |\n:-: | -----------:\nbar | baz\n',
+    '| f\\|oo  |\n| ------ |\n| b `\\|` az |\n| b **\\|** im |\n',
+    '| abc | def |\n| --- | --- |\n| bar | baz |\n> bar\n',
+    '| abc | def |\n| --- | --- |\n| bar | baz |\nbar\n\nbar\n',
+    '| abc | def |\n| --- |\n| bar |\n',
+    '| abc | def |\n| --- | --- |\n| bar |\n| bar | baz | boo |\n',
+    '| abc | def |\n| --- | --- |\n',
+    'text\n| a |\n| - |\n| b |\n',
+    '- | a | b |\n  |---|---|\n  | c | d |\n',
+    '> | a |\n> | - |\n> | *b* |\n',
+    '| a |\n| :- |\n|  |\n| [x](y) |\n',
+    '- [ ] foo\n- [x] bar\n',
+    '- [x] foo\n  - [ ] bar\n  - [x] baz\n- [ ] bim\n',
+    '1. [ ] one\n2. [X] two\n\n   more\n',
+    '* [ ]\n* [x]  two blanks\n* [y] no\n',
+    '~~Hi~~ Hello, ~there~ world!\n',
+    'This ~~has a\n\nnew paragraph~~.\n',
+    'This will ~~~not~~~ strike.\n',
+    'www.commonmark.org\n',
+    'Visit www.commonmark.org/help for more information.\n',
+    'Visit www.commonmark.org.\n\nVisit www.commonmark.org/a.b.\n',
+    'www.google.com/search?q=Markup+(business)\n\n(www.google.com/search?q=Markup+(business))\n',
+    'www.google.com/search?q=commonmark&hl=en\n\nwww.google.com/search?q=commonmark&hl;\n',
+    'http://commonmark.org\n\n(Visit https://encrypted.google.com/search?q=Markup+(business))\n',
+    'foo@bar.baz\n',
+    'hello@mail+xyz.example is not valid, but hello+xyz@mail.example is.\n',
+    'a.b-c_d@a.b\n\na.b-c_d@a.b.\n\na.b-c_d@a.b-\n\na.b-c_d@a.b_\n',
+    'Here is a footnote reference,[^1] and another.[^longnote]\n\n[^1]: Here is the footnote.\n\n[^longnote]: Here is one with blocks.\n\n    Subsequent paragraphs.\n\n        { some.code }\n',
+    '[^a]: one\n[^b]: two\n\nx[^b] y[^a] z[^c]\n',
+  ];
+  return texts.map((text, index) => ({ name: `GFM ${index + 1}`, text }));
+}
+
 function markdownBelow(folder: string): string[] {
   return readdirSync(folder, { withFileTypes: true }).flatMap((entry) => {
     const full = path.join(folder, entry.name);
@@ -122,5 +159,5 @@ export function variants({ name, text }: Sample): Sample[] {
 
 /** Every sample there is. */
 export function allSamples(): Sample[] {
-  return [...commonMarkExamples(), ...edgeNotes(), ...packageFiles()];
+  return [...commonMarkExamples(), ...gfmExamples(), ...edgeNotes(), ...packageFiles()];
 }

@@ -3,6 +3,7 @@ import { history, redo, undo } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { liftListItem, sinkListItem, splitListItem, wrapInList } from 'prosemirror-schema-list';
 import { EditorState, TextSelection, type Command, type Transaction } from 'prosemirror-state';
+import { addColumnAfter, addRowAfter, addRowBefore, deleteColumn, deleteRow, toggleHeaderRow } from 'prosemirror-tables';
 import { schema } from '../src/schema';
 import type { Sample } from './corpus';
 import { SourceDocument } from '../src/source/SourceDocument';
@@ -232,6 +233,47 @@ export const edits: Record<string, (session: Session, random: Random) => boolean
     return true;
   },
 };
+
+const isCell = (node: Node) => node.type === nodes.table_cell || node.type === nodes.table_header;
+
+const letters: Command = (state, dispatch) => {
+  const { $from } = state.selection;
+  if ($from.depth !== 1) return false;
+  const make = (paragraph: Node) => nodes.letter_item.create(null, paragraph);
+  const list = nodes.letter_list.create({ start: 1 }, [make($from.parent), make(nodes.paragraph.create(null, schema.text('two')))]);
+  dispatch?.(state.tr.replaceWith($from.before(1), $from.after(1), list));
+  return true;
+};
+
+const newTable: Command = (state, dispatch) => {
+  const { $from } = state.selection;
+  const row = (type: Node['type']) => nodes.table_row.create(null, [type.create(), type.create(null, schema.text('b'))]);
+  const table = nodes.table.create(null, [row(nodes.table_header), row(nodes.table_cell), row(nodes.table_cell)]);
+  dispatch?.(state.tr.insert($from.after(1), table));
+  return true;
+};
+
+Object.assign(edits, {
+  letters: (session, random) => at(session, random, letters),
+  splitLetter: (session, random) => at(session, random, splitListItem(nodes.letter_item)),
+  liftLetter: (session, random) => at(session, random, liftListItem(nodes.letter_item)),
+  newTable: (session, random) => at(session, random, newTable),
+  tableShape: (session, random) => {
+    const change = random.pick([addColumnAfter, addRowAfter, addRowBefore, deleteColumn, deleteRow, toggleHeaderRow]);
+    return at(session, random, change, isCell);
+  },
+  footnote: (session, random) => {
+    const label = random.pick(['1', 'å b']);
+    const { state } = session;
+    const definition = nodes.footnote_definition.create({ label }, nodes.paragraph.create(null, schema.text('note')));
+    const end = state.doc.content.size;
+    return at(session, random, ({ tr }, dispatch) => {
+      tr.insert(end, definition).replaceSelectionWith(nodes.footnote_reference.create({ label }));
+      dispatch?.(tr);
+      return true;
+    });
+  },
+} satisfies typeof edits);
 
 /** What went wrong in a sequence of random edits, and after which of them. */
 export interface Failure {

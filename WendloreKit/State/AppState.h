@@ -11,6 +11,7 @@
 //   new notes and folders, deleting     Vault/AppState+Files.cpp
 //   renaming, moving                    Vault/AppState+Moves.cpp
 //   following links                     Vault/AppState+Links.cpp
+//   search                              Vault/AppState+Search.cpp
 
 #include "State/AppTheme.h"
 #include "State/NavigationHistory.h"
@@ -18,6 +19,7 @@
 #include "State/VaultUIState.h"
 #include "Typography/TypographyTheme.h"
 #include "Vault/FileNode.h"
+#include "Vault/SearchHit.h"
 
 #include <QObject>
 
@@ -54,6 +56,8 @@ public:
     [[nodiscard]] const std::vector<FileNode>& fileTree() const { return m_fileTree; }
     [[nodiscard]] const std::optional<FileURL>& selectedFile() const { return m_selectedFile; }
     [[nodiscard]] const std::optional<FileURL>& selectedFolder() const { return m_selectedFolder; }
+    [[nodiscard]] const QString& searchQuery() const { return m_searchQuery; }
+    [[nodiscard]] const std::vector<SearchHit>& searchResults() const { return m_searchResults; }
     [[nodiscard]] const std::optional<FileURL>& pendingFocusFile() const { return m_pendingFocusFile; }
     [[nodiscard]] const TypographyTheme& typographyTheme() const { return m_typographyTheme; }
     [[nodiscard]] double editorZoom() const { return m_editorZoom; }
@@ -67,6 +71,7 @@ public:
     void setSelectedFolder(const std::optional<FileURL>& folder);
     void setPendingFocusFile(const std::optional<FileURL>& file);
     void setTheme(AppTheme theme);
+    void setSearchQuery(const QString& query);
 
     // Zoom.
     /// Rounds to tenths, keeps within the allowed range, stores, and shows it in the editor page.
@@ -137,12 +142,20 @@ public:
     /// Selects a file of the open bucket, as a host asks for it.
     void revealFile(const FileURL& file);
 
+    // Search.
+    /// Replaces the results by the notes that hold the query, as they are on disk now; blank finds nothing.
+    void performSearch();
+    /// The names of the bucket's Markdown notes, without their extension, each once, in order.
+    [[nodiscard]] QStringList noteNames() const;
+
 Q_SIGNALS:
     void vaultsChanged();
     void vaultURLChanged();
     void fileTreeChanged();
     void selectedFileChanged();
     void selectedFolderChanged();
+    void searchQueryChanged();
+    void searchResultsChanged();
     void pendingFocusFileChanged();
     void typographyThemeChanged();
     void editorZoomChanged();
@@ -194,6 +207,8 @@ private:
     std::optional<FileURL> m_vaultURL;
     std::vector<FileNode> m_fileTree;
     std::optional<FileURL> m_selectedFile;
+    QString m_searchQuery;
+    std::vector<SearchHit> m_searchResults;
     std::optional<FileURL> m_pendingFocusFile;
     std::optional<FileURL> m_selectedFolder;
     TypographyTheme m_typographyTheme = TypographyTheme::standard();

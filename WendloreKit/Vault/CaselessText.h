@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "Vault/CaseFolding.h"
 
-#include <cstdint>
+#include <QString>
 
 namespace wendlore {
 
@@ -12,17 +11,13 @@ namespace wendlore {
 class CaselessText final
 {
 public:
-    /// `locale` as in the environment; Turkish and Azeri keep dotted and dotless i apart.
-    explicit CaselessText(QString text, const QByteArray& locale = userLocale());
+    explicit CaselessText(QString text, FoldingRule rule = userFoldingRule());
 
     [[nodiscard]] bool equals(const QString& other) const;
 
-    /// The locale that the user has chosen for letters.
-    [[nodiscard]] static QByteArray userLocale();
-
 private:
     QString m_text;
-    uint32_t m_options;
+    FoldingRule m_rule;
 };
 
 } // namespace wendlore

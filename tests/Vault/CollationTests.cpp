@@ -34,6 +34,7 @@ void CollationTests::comparesAsAFileBrowserDoes_data()
     QTest::newRow("long numbers") << swedish << u"a99999999999999999999"_s << u"a100000000000000000000"_s
                                   << -1;
     QTest::newRow("å after z in Swedish") << swedish << u"z"_s << u"å"_s << -1;
+    QTest::newRow("a locale without a charset") << QByteArray("sv_SE") << u"z"_s << u"å"_s << -1;
     QTest::newRow("å before ä in Swedish") << swedish << u"å"_s << u"ä"_s << -1;
     QTest::newRow("å beside a in English") << english << u"å"_s << u"b"_s << -1;
     QTest::newRow("accents matter") << english << u"resume"_s << u"résumé"_s << -1;
@@ -60,6 +61,8 @@ void CollationTests::comparesAsAFileBrowserDoes()
 
     QVERIFY(compared == (order <=> 0));
     QVERIFY(reversed == (0 <=> order));
+    const int byKey = names.sortKey(left.toUtf8()).compare(names.sortKey(right.toUtf8()));
+    QVERIFY((byKey <=> 0) == (order <=> 0));
 }
 
 void CollationTests::localeWithoutLanguageDoesNotSortCapitalsFirst_data()

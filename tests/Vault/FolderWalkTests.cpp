@@ -1,9 +1,11 @@
 #include "Vault/FolderWalk.h"
 
 #include <QByteArrayList>
+#include <QSemaphore>
 #include <QSet>
 #include <QTest>
 
+#include <atomic>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -79,6 +81,7 @@ private Q_SLOTS:
     void everyFolderIsListedOnceAndHasItsContents_data();
     void everyFolderIsListedOnceAndHasItsContents();
     void smallTreesStayOnTheCallersThread();
+    void idleThreadsWaitForWhatABusyOneMayFind();
     void onlyTheRootMayBeALink();
     void nothingIsListedInFiles();
 };
@@ -120,6 +123,42 @@ void FolderWalkTests::smallTreesStayOnTheCallersThread()
     QCOMPARE(tree.walk().size(), 4);
 
     QCOMPARE(tree.threads, std::set{std::this_thread::get_id()});
+}
+
+void FolderWalkTests::idleThreadsWaitForWhatABusyOneMayFind()
+{
+    constexpr int others = 20;
+    constexpr int patience = 20000;
+    QSemaphore othersListed;
+    QSemaphore arrivals;
+    std::atomic_int met = 0;
+    const auto list = [&](const FileURL& folder, FollowLink) {
+        std::vector<FileNode> nodes;
+        const auto addFolder = [&](const QByteArray& name) {
+            nodes.push_back({folder.appendingBytes(name, true), true, {}});
+        };
+        if (folder.bytes() == "/") {
+            for (int number = 0; number < others; ++number)
+                addFolder(QByteArray::number(number));
+            addFolder("late");
+        } else if (folder.bytes() == "/late") {
+            othersListed.tryAcquire(others, patience);
+            addFolder("left");
+            addFolder("right");
+        } else if (folder.bytes().startsWith("/late/")) {
+            arrivals.release();
+            met += arrivals.tryAcquire(2, patience) ? 1 : 0; // both are inside at the same time
+            arrivals.release(2);
+        } else {
+            othersListed.release();
+        }
+        return nodes;
+    };
+
+    const auto nodes = walkFolders(FileURL::fromBytes("/", true), list);
+
+    QCOMPARE(nodes.back().children->size(), 2);
+    QCOMPARE(met, 2);
 }
 
 void FolderWalkTests::onlyTheRootMayBeALink()

@@ -2,9 +2,9 @@
 import { Fragment, Slice, type Node } from 'prosemirror-model';
 import { isInTable } from 'prosemirror-tables';
 import type { EditorProps, EditorView } from 'prosemirror-view';
-import { writeBlock } from '../markdown/write';
+import { markdownOf, writeBlock } from '../markdown/write';
 import { schema } from '../schema';
-import { SourceDocument } from '../source/SourceDocument';
+import type { SourceDocument } from '../source/SourceDocument';
 import { isOwnCopy, pastedHtml } from './pastedHtml';
 import { withPlainTables } from './tables';
 
@@ -20,7 +20,7 @@ export function clipboardProps(source: () => SourceDocument): EditorProps {
     },
     transformPasted: (slice, view, asText) => shapedFor(view, isOwn && !asText ? slice : openAtParagraphs(slice.content)),
     clipboardTextSerializer: (slice, view) => (holdsAll(view) ? source().text : copiedText(slice)),
-    clipboardTextParser: (text, _context, plain) => (plain ? literalText(text) : markdownText(text)),
+    clipboardTextParser: (text, _context, plain) => (plain ? literalText(text) : markdownText(text, source())),
   };
 }
 
@@ -65,7 +65,7 @@ export function copiedText(slice: Slice): string {
   const only = content.childCount === 1 ? content.firstChild! : null;
   if (only?.type.spec.code) return only.textContent;
   if (only?.isTextblock && openStart > 0) return writeBlock(paragraph.create(null, only.content));
-  return content.content.map((node) => writeBlock(asBlock(node))).join('\n\n');
+  return markdownOf(content.content.map(asBlock)).trimEnd();
 }
 
 /** Parts of lists and tables can be selected without the whole. */
@@ -77,14 +77,14 @@ function asBlock(node: Node): Node {
   return node;
 }
 
-/** Pasted Markdown as what it says. Fences of dashes at its start are no front matter in the midst of a note. */
-function markdownText(text: string): Slice {
-  const { doc } = SourceDocument.load(`\n${text}`);
-  const isLine = doc.childCount === 1 && doc.firstChild!.type === paragraph && !/[\r\n]/.test(text.trim());
-  if (!isLine) return openAtParagraphs(doc.content);
+/** Pasted Markdown as what it says. Whole blocks keep their own source. */
+function markdownText(text: string, source: SourceDocument): Slice {
+  const blocks = source.adopt(text);
+  const isLine = blocks.length === 1 && blocks[0]!.type === paragraph && !/[\r\n]/.test(text.trim());
+  if (!isLine) return openAtParagraphs(Fragment.from(blocks));
   // Blanks around a single line part it from the words it is pasted between.
   const [before = '', after = ''] = [/^[ \t]*/.exec(text)?.[0], /[ \t]*$/.exec(text)?.[0]];
-  const words = doc.firstChild!.content;
+  const words = blocks[0]!.content;
   const padded = [...(before ? [schema.text(before)] : []), ...words.content, ...(after ? [schema.text(after)] : [])];
   return openAtParagraphs(Fragment.from(paragraph.create(null, Fragment.from(padded))));
 }

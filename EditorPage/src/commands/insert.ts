@@ -13,7 +13,7 @@ export function insertLink(address: string): Command {
     const href = address.trim();
     if (href === '') return false;
     const range = state.selection.empty ? linkRange(state) : state.selection;
-    if (range === null) return insertInline(state, dispatch, bareLink(href));
+    if (range === null) return insertInline(state, dispatch, bareLink(state, href));
     const mark = schema.marks.link.create({ href });
     if (!state.doc.resolve(range.from).parent.type.allowsMarkType(mark.type)) return false;
     dispatch?.(state.tr.removeMark(range.from, range.to, mark.type).addMark(range.from, range.to, mark).scrollIntoView());
@@ -21,10 +21,12 @@ export function insertLink(address: string): Command {
   };
 }
 
-/** A link whose text is its address. */
-function bareLink(href: string): Node {
-  const auto = /^(?:https?:\/\/|mailto:)[^\s<>]+$/i.test(href);
-  return schema.text(href, [schema.marks.link.create({ href, auto })]);
+/** A link whose text is its address; between blanks the address alone makes it one. */
+function bareLink({ doc, selection: { from, to } }: EditorState, href: string): Node {
+  const isAddress = /^(?:https?:\/\/|mailto:)[^\s<>]+$/i.test(href);
+  const near = (start: number, end: number): string => doc.textBetween(Math.max(0, start), Math.min(doc.content.size, end), ' ', 'x');
+  const isApart = !/\S/.test(near(from - 1, from)) && !/\S/.test(near(to, to + 1));
+  return schema.text(href, [schema.marks.link.create({ href, auto: isAddress && isApart })]);
 }
 
 /** The extent of the link that the caret stands in. */

@@ -33,7 +33,7 @@ const writeLetterList: Handle = (node: LetterList, _parent, state, info) => {
     const text = state.containerPhrasing(item, { ...info, before: ' ', after: '\n' });
     exitPhrasing();
     exit();
-    return marker + text;
+    return (marker + text).trimEnd();
   });
   return lines.join('\n');
 };

@@ -22,7 +22,11 @@ export function tidy(node: Node): Node {
 
 /** The tidy node with everything the same that is only a way of writing, such as which kind of reference a link is. */
 export function comparable(node: Node): Node {
-  return remembered(compared, node, () => withoutLastLineEnds(mapMarks(tidy(node), sameReference)));
+  return remembered(compared, node, () => {
+    const clean = tidy(node);
+    if (clean.isTextblock) return withoutLastLineEnds(mapMarks(clean, samePlainLink));
+    return clean.isLeaf ? clean : withContent(clean, mapChildren(clean, comparable));
+  });
 }
 
 /** Whether two blocks say the same. */
@@ -32,7 +36,7 @@ export function isSame(a: Node, b: Node): boolean {
 
 /** Whether two blocks say the same but for links that Markdown makes of addresses by itself. */
 export function isSameButLinks(a: Node, b: Node): boolean {
-  const plain = (node: Node) => tidy(mapMarks(comparable(node), (mark) => (mark.attrs.auto ? null : mark)));
+  const plain = (node: Node) => comparable(mapMarks(tidy(node), (mark) => (mark.attrs.auto ? null : mark)));
   return plain(a).eq(plain(b));
 }
 
@@ -63,13 +67,19 @@ function mapChildren(node: Node, change: (child: Node) => Node): Fragment {
   return hasChanged ? Fragment.fromArray(children) : node.content;
 }
 
-/** Empty paragraphs have no place in a container beside other blocks. */
+/** A list below an item's text in which nothing is written yet. */
+const isBlankList = (node: Node) => node.type === nodes.list && node.children.every(isBlankItem);
+const isBlankItem = ({ attrs, childCount, firstChild }: Node) =>
+  attrs.checked === null && childCount === 1 && isEmptyParagraph(firstChild!);
+
+/** Empty paragraphs have no place in a container beside other blocks, and empty lists none below an item's text. */
 function withoutEmpty(node: Node, content: Fragment): Fragment {
   const holdsBlocks = node.type.inlineContent === false && node.firstChild?.isBlock && !node.firstChild.type.spec.tableRole;
   if (!holdsBlocks || content.childCount < 2) return content;
   const isTask = node.type === nodes.list_item && node.attrs.checked !== null;
   const kept: Node[] = [];
   content.forEach((child, _offset, index) => {
+    if (node.type === nodes.list_item && index > 0 && isBlankList(child)) return;
     if (!isEmptyParagraph(child) || (isTask && index === 0)) kept.push(child);
   });
   if (kept.length === content.childCount) return content;
@@ -180,7 +190,8 @@ function withoutLastLineEnds(node: Node): Node {
   return text === trimmed || trimmed === '' ? node : node.copy(Fragment.from(schema.text(trimmed)));
 }
 
-function sameReference(mark: Mark): Mark {
-  if (mark.type !== marks.link || !mark.attrs.reference || mark.attrs.reference === 'full') return mark;
-  return mark.type.create({ ...mark.attrs, reference: 'full' });
+function samePlainLink(mark: Mark): Mark {
+  const { auto, reference } = mark.attrs;
+  if (mark.type !== marks.link || (!auto && (!reference || reference === 'full'))) return mark;
+  return mark.type.create({ ...mark.attrs, auto: false, reference: reference ? 'full' : null });
 }

@@ -58,7 +58,7 @@ function candidates(node: Node, old: Entry | undefined, { pool }: Writing): Set<
   const style = styleOf(old?.source ?? '');
   for (const known of [pool.parts, pool.whole, undefined]) {
     found.add(writeBlock(clean, style, known));
-    found.add(writeBlock(clean, { ...style, emphasis: '_', strong: '_' }, known));
+    found.add(writeBlock(clean, { ...style, emphasis: '_', strong: '_', address: 'angled' }, known));
   }
   return found;
 }

@@ -21,7 +21,7 @@ class TaskItem implements NodeView {
     this.#box.setAttribute('aria-label', 'Klar');
     // The caret stays where it is.
     this.#box.addEventListener('mousedown', (event) => event.preventDefault());
-    this.#box.addEventListener('click', (event) => this.#toggle(event));
+    this.#box.addEventListener('change', () => this.#check(this.#box.checked));
     this.dom.append(this.#box, this.contentDOM);
     this.#show();
   }
@@ -47,15 +47,10 @@ class TaskItem implements NodeView {
     this.dom.classList.toggle('done', isDone);
   }
 
-  #toggle(event: Event): void {
-    event.preventDefault();
+  #check(checked: boolean): void {
     const pos = this.getPos();
     if (pos === undefined) return;
-    const checked = this.node.attrs.checked !== true;
     this.view.dispatch(closeHistory(this.view.state.tr.setNodeMarkup(pos, undefined, { ...this.node.attrs, checked })));
-    // The browser puts the box back to what it was when the click's default was prevented.
-    queueMicrotask(() => this.#show());
-    setTimeout(() => this.#show());
   }
 }
 

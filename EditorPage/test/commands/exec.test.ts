@@ -55,6 +55,7 @@ const cases: readonly (readonly [string, Value, string, string | null])[] = [
   ['link', 'https://a.se', 'a ‹b› c\n', 'a [‹b›](https://a.se) c\n'],
   ['link', 'https://a.se', 'a [b‸c](d) e\n', 'a [b‸c](https://a.se) e\n'],
   ['link', ' x y ', 'a‹b›\n', 'a[‹b›](<x y>)\n'],
+  ['link', 'https://a.se', 'a‸b\n', 'a[https://a.se](https://a.se)‸b\n'],
   ['link', '  ', 'a‸b\n', null],
   ['wikilink', 'Not', 'a‸b\n', 'a[[Not]]‸b\n'],
   ['wikilink', 'Not', 'a‹b›c\n', 'a[[Not|b]]‸c\n'],

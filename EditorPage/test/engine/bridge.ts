@@ -1,4 +1,6 @@
 /** The page keeps its side of the contract with the host. */
+import { NoteEditor } from '../../src/editor';
+import { SourceDocument } from '../../src/source/SourceDocument';
 import { editor, expect, expectEqual, open, surface, turn, type, type Recorder } from './harness';
 
 type Test = readonly [string, (recorder: Recorder) => Promise<string | void>];
@@ -47,6 +49,17 @@ export const bridgeTests: Test[] = [
     await turn();
     expectEqual(recorder.text, 'abc\n', 'text');
   }],
+  ['letters typed faster than the screen is drawn stay in order', async (recorder) => {
+    for (const [text, wanted] of [['## Rubrik', '## Rubrik'], ['- ett', '- ett'], ['> citat', '> citat'], ['**fet** text', '**fet** text']] as const) {
+      open('');
+      for (const letter of text) {
+        type(letter);
+        await Promise.resolve();
+      }
+      await turn();
+      expectEqual(recorder.text, wanted, 'text');
+    }
+  }],
   ['another note starts its own history', async (recorder) => {
     open('ett\n');
     type('!');
@@ -91,6 +104,24 @@ export const bridgeTests: Test[] = [
     (find('.task-box') as HTMLElement).click();
     await turn();
     expectEqual(recorder.text, '- [x] a\n- [x] b\n', 'text');
+  }],
+  ['words are reported even when their text cannot be brought in step', async (recorder) => {
+    const root = document.body.appendChild(document.createElement('div'));
+    const other = new NoteEditor(root);
+    other.setContent('* ett\n');
+    const apply = SourceDocument.prototype.apply;
+    SourceDocument.prototype.apply = () => {
+      throw new Error('as the test wants it');
+    };
+    try {
+      other.exec('wikilink', 'Not');
+      await turn();
+    } finally {
+      SourceDocument.prototype.apply = apply;
+      other.view.destroy();
+      root.remove();
+    }
+    expectEqual(recorder.text, '- [[Not]]ett\n', 'text');
   }],
   ['setTheme names the theme on the root', async () => {
     editor().setTheme('dark');

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Vault/FileURL.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace wendlore {
+
+/// Reads the files of one folder after another into one buffer, as fast as the disk gives them: a batch is
+/// opened first, so that the disk can fetch it all at once. Only regular files are read; a file that vanishes
+/// or cannot be read is passed over.
+class NoteReader final
+{
+public:
+    /// Receives the place of a file in the list and its bytes, behind which `ByteScanner::padding` bytes are
+    /// readable. The bytes last until the call returns.
+    using Receive = std::function<void(std::size_t index, std::string_view bytes)>;
+
+    NoteReader();
+
+    void read(const FileURL& folder, std::span<const QByteArray> names, const Receive& receive);
+    /// Gives back the memory that an unusually large file needed.
+    void shrink();
+
+private:
+    void readOne(int descriptor, std::size_t index, const Receive& receive);
+    void grow(std::size_t capacity, std::size_t kept);
+
+    std::unique_ptr<char[]> m_buffer;
+    std::size_t m_capacity = 0;
+};
+
+} // namespace wendlore
