@@ -14,8 +14,8 @@ build_preset() {
     local targets=()
     [ $# -eq 0 ] || targets=(--target "$@")
     (
-        cd "$project"
-        cmake --preset "$preset" "${generator[@]}" --log-level=WARNING &&
+        cd "$project" &&
+            cmake --preset "$preset" "${generator[@]}" --log-level=WARNING &&
             cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}"
     )
 }

@@ -211,6 +211,7 @@ void EditorSession::takeFocus()
         return;
     m_controller.focus();
     m_appState.setPendingFocusFile(std::nullopt);
+    Q_EMIT focusTaken();
 }
 
 bool EditorSession::isShown() const

@@ -69,6 +69,8 @@ Q_SIGNALS:
     void conflictNoticeChanged();
     /// The page was given what was read from disk, or showed it already.
     void loaded();
+    /// The caret was put into the page, which is to get the keys.
+    void focusTaken();
 
 private:
     /// A text that was put into the page, and the edits made to it.

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "Vault/FileURL.h"
+
 #include <QJsonValue>
 #include <QString>
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace wendlore {
 
@@ -17,12 +20,14 @@ public:
     /// typed in.
     using Generation = std::uint64_t;
 
-    /// What the view reports, always on the main thread. Every member is set by the controller.
+    /// What the view reports and asks, always on the main thread. Every member is set by the controller.
     struct Events final
     {
         std::function<void(const QString& name, const QJsonValue& body, Generation generation)> message;
         std::function<void()> contentProcessTerminated;
         std::function<void()> navigationFailed;
+        /// The open bucket's root, for the assets that notes refer to.
+        std::function<std::optional<FileURL>()> vaultRoot;
     };
 
     virtual ~EditorWebView() = default;
@@ -33,7 +38,7 @@ public:
     /// Runs `script` in the page; results and errors are ignored.
     virtual void evaluate(const QString& script) = 0;
     /// Runs `script`, which puts a new content into the page, and from that very task on marks messages with
-    /// `generation`.
+    /// `generation`. The page confirms with a message "shown".
     virtual void evaluate(const QString& script, Generation generation) = 0;
     /// Calls `done` once every message that the page has posted so far was delivered (at once when no page is
     /// loaded).

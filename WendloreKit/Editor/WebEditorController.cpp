@@ -40,6 +40,7 @@ WebEditorController::WebEditorController(std::unique_ptr<EditorWebView> webView,
                           EditorWebView::Generation generation) { receive(name, body, generation); },
         .contentProcessTerminated = [this] { reloadSoon(); },
         .navigationFailed = [this] { reloadSoon(); },
+        .vaultRoot = [this] { return vaultRoot(); },
     });
     loadEditor();
 }

@@ -1,6 +1,7 @@
 #include "Platform/CoordinatedReader.h"
 
 #include "Vault/Log.h"
+#include "Vault/ReadFile.h"
 
 #include <QThread>
 #include <QThreadPool>
@@ -88,22 +89,16 @@ CoordinatedReader::Reading CoordinatedReader::readOnce(const FileURL& url, QByte
         return Reading::Impossible;
     const bool isSettled = !isFresh(before);
 
-    bytes.resize(before.st_size);
-    qsizetype size = 0;
-    while (size < bytes.size()) {
-        const ssize_t taken =
-            m_calls.read(file.get(), bytes.data() + size, size_t(bytes.size() - size), off_t(size));
-        if (taken < 0)
-            return Reading::Impossible;
-        if (taken == 0)
-            return Reading::Moving;
-        size += taken;
-    }
+    auto read = readFile(file.get(), m_calls);
+    if (!read)
+        return Reading::Impossible;
+    bytes = std::move(*read);
 
     struct stat after = {};
     if (m_calls.status(file.get(), &after) == -1)
         return Reading::Impossible;
-    return isSettled && isSameVersion(before, after) ? Reading::Whole : Reading::Moving;
+    return isSettled && isSameVersion(before, after) && bytes.size() == after.st_size ? Reading::Whole
+                                                                                      : Reading::Moving;
 }
 
 } // namespace wendlore

@@ -5,10 +5,9 @@
 #include "Vault/ExclusiveCopy.h"
 #include "Vault/Log.h"
 #include "Vault/NumberedName.h"
+#include "Vault/ReadFile.h"
 #include "Vault/RecoveredTexts.h"
 #include "Vault/Trash.h"
-
-#include <QFile>
 
 #include <filesystem>
 
@@ -61,16 +60,6 @@ void makeFolders(const FileURL& folder)
 {
     std::error_code error;
     std::filesystem::create_directories(folder.bytes().toStdString(), error);
-}
-
-/// What the file holds, or nothing when it cannot be read.
-std::optional<QByteArray> readFile(const FileURL& url)
-{
-    QFile file(QFile::decodeName(url.bytes()));
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray bytes = file.readAll();
-    return file.error() == QFile::NoError ? std::optional(bytes) : std::nullopt;
 }
 
 } // namespace

@@ -15,11 +15,6 @@ namespace wendlore {
 
 namespace {
 
-QByteArray lastComponent(const FileURL& url)
-{
-    return url.bytes().mid(url.bytes().lastIndexOf('/') + 1);
-}
-
 /// Whether the folder `item` would end in itself or somewhere below.
 bool wouldEndInItself(const FileURL& item, const FileURL& folder)
 {
@@ -33,7 +28,7 @@ bool wouldEndInItself(const FileURL& item, const FileURL& folder)
 void AppState::renameFile(const FileURL& item, const QString& newName)
 {
     const QByteArray stem = withoutOuterBlanks(newName).toUtf8();
-    const QByteArray oldName = lastComponent(item);
+    const QByteArray oldName = item.nameBytes();
     const QByteArrayView extension = extensionOf(oldName);
     const QByteArray name = extension.isEmpty() ? stem : stem + '.' + extension.toByteArray();
     const FileURL target = item.deletingLastPathComponent().appendingBytes(name, item.isDirectory());
@@ -55,7 +50,7 @@ void AppState::renameFile(const FileURL& item, const QString& newName)
 
 void AppState::moveFile(const FileURL& item, const FileURL& folder, UndoRegistrar* undo)
 {
-    const FileURL target = folder.appendingBytes(lastComponent(item), item.isDirectory());
+    const FileURL target = folder.appendingBytes(item.nameBytes(), item.isDirectory());
     if ((item.isDirectory() && wouldEndInItself(item, folder)) || existsOnDisk(target))
         return;
 

@@ -79,7 +79,10 @@ bool copyMetadata(FileSystemCalls& calls, int from, const struct stat& status, i
     if (!hasOwner && calls.changeOwner(to, status.st_uid, status.st_gid) == -1)
         return false;
     // The mode comes last: a change of owner clears bits of it, an access list sets some.
-    return copyAttributes(calls, from, to) && calls.changeMode(to, status.st_mode & modeBits) == 0;
+    if (!copyAttributes(calls, from, to) || calls.status(to, &made) == -1)
+        return false;
+    const bool hasMode = (made.st_mode & modeBits) == (status.st_mode & modeBits);
+    return hasMode || calls.changeMode(to, status.st_mode & modeBits) == 0;
 }
 
 } // namespace wendlore

@@ -17,11 +17,6 @@ QByteArray withoutTrailingSeparators(QByteArray path)
     return path;
 }
 
-QByteArray lastComponent(const QByteArray& path)
-{
-    return path.size() == 1 ? path : path.mid(path.lastIndexOf('/') + 1);
-}
-
 } // namespace
 
 FileURL FileURL::file(const QString& path)
@@ -46,17 +41,22 @@ QString FileURL::path() const
 
 QString FileURL::lastPathComponent() const
 {
-    return QString::fromUtf8(lastComponent(m_path));
+    return QString::fromUtf8(nameBytes());
+}
+
+QByteArray FileURL::nameBytes() const
+{
+    return m_path.size() == 1 ? m_path : m_path.mid(m_path.lastIndexOf('/') + 1);
 }
 
 QString FileURL::pathExtension() const
 {
-    return QString::fromUtf8(extensionOf(lastComponent(m_path)));
+    return QString::fromUtf8(extensionOf(nameBytes()));
 }
 
 QString FileURL::nameWithoutExtension() const
 {
-    return QString::fromUtf8(withoutExtension(lastComponent(m_path)));
+    return QString::fromUtf8(withoutExtension(nameBytes()));
 }
 
 FileURL FileURL::deletingLastPathComponent() const

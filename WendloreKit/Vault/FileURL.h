@@ -34,6 +34,8 @@ public:
 
     /// The last path component ("a.md" of "/b/a.md"; "/" for the root).
     [[nodiscard]] QString lastPathComponent() const;
+    /// The bytes of the last path component.
+    [[nodiscard]] QByteArray nameBytes() const;
     /// The text after the last full stop of the last component, without it: "md" of "a.b.md", empty for
     /// "README", for ".profile" and for a name that ends in a full stop.
     [[nodiscard]] QString pathExtension() const;

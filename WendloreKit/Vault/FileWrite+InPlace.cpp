@@ -1,5 +1,6 @@
 #include "Vault/FileWrite.h"
 #include "Vault/InterruptedWrites.h"
+#include "Vault/ReadFile.h"
 
 #include <fcntl.h>
 
@@ -20,7 +21,7 @@ FileWrite::Attempt FileWrite::writeInPlace()
         return failed();
     if (status.st_dev != m_status->st_dev || status.st_ino != m_status->st_ino)
         return Attempt::Disturbed;
-    const auto old = readTarget(file.get());
+    const auto old = readFile(file.get(), m_calls);
     if (!old)
         return failed();
 
@@ -58,24 +59,6 @@ bool FileWrite::putBytes(int file, const QByteArray& bytes)
 {
     return writeAll(file, bytes) && m_calls.truncate(file, off_t(bytes.size())) == 0 &&
            m_calls.sync(file) == 0;
-}
-
-std::optional<QByteArray> FileWrite::readTarget(int file)
-{
-    struct stat status = {};
-    if (m_calls.status(file, &status) == -1)
-        return std::nullopt;
-    QByteArray bytes(status.st_size, Qt::Uninitialized);
-    for (qsizetype position = 0; position < bytes.size();) {
-        const ssize_t taken =
-            m_calls.read(file, bytes.data() + position, size_t(bytes.size() - position), off_t(position));
-        if (taken < 0)
-            return std::nullopt;
-        if (taken == 0)
-            bytes.truncate(position);
-        position += taken;
-    }
-    return bytes;
 }
 
 } // namespace wendlore

@@ -124,7 +124,7 @@ bool FileWrite::openTarget()
         m_calls, m_calls.openAt(m_directory.get(), m_name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
     if (!m_target.isOpen() || m_calls.status(m_target.get(), &status) == -1) {
         failed();
-        return false;
+        return m_error == ENOENT; // It went away just now.
     }
     m_status = status;
     return true;

@@ -37,7 +37,6 @@ private:
     [[nodiscard]] bool followLinks();
     [[nodiscard]] bool openTarget();
     [[nodiscard]] std::optional<bool> holdsBytesAlready();
-    [[nodiscard]] std::optional<QByteArray> readTarget(int file);
 
     [[nodiscard]] Attempt replace();
     [[nodiscard]] Attempt createExclusively();

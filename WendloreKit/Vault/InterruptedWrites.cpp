@@ -3,6 +3,7 @@
 #include "Vault/FileWrite.h"
 #include "Vault/Log.h"
 #include "Vault/PrivateDirectory.h"
+#include "Vault/ReadFile.h"
 #include "Vault/RecoveredTexts.h"
 #include "Vault/TemporaryName.h"
 
@@ -46,15 +47,6 @@ std::optional<InterruptedWrites::Entry> decoded(const QByteArray& bytes)
         return std::nullopt;
     entry.file = FileURL::fromBytes(path, false);
     return entry;
-}
-
-std::optional<QByteArray> readFile(const FileURL& url)
-{
-    QFile file(QFile::decodeName(url.bytes()));
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray bytes = file.readAll();
-    return file.error() == QFile::NoError ? std::optional(bytes) : std::nullopt;
 }
 
 /// Whether a write of the new bytes over the old ones can have left `bytes`, wherever it was cut off.
@@ -126,6 +118,7 @@ int InterruptedWrites::settle(RecoveredTexts& recovered)
         if (!lock.isOpen())
             return 0;
         AtomicFile::sweepLeftovers(m_directory);
+        AtomicFile::sweepLeftovers(recovered.directory());
         found = records();
     }
     for (const FileURL& record : found) {
@@ -135,25 +128,28 @@ int InterruptedWrites::settle(RecoveredTexts& recovered)
             qCWarning(filesLog) << "cannot read the backup" << record.path();
             continue;
         }
-        settle(*entry, recovered);
-        forget(record);
+        if (settle(*entry, recovered))
+            forget(record);
     }
     return int(found.size());
 }
 
-void InterruptedWrites::settle(const Entry& entry, RecoveredTexts& recovered)
+bool InterruptedWrites::settle(const Entry& entry, RecoveredTexts& recovered)
 {
     const auto bytes = readFile(entry.file);
     if (bytes == entry.newBytes)
-        return;
+        return true;
     if (bytes && isMixture(*bytes, entry)) {
         const WriteResult result = FileWrite(m_calls, m_directory, entry.file, entry.newBytes).write();
         qCWarning(filesLog) << "completed the interrupted save of" << entry.file.path() << result.error;
         if (result.succeeded())
-            return;
+            return true;
     }
-    recovered.keep(entry.file, entry.oldBytes, u"before an interrupted save"_s);
-    recovered.keep(entry.file, entry.newBytes, u"an interrupted save"_s);
+    const auto isKept = [&](const QByteArray& text, const QString& reason) {
+        return text.isEmpty() || !recovered.keep(entry.file, text, reason).isEmpty();
+    };
+    const bool isOldKept = isKept(entry.oldBytes, u"before an interrupted save"_s);
+    return isKept(entry.newBytes, u"an interrupted save"_s) && isOldKept;
 }
 
 } // namespace wendlore

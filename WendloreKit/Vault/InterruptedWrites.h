@@ -41,7 +41,8 @@ public:
     int settle(RecoveredTexts& recovered);
 
 private:
-    void settle(const Entry& entry, RecoveredTexts& recovered);
+    /// False when the backup is still needed.
+    [[nodiscard]] bool settle(const Entry& entry, RecoveredTexts& recovered);
     [[nodiscard]] QList<FileURL> records();
 
     FileSystemCalls& m_calls;

@@ -4,6 +4,7 @@
 #include "Vault/ExclusiveMove.h"
 #include "Vault/Log.h"
 #include "Vault/PrivateDirectory.h"
+#include "Vault/ReadFile.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -101,12 +102,6 @@ QString entryName(const FileURL& note, const QString& time, int number)
            (extension.isEmpty() ? QString() : u'.' + extension);
 }
 
-bool holds(const FileURL& file, const QByteArray& bytes)
-{
-    QFile reader(file.path());
-    return reader.open(QIODevice::ReadOnly) && reader.size() == bytes.size() && reader.readAll() == bytes;
-}
-
 } // namespace
 
 RecoveredTexts::RecoveredTexts(FileURL directory, std::function<QDateTime()> now)
@@ -122,7 +117,7 @@ FileURL RecoveredTexts::keep(const FileURL& note, const QByteArray& bytes, const
     const auto newest = std::ranges::find(texts.rbegin(), texts.rend(), noteKey(note), &Kept::noteKey);
     if (newest != texts.rend()) {
         const FileURL entry = m_directory.appending(newest->fileName);
-        if (holds(entry, bytes))
+        if (readFile(entry) == bytes)
             return entry;
     }
     return putEntry(note, reason, [&](const FileURL& entry) {

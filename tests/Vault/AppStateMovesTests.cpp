@@ -2,6 +2,8 @@
 #include "Fakes/FakeServices.h"
 #include "Fakes/RecordingUndo.h"
 #include "State/AppState.h"
+#include "Vault/AtomicFile.h"
+#include "Vault/ReadFile.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -39,6 +41,7 @@ private Q_SLOTS:
     void undoOfAVanishedItemDoesNothing();
     void undoAfterTheStateIsGoneDoesNothing();
     void sessionsHearOfAMoveBeforeAndAfter();
+    void namesThatAreNotUtf8KeepTheirBytes();
 
 private:
     /// The state with a bucket of these notes open.
@@ -357,6 +360,20 @@ void AppStateMovesTests::sessionsHearOfAMoveBeforeAndAfter()
     m_state->moveFile(folder(u"A"_s), folder(u"B"_s));
 
     QCOMPARE(heard, QStringList({u"A"_s, u"A sista ordet"_s}));
+}
+
+void AppStateMovesTests::namesThatAreNotUtf8KeepTheirBytes()
+{
+    open({{"A/", ""}});
+    const FileURL note = m_bucket->root().appendingBytes("M\xf6te.m\xe5l", false);
+    QVERIFY(AtomicFile::write(note, "text").succeeded());
+
+    m_state->moveFile(note, folder(u"A"_s));
+    const FileURL moved = folder(u"A"_s).appendingBytes("M\xf6te.m\xe5l", false);
+    QCOMPARE(readFile(moved), std::optional("text"_ba));
+    m_state->renameFile(moved, u"Plan"_s);
+
+    QCOMPARE(readFile(folder(u"A"_s).appendingBytes("Plan.m\xe5l", false)), std::optional("text"_ba));
 }
 
 QTEST_GUILESS_MAIN(AppStateMovesTests)

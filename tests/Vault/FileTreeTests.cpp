@@ -288,7 +288,7 @@ void FileTreeTests::manyFoldersAreAllShown()
 
 void FileTreeTests::veryDeepFoldersAreShownAsFarAsPathsReach()
 {
-    constexpr int depth = 5000;
+    constexpr int depth = 2500;
     const Bucket bucket;
     int folder = ::open(bucket.root().bytes().constData(), O_RDONLY | O_DIRECTORY);
     for (int level = 0; level < depth; ++level) {
@@ -314,7 +314,7 @@ void FileTreeTests::veryDeepFoldersAreShownAsFarAsPathsReach()
 void FileTreeTests::manyEntriesInOneFolderAreAllShown()
 {
     const Bucket bucket;
-    constexpr int count = 5000; // several batches of directory entries
+    constexpr int count = 2000; // several batches of directory entries
     for (int number = 0; number < count; ++number) {
         const QByteArray name = "En anteckning med ett ganska långt namn " + QByteArray::number(number);
         const int file =

@@ -108,6 +108,7 @@ void FileURLTests::keepsNamesThatAreNotUtf8()
 
     QCOMPARE(file.bytes(), QByteArray("/b/\xFF.md"));
     QCOMPARE(file.path(), u"/b/\uFFFD.md"_s);
+    QCOMPARE(file.nameBytes(), QByteArray("\xFF.md"));
 }
 
 QTEST_APPLESS_MAIN(FileURLTests)

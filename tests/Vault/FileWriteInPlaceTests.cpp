@@ -36,7 +36,7 @@ void giveToOrdinaryUser(const FileURL& file)
 
 const char* nameOf(WriteOutcome outcome)
 {
-    constexpr const char* names[] = {"Unchanged", "Replaced", "InPlace", "Failed"};
+    constexpr const char* names[] = {"Unchanged", "Replaced", "InPlace", "Taken", "Failed"};
     return names[int(outcome)];
 }
 

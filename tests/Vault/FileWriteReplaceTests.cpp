@@ -17,6 +17,7 @@ private Q_SLOTS:
     void bytesReachTheDiskBeforeTheirNameDoes();
     void aSweepDuringTheWriteSparesIt();
     void aTemporaryFileSweptBeforeItsRenameIsMadeAgain();
+    void aTargetThatVanishesIsMadeAnew();
     void aTargetThatAppearsWhileCreatingIsKept_data();
     void aTargetThatAppearsWhileCreatingIsKept();
     void creatingWorksWithoutCall_data();
@@ -74,6 +75,21 @@ void FileWriteReplaceTests::aTemporaryFileSweptBeforeItsRenameIsMadeAgain()
         QCOMPARE(swept, 1);
         QCOMPARE(bucket.read(u"A.md"_s), "ny");
     }
+}
+
+void FileWriteReplaceTests::aTargetThatVanishesIsMadeAnew()
+{
+    const Bucket bucket({{"A.md", "gammal"}});
+    FaultyCalls calls;
+    calls.interfere = [&](int, const QByteArray& call) {
+        if (call == "openat" && calls.made.contains("fstatat"))
+            bucket.remove(u"A.md"_s);
+        return 0;
+    };
+
+    QVERIFY(FileWrite(calls, {}, bucket.file(u"A.md"_s), "ny").write().succeeded());
+
+    QCOMPARE(bucket.read(u"A.md"_s), "ny");
 }
 
 void FileWriteReplaceTests::aTargetThatAppearsWhileCreatingIsKept_data()

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void aFileThatIsGoneStaysGoneAndBothTextsAreKept();
     void aFinishedWriteOnlyLosesItsBackup();
     void theBackupOfALivingWriteIsLeftAlone();
+    void aBackupWhoseTextsCannotBeKeptStays();
     void aBrokenBackupIsLeftAndLogged();
     void withoutBackupsNothingIsMade();
 
@@ -178,6 +179,19 @@ void InterruptedWritesTests::theBackupOfALivingWriteIsLeftAlone()
 
     QCOMPARE(note(), "nyare");
     QCOMPARE(recoveredTexts(), QByteArrayList());
+}
+
+void InterruptedWritesTests::aBackupWhoseTextsCannotBeKeptStays()
+{
+    m_bucket->write(u"state/recovered"_s, "i vägen");
+
+    QCOMPARE(settleAfter("gammal", "ny text", "annan."), 1);
+    QCOMPARE(backups().size(), 1);
+    m_bucket->remove(u"state/recovered"_s);
+
+    QCOMPARE(settle(), 1);
+    QCOMPARE(recoveredTexts(), QByteArrayList({"gammal", "ny text"}));
+    QCOMPARE(backups(), QStringList());
 }
 
 void InterruptedWritesTests::aBrokenBackupIsLeftAndLogged()

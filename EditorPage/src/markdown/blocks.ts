@@ -65,7 +65,8 @@ export class BlockReader {
   private paragraph(block: Paragraph, origin: number, mayBeLetters: boolean): Built {
     const inline = new InlineReader(this.source, this.shift, this.start(block)).read(block.children);
     const node = nodes.paragraph.create(null, inline.content);
-    const piece = this.piece(block, origin, { segments: inline.segments });
+    const inner = [0, this.slice(block).trimEnd().length] as const;
+    const piece = this.piece(block, origin, { segments: inline.segments, inner });
     return (mayBeLetters && readLetterList(node, piece)) || { node, piece };
   }
 

@@ -35,7 +35,7 @@ function linesOf(paragraph: Node): Line[] | null {
 
 const sourceAt = (segments: readonly Segment[], at: number) => {
   const segment = segments.find((one) => one.at <= at && at < one.at + one.size);
-  return segment && segment.size === segment.length ? segment.from + at - segment.at : null;
+  return segment ? segment.from + at - segment.at : null;
 };
 
 function item(paragraph: Node, piece: Piece, line: Line, marker: number, end: number): Built | null {

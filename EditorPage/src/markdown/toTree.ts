@@ -8,7 +8,12 @@ const { nodes, marks } = schema;
 /** Source that stands for a node as it is, where it is known. Without markers of the containers around it. */
 export type Verbatim = (node: Node) => string | null;
 
-const nothing: Verbatim = () => null;
+/** What a tree is made with. */
+export interface TreeOptions {
+  verbatim?: Verbatim | undefined;
+  /** Whether addresses that are links by themselves stand between angle brackets. */
+  angled?: boolean | undefined;
+}
 
 const raw = (value: string): Html => ({ type: 'html', value });
 
@@ -19,14 +24,14 @@ interface Marked {
 }
 
 /** The parser's tree for the content of a text block. */
-export function inlineTree(content: Fragment): PhrasingContent[] {
+export function inlineTree(content: Fragment, options: TreeOptions = {}): PhrasingContent[] {
   const items: Marked[] = [];
   content.forEach((node) => items.push({ node, marks: node.marks }));
-  return nested(items);
+  return nested(items, options);
 }
 
 /** Puts around every stretch the mark that reaches furthest, then goes on inside. Code is always innermost. */
-function nested(items: readonly Marked[]): PhrasingContent[] {
+function nested(items: readonly Marked[], options: TreeOptions): PhrasingContent[] {
   const result: PhrasingContent[] = [];
   for (let index = 0; index < items.length; ) {
     const open = items[index]!.marks.filter((mark) => mark.type !== marks.code);
@@ -37,7 +42,7 @@ function nested(items: readonly Marked[]): PhrasingContent[] {
     }
     const [mark, end] = furthest(open, items, index);
     const inner = items.slice(index, end).map((item) => ({ ...item, marks: mark.removeFromSet(item.marks) }));
-    result.push(wrapped(mark, nested(inner)));
+    result.push(wrapped(mark, nested(inner, options), options));
     index = end;
   }
   return result;
@@ -53,7 +58,7 @@ function furthest(candidates: readonly Mark[], items: readonly Marked[], from: n
   return best;
 }
 
-function wrapped(mark: Mark, children: PhrasingContent[]): PhrasingContent {
+function wrapped(mark: Mark, children: PhrasingContent[], options: TreeOptions): PhrasingContent {
   switch (mark.type) {
     case marks.em:
       return { type: 'emphasis', children };
@@ -64,17 +69,17 @@ function wrapped(mark: Mark, children: PhrasingContent[]): PhrasingContent {
     case marks.highlight:
       return { type: 'highlight', children };
     default:
-      return link(mark, children as Link['children']);
+      return link(mark, children as Link['children'], options);
   }
 }
 
-function link({ attrs }: Mark, children: Link['children']): PhrasingContent {
+function link({ attrs }: Mark, children: Link['children'], { angled }: TreeOptions): PhrasingContent {
   if (attrs.reference) {
     return { type: 'linkReference', referenceType: attrs.reference, identifier: attrs.label, label: attrs.label, children };
   }
   const only = children.length === 1 && children[0]!.type === 'text' ? children[0]!.value : null;
   const isAddress = only !== null && /^(https?:\/\/|www\.)[^\s<]*$/i.test(only);
-  if (attrs.auto && isAddress) return raw(only);
+  if (attrs.auto && isAddress) return raw(angled && /^http/i.test(only) ? `<${only}>` : only);
   return { type: 'link', url: attrs.href, title: attrs.title, children };
 }
 
@@ -110,26 +115,28 @@ function leaf({ node, marks: rest }: Marked): PhrasingContent {
 
 const isEmptyParagraph = (node: Node) => node.type === nodes.paragraph && node.content.size === 0;
 
-/** The parser's tree for a block. `verbatim` may give the source of any block or text block's content in it. */
-export function blockTree(node: Node, verbatim: Verbatim = nothing): RootContent | LetterList {
-  const known = verbatim(node);
+const knownSource = ({ verbatim }: TreeOptions, node: Node) => verbatim?.(node) ?? null;
+
+/** The parser's tree for a block. */
+export function blockTree(node: Node, options: TreeOptions = {}): RootContent | LetterList {
+  const known = knownSource(options, node);
   if (known !== null) return raw(known);
   const { attrs } = node;
   switch (node.type) {
     case nodes.paragraph:
-      return { type: 'paragraph', children: inlineTree(node.content) };
+      return { type: 'paragraph', children: inlineTree(node.content, options) };
     case nodes.heading:
-      return { type: 'heading', depth: attrs.level, children: inlineTree(node.content) };
+      return { type: 'heading', depth: attrs.level, children: inlineTree(node.content, options) };
     case nodes.blockquote:
-      return { type: 'blockquote', children: childTrees(node, verbatim) };
+      return { type: 'blockquote', children: childTrees(node, options) };
     case nodes.footnote_definition:
-      return { type: 'footnoteDefinition', identifier: attrs.label, label: attrs.label, children: childTrees(node, verbatim) };
+      return { type: 'footnoteDefinition', identifier: attrs.label, label: attrs.label, children: childTrees(node, options) };
     case nodes.list:
-      return listTree(node, verbatim);
+      return listTree(node, options);
     case nodes.letter_list:
-      return { type: 'letterList', start: attrs.start, children: letterItems(node, verbatim) };
+      return { type: 'letterList', start: attrs.start, children: letterItems(node, options) };
     case nodes.table:
-      return tableTree(node, verbatim);
+      return tableTree(node, options);
     case nodes.horizontal_rule:
       return { type: 'thematicBreak' };
     default:
@@ -151,46 +158,46 @@ function sourceTree(node: Node): RootContent {
   }
 }
 
-function childTrees(node: Node, verbatim: Verbatim): BlockContent[] {
+function childTrees(node: Node, options: TreeOptions): BlockContent[] {
   if (node.childCount === 1 && isEmptyParagraph(node.firstChild!)) return [];
-  return node.children.map((child) => blockTree(child, verbatim) as BlockContent);
+  return node.children.map((child) => blockTree(child, options) as BlockContent);
 }
 
-function listTree(node: Node, verbatim: Verbatim): RootContent {
-  const children = node.children.map((item) => itemTree(item, verbatim));
+function listTree(node: Node, options: TreeOptions): RootContent {
+  const children = node.children.map((item) => itemTree(item, options));
   const isOrdered = node.attrs.kind === 'ordered';
   const spread = children.some((item) => item.spread);
   return { type: 'list', ordered: isOrdered, start: isOrdered ? node.attrs.start : null, spread, children };
 }
 
 /** An item's children stand close together when they are a paragraph and the lists below it. */
-function itemTree(item: Node, verbatim: Verbatim): ListItem {
+function itemTree(item: Node, options: TreeOptions): ListItem {
   const isClose = item.children.every((child, index) => index === 0 || child.type === nodes.list);
   const { checked } = item.attrs;
   const first = item.firstChild!;
   if (checked === null || !isEmptyParagraph(first)) {
-    return { type: 'listItem', checked, spread: !isClose, children: childTrees(item, verbatim) };
+    return { type: 'listItem', checked, spread: !isClose, children: childTrees(item, options) };
   }
   // An empty task: the box alone, which the parser would take for text.
   const box: BlockContent = { type: 'paragraph', children: [raw(checked ? '[x]' : '[ ]')] };
-  const rest = item.children.slice(1).map((child) => blockTree(child, verbatim) as BlockContent);
+  const rest = item.children.slice(1).map((child) => blockTree(child, options) as BlockContent);
   return { type: 'listItem', checked: null, spread: !isClose, children: [box, ...rest] };
 }
 
-function letterItems(node: Node, verbatim: Verbatim): LetterList['children'] {
+function letterItems(node: Node, options: TreeOptions): LetterList['children'] {
   return node.children.map((item) => {
     const paragraph = item.firstChild!;
-    const known = verbatim(paragraph);
-    return { type: 'paragraph', children: known === null ? inlineTree(paragraph.content) : [raw(known)] };
+    const known = knownSource(options, paragraph);
+    return { type: 'paragraph', children: known === null ? inlineTree(paragraph.content, options) : [raw(known)] };
   });
 }
 
-function tableTree(node: Node, verbatim: Verbatim): Nodes & RootContent {
+function tableTree(node: Node, options: TreeOptions): Nodes & RootContent {
   const align = node.firstChild!.children.map((cell) => cell.attrs.align);
   const children = node.children.map((row): TableRow => {
     const cells = row.children.map((cell) => {
-      const known = verbatim(cell);
-      return { type: 'tableCell' as const, children: known === null ? inlineTree(cell.content) : [raw(known)] };
+      const known = knownSource(options, cell);
+      return { type: 'tableCell' as const, children: known === null ? inlineTree(cell.content, options) : [raw(known)] };
     });
     return { type: 'tableRow', children: cells };
   });

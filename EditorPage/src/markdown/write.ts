@@ -17,6 +17,8 @@ export interface Style {
   strong: '*' | '_';
   fence: '`' | '~';
   rule: '-' | '*' | '_';
+  /** Addresses that are links by themselves, bare or between angle brackets. */
+  address: 'bare' | 'angled';
 }
 
 export const defaultStyle: Style = {
@@ -26,7 +28,10 @@ export const defaultStyle: Style = {
   strong: '*',
   fence: '`',
   rule: '-',
+  address: 'bare',
 };
+
+const { address: _, ...markers } = defaultStyle;
 
 const extensions = [
   gfmToMarkdown({ tablePipeAlign: false }),
@@ -37,15 +42,16 @@ const extensions = [
   ownHandlers,
 ];
 
-const fixed: Options = { listItemIndent: 'one', fences: true, resourceLink: true, incrementListMarker: true, extensions };
+const fixed: Options = { ...markers, listItemIndent: 'one', fences: true, resourceLink: true, incrementListMarker: true, extensions };
 
-function toText(tree: Nodes, style: Partial<Style>): string {
-  return toMarkdown(tree, { ...fixed, ...defaultStyle, ...style });
+function toText(tree: Nodes, { address: _, ...style }: Partial<Style>): string {
+  return toMarkdown(tree, { ...fixed, ...style });
 }
 
 /** Markdown for one block, without a line end after it. `verbatim` may give source for any block in it. */
 export function writeBlock(node: Node, style: Partial<Style> = {}, verbatim?: Verbatim): string {
-  const tree = { type: 'root' as const, children: [blockTree(node, verbatim)] };
+  const options = { verbatim, angled: style.address === 'angled' };
+  const tree = { type: 'root' as const, children: [blockTree(node, options)] };
   return toText(tree, style).replace(/\n+$/, '');
 }
 
@@ -63,5 +69,5 @@ export interface Surroundings {
 
 /** Markdown for a stretch of a text block's content. */
 export function writeInline(content: Fragment, around: Surroundings, style: Partial<Style> = {}): string {
-  return toText({ type: 'stretch', ...around, children: inlineTree(content) }, style).replace(/\n$/, '');
+  return toText({ type: 'stretch', ...around, children: inlineTree(content, { angled: style.address === 'angled' }) }, style).replace(/\n$/, '');
 }

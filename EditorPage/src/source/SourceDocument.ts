@@ -5,17 +5,12 @@ import { emptyEntry, readEntries, type Entry } from './entries';
 import { Journal } from './journal';
 import { countLabels } from './labels';
 import { Retired } from './retired';
-import { commonEnds, mainLineEnd } from './text';
-import { restored, update, type Note } from './update';
+import { mainLineEnd } from './text';
+import { changeBetween, restored, update, type Note, type TextChange, type Updated } from './update';
 
 const { nodes } = schema;
 
-/** A change of the note's text, in UTF-16 offsets of the text before it. */
-export interface TextChange {
-  from: number;
-  to: number;
-  insert: string;
-}
+export type { TextChange };
 
 /** Top-level children `from` to `to` of a document, which have to become `nodes`. */
 export interface Correction {
@@ -69,17 +64,32 @@ export class SourceDocument {
     return this.note.text;
   }
 
+  /** The pieces that the text is the sum of: the mark, then gap and bytes of each block in turn, then the tail. */
+  get pieces(): readonly string[] {
+    const { mark, entries, tail } = this.note;
+    return [mark, ...entries.flatMap((entry) => [entry.gap, entry.raw]), tail];
+  }
+
   /** Brings the text in step with an edited document. */
   apply(next: Node): Applied {
+    if (next === this.root) return { change: null, corrections: [] };
     const before = this.note;
-    const earlier = this.journal.find(before.entries, next);
-    const { note, corrections } = earlier
-      ? { note: restored(before, earlier), corrections: [] }
-      : update(before, next, this.retired);
+    const updated = this.earlier(next) ?? update(before, next, this.retired);
+    const { corrections } = updated;
+    this.root = corrections.length > 0 ? rootOf(updated.note.entries) : next;
+    // A corrected document may be one that there was before, with bytes of its own.
+    const { note, change } = (corrections.length > 0 && this.earlier(this.root)) || updated;
     this.note = note;
-    this.root = corrections.length > 0 ? rootOf(note.entries) : next;
     this.journal.record(before.entries, note.entries);
-    return { change: changeBetween(before.text, note.text), corrections };
+    return { change, corrections };
+  }
+
+  /** The note as it was when it last had this document. */
+  private earlier(doc: Node): Updated | null {
+    const entries = this.journal.find(this.note.entries, doc);
+    if (!entries) return null;
+    const note = restored(this.note, entries);
+    return { note, change: changeBetween(this.note.text, note.text), corrections: [] };
   }
 
   /**
@@ -141,12 +151,6 @@ function readNote(text: string): Note {
   if (!hasBlock) entries.push(emptyEntry(nodes.paragraph.create(), ''));
   const labels = countLabels(new Map(), [], entries.map((entry) => entry.parsed));
   return { mark, entries, tail, text, labels, lineEnd: mainLineEnd(text) };
-}
-
-function changeBetween(before: string, after: string): TextChange | null {
-  if (before === after) return null;
-  const { start, end } = commonEnds(before, after);
-  return { from: start, to: before.length - end, insert: after.slice(start, after.length - end) };
 }
 
 const isUnchanged = (a: Entry, b: Entry) => a.raw === b.raw && (a.parsed === b.parsed || a.parsed.eq(b.parsed));

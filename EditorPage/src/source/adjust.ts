@@ -9,6 +9,16 @@ const { nodes, marks } = schema;
  * is nothing of the kind.
  */
 export function adjusted(node: Node): Node {
+  if (fine.has(node)) return node;
+  const next = adjust(node);
+  fine.add(next);
+  return next;
+}
+
+/** Nodes with nothing to adjust. */
+const fine = new WeakSet<Node>();
+
+function adjust(node: Node): Node {
   if (node.isTextblock) return node.type.spec.code ? node : withoutStrayCode(oneLine(node));
   if (node.isLeaf) return node;
   switch (node.type) {

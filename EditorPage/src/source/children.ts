@@ -68,7 +68,7 @@ function gaps(source: string, place: Place, replaced: Replacement, prefix: strin
     const gap = source.slice(endOf(childPlace(place, index - 1)), childPlace(place, index).start);
     return gap.includes('\n') ? [gap] : [];
   };
-  return new Set([...between(from), ...between(to), ...usual]);
+  return new Set([from, to, from - 1, to + 1].flatMap(between).concat(usual));
 }
 
 /** Lists below the text of an item. */

@@ -101,8 +101,13 @@ function rawBlock(source: string): Found {
 
 /** Reads a source that should be exactly one block, of the given type, and nothing else. Null when it is not. */
 export function readBlock(source: string, type: NodeType, labels?: Labels): Block | null {
-  const found = readBlocks(source, type === nodes.front_matter, labels);
-  const only = found[0];
-  if (found.length !== 1 || only!.built.node.type !== type || only!.start !== 0 || source.slice(only!.stop).trim() !== '') return null;
-  return { source, parsed: only!.built.node, piece: only!.built.piece };
+  const block = readAnyBlock(source, type === nodes.front_matter, labels);
+  return block?.parsed.type === type ? block : null;
+}
+
+/** The same for a block of any type. */
+export function readAnyBlock(source: string, isStart: boolean, labels?: Labels): Block | null {
+  const [only, ...more] = readBlocks(source, isStart, labels);
+  if (!only || more.length > 0 || only.start !== 0 || source.slice(only.stop).trim() !== '') return null;
+  return { source, parsed: only.built.node, piece: only.built.piece };
 }

@@ -20,7 +20,8 @@ const sizeOf = (entries: readonly Entry[]) => entries.reduce((sum, entry) => sum
 
 /**
  * All states that a note's entries have been in, as the steps between them. When an edit brings back the document of
- * an earlier state, as undo and redo do, it gets the very entries of that state, and so its bytes.
+ * an earlier state, as undo and redo do, it gets the very entries of that state, and so its bytes: the same document
+ * has the same bytes each time.
  */
 export class Journal {
   private steps: Step[] = [];
@@ -28,15 +29,17 @@ export class Journal {
   /** The fingerprint of the state before the first step. */
   private first = 0;
 
-  /** The entries of the latest earlier state whose document is `next`. Null when there was none. */
+  /** The entries of the latest state whose document is `next`. Null when there was none. */
   find(entries: readonly Entry[], next: Node): Entry[] | null {
     const { from, oldTo, nextTo } = differingRange(entries, next);
     const gone = entries.slice(from, oldTo).map((entry) => entry.node);
     const come = next.children.slice(from, nextTo);
     const change = fingerprintChange(entries[from - 1]?.node, gone, come, entries[oldTo]?.node);
     const wanted = (this.current + change) | 0;
-    if (wanted === this.current) return null;
-
+    if (wanted === this.current) {
+      const same = adopt(entries, next);
+      if (same) return same;
+    }
     let state: Entry[] | null = null;
     let undone = this.steps.length;
     for (let index = this.steps.length - 1; index >= 0; index -= 1) {

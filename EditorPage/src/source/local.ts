@@ -13,15 +13,15 @@ const { nodes } = schema;
 const wholeLimit = 3000;
 
 /**
- * Reads a long list or table after a splice only around the children that changed: each item stands alone, but for
- * how its marker is indented against its neighbours', and each row needs only the header. Null when it does not say
- * what is expected, undefined when it has to be read whole.
+ * Reads a long list, quote or table after a splice only around the children that changed. An item or a block of a
+ * quote can reach no further than its neighbour, which is read with it; a row needs only the header. Null when it does
+ * not say what is expected, undefined when it has to be read whole.
  */
 export function readPart(block: Block, splice: Splice, expected: Node, labels: Labels): Block | null | undefined {
   const { parsed, source } = block;
   const isLong = source.length > wholeLimit && parsed.childCount > 4;
   if (!isLong || !parsed.sameMarkup(expected)) return undefined;
-  if (parsed.type !== nodes.list && parsed.type !== nodes.table) return undefined;
+  if (parsed.type !== nodes.list && parsed.type !== nodes.table && parsed.type !== nodes.blockquote) return undefined;
 
   const range = differingChildren(parsed, expected);
   const first = parsed.type === nodes.table ? 1 : 0;
@@ -71,6 +71,6 @@ function joined(block: Block, source: string, window: Window, found: Node[], pie
   return {
     source,
     parsed: parsed.type.create(parsed.attrs, content),
-    piece: { ...piece, end: piece.end + grown, children },
+    piece: { ...piece, end: piece.end + grown, inner: [0, piece.inner[1] + grown], children },
   };
 }

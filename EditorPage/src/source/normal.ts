@@ -22,7 +22,11 @@ export function tidy(node: Node): Node {
 
 /** The tidy node with everything the same that is only a way of writing, such as which kind of reference a link is. */
 export function comparable(node: Node): Node {
-  return remembered(compared, node, () => withoutLastLineEnds(mapMarks(tidy(node), samePlainLink)));
+  return remembered(compared, node, () => {
+    const clean = tidy(node);
+    if (clean.isTextblock) return withoutLastLineEnds(mapMarks(clean, samePlainLink));
+    return clean.isLeaf ? clean : withContent(clean, mapChildren(clean, comparable));
+  });
 }
 
 /** Whether two blocks say the same. */

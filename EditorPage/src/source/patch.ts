@@ -84,7 +84,22 @@ function* plainSplices(source: string, place: Place, next: Node, change: Differe
   for (const [from, to] of ranges(place, wide)) {
     for (const text of texts(source, from, to, next, wide.middle, place)) yield { from, to, text };
   }
-  if (!next.type.spec.code) yield* rewritten(place, next);
+  if (next.type.spec.code) return;
+  if (wide.middle.size > 0 && isPlain(wide.middle)) yield* escaped(source, place, wide);
+  yield* rewritten(place, next);
+}
+
+const punctuation = /^[!-/:-@[-`{-~]$/;
+
+/** Plain text beside a character that it would make a marker of: that character gets a backslash. */
+function* escaped(source: string, place: Place, change: Difference): Generator<Splice> {
+  const text = textOf(change.middle);
+  for (const [from, to] of ranges(place, change)) {
+    const before = source[from - 1] ?? '';
+    const after = source[to] ?? '';
+    if (punctuation.test(before)) yield { from: from - 1, to, text: `\\${before}${text}` };
+    if (punctuation.test(after)) yield { from, to: to + 1, text: `${text}\\${after}` };
+  }
 }
 
 /** The source ranges that a difference may stand for. */
@@ -142,7 +157,7 @@ function* texts(source: string, from: number, to: number, next: Node, middle: Fr
   }
 }
 
-const styles: ReadonlyArray<Partial<Style>> = [{}, { emphasis: '_', strong: '_' }];
+const styles: ReadonlyArray<Partial<Style>> = [{}, { emphasis: '_', strong: '_', address: 'angled' }];
 
 const isCell = (node: Node) => node.type === schema.nodes.table_cell || node.type === schema.nodes.table_header;
 

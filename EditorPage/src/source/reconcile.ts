@@ -7,6 +7,7 @@ import { readBlock, type Block } from './entries';
 import { readPart } from './local';
 import { isSame, isSameButLinks, tidy } from './normal';
 import { inlineSplices, spliced, type Splice } from './patch';
+import { quickEdit } from './quick';
 import { linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
 import type { Pool } from './pool';
 
@@ -48,7 +49,7 @@ interface Changed {
 function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed | null {
   for (const change of changesBetween(block.parsed, aim)) {
     const expected = outcome(block.parsed, change);
-    const mayLink = change.kind === 'inline' && hasOtherText(nodeAt(block.parsed, change.path), change.node);
+    const mayLink = change.kind === 'inline' && isTyping(nodeAt(block.parsed, change.path), change.node);
     let attempts = 0;
     for (const splice of splices(block, change, pool)) {
       const next = readBack(block, splice, expected, context, mayLink);
@@ -60,8 +61,11 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
   return null;
 }
 
-/** Links follow what is typed; marking or unmarking a text as a link is another matter. */
-const hasOtherText = (before: Node, after: Node) => before.textContent !== after.textContent;
+/** Links follow what is typed; making one of a text, or putting one in, is another matter. */
+const isTyping = (before: Node, after: Node) =>
+  before.textContent !== after.textContent && linkCount(after) <= linkCount(before);
+
+const linkCount = (block: Node) => block.children.filter((child) => child.marks.some((mark) => mark.attrs.auto)).length;
 
 /** What the block should say after a change. */
 function outcome(root: Node, change: Change): Node {
@@ -93,6 +97,8 @@ function splices(block: Block, change: Change, pool: Pool): Iterable<Splice> {
 
 /** The block after a splice, if it then says what is expected. */
 function readBack(block: Block, splice: Splice, expected: Node, context: Context, mayLink: boolean): Block | null {
+  const quick = quickEdit(block, splice, expected, context.labels);
+  if (quick) return quick;
   const part = readPart(block, splice, expected, context.labels);
   if (part !== undefined) return part;
   const next = readBlock(spliced(block.source, splice), expected.type, context.labels);

@@ -1,7 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import { frontMatter, labelKey } from '../markdown/parse';
 import { schema } from '../schema';
-import { readBlock, type Entry } from './entries';
+import { readAnyBlock, type Entry } from './entries';
 import { countLabels, differingLabels, type LabelCounts } from './labels';
 import { isSame } from './normal';
 import { Pool } from './pool';
@@ -10,7 +10,7 @@ import { draft, settle, spaced, type Draft } from './region';
 import type { Retired } from './retired';
 import type { Correction } from './SourceDocument';
 import type { Writing } from './writer';
-import { unify } from './text';
+import { commonEnds, unify } from './text';
 
 /** A note: its entries, whose bytes with the mark before and the tail behind them are its text. */
 export interface Note {
@@ -23,9 +23,24 @@ export interface Note {
   lineEnd: string;
 }
 
-/** A note after an edit, and what the edited document has to become to say what the note's text says. */
+/** A change of the note's text, in UTF-16 offsets of the text before it. */
+export interface TextChange {
+  from: number;
+  to: number;
+  insert: string;
+}
+
+/** The smallest change from one text to another that stands `offset` characters into the note. */
+export function changeBetween(before: string, after: string, offset = 0): TextChange | null {
+  if (before === after) return null;
+  const { start, end } = commonEnds(before, after);
+  return { from: offset + start, to: offset + before.length - end, insert: after.slice(start, after.length - end) };
+}
+
+/** A note after an edit, how its text has changed, and what the edited document has to become to say what the note's text says. */
 export interface Updated {
   note: Note;
+  change: TextChange | null;
   corrections: Correction[];
 }
 
@@ -43,7 +58,7 @@ export function restored(note: Note, entries: readonly Entry[]): Note {
 export function update(note: Note, next: Node, retired: Retired): Updated {
   const range = differingRange(note.entries, next);
   const { from, oldTo, nextTo } = range;
-  if (from === oldTo && from === nextTo) return { note, corrections: [] };
+  if (from === oldTo && from === nextTo) return { note, change: null, corrections: [] };
 
   const olds = note.entries.slice(from, oldTo);
   const come = next.children.slice(from, nextTo);
@@ -57,23 +72,21 @@ export function update(note: Note, next: Node, retired: Retired): Updated {
   const region = settle(middle, surrounding(note, range, drafts), writing);
   const lo = from - region.extraBefore;
   const hi = oldTo + region.extraAfter;
-  const entries = [...note.entries.slice(0, lo), ...region.entries, ...note.entries.slice(hi)];
+  const entries = note.entries.slice(0, lo).concat(region.entries, note.entries.slice(hi));
   const found = region.entries.map((entry) => entry.parsed);
   const labels = countLabels(note.labels, note.entries.slice(lo, hi).map((entry) => entry.parsed), found);
   const changedLabels = new Set([...differingLabels(note.labels, labels), ...differingLabels(assumed, labels)]);
   const relabelled = relabel(entries, changedLabels, labels);
 
-  const after: Note = { ...note, entries, labels, text: composed(note, entries, lo, hi, region.entries.length) };
-  if (guardStart(entries, after)) after.text = note.mark + entries.map((entry) => entry.gap + entry.raw).join('') + note.tail;
   const regionEnd = lo + region.entries.length;
-  const corrections = [
-    ...relabelled.filter((index) => index < lo).map((index) => single(entries, index, index)),
-    ...corrected(next, entries.slice(lo, regionEnd), lo, nextTo + region.extraAfter),
-    ...relabelled
-      .filter((index) => index >= regionEnd)
-      .map((index) => single(entries, index, index + next.childCount - entries.length)),
-  ];
-  return { note: after, corrections };
+  let { change, text } = composed(note, entries, lo, hi, regionEnd);
+  if (guardStart(entries, text.slice(note.mark.length), lineEnd)) ({ change, text } = composed(note, entries, 0, hi, regionEnd));
+  const corrections = corrected(next, entries.slice(lo, regionEnd), lo, nextTo + region.extraAfter);
+  const others = relabelled.filter((index) => index < lo || index >= regionEnd);
+  const grown = entries.length - next.childCount;
+  corrections.push(...others.map((index) => single(entries, index, index < lo ? index : index - grown)));
+  corrections.sort((one, other) => one.from - other.from);
+  return { note: { ...note, entries, labels, text }, change, corrections };
 }
 
 function single(entries: readonly Entry[], index: number, at: number): Correction {
@@ -97,21 +110,25 @@ function surrounding(note: Note, { from, oldTo }: Range, drafts: readonly Draft[
 }
 
 /** A rule at the very start would begin front matter if another stood below: an empty line prevents that. */
-function guardStart(entries: Entry[], { text, mark, lineEnd }: Note): boolean {
+function guardStart(entries: Entry[], text: string, lineEnd: string): boolean {
   const first = entries[0]!;
   if (first.parsed.type === schema.nodes.front_matter || !/^(---|\+\+\+)[ \t]*(\n|$)/.test(first.source)) return false;
-  if (first.gap !== '' || !frontMatter.test(unify(text.slice(mark.length)).text)) return false;
+  if (first.gap !== '' || !frontMatter.test(unify(text).text)) return false;
   entries[0] = { ...first, gap: lineEnd };
   return true;
 }
 
-/** The note's text with the changed region in it. What is before and behind it is not walked over. */
-function composed(note: Note, entries: readonly Entry[], lo: number, hi: number, count: number): string {
-  const length = (some: readonly Entry[]) => some.reduce((sum, entry) => sum + entry.gap.length + entry.raw.length, 0);
-  const start = note.mark.length + length(note.entries.slice(0, lo));
-  const end = start + length(note.entries.slice(lo, hi));
-  const region = entries.slice(lo, lo + count).map((entry) => entry.gap + entry.raw);
-  return note.text.slice(0, start) + region.join('') + note.text.slice(end);
+const bytes = (entries: readonly Entry[]) => entries.map((entry) => entry.gap + entry.raw).join('');
+
+/** The note's text with the region in it that now ends at `to`. What is before and behind it is not walked over. */
+function composed(note: Note, entries: readonly Entry[], lo: number, hi: number, to: number) {
+  let start = note.mark.length;
+  for (let index = 0; index < lo; index += 1) start += note.entries[index]!.gap.length + note.entries[index]!.raw.length;
+  const before = bytes(note.entries.slice(lo, hi));
+  const after = bytes(entries.slice(lo, to));
+  const change = changeBetween(before, after, start);
+  const text = change ? note.text.slice(0, change.from) + change.insert + note.text.slice(change.to) : note.text;
+  return { change, text };
 }
 
 /** Where the edited document differs from what the entries of the region say. */
@@ -136,7 +153,7 @@ function relabel(entries: Entry[], labels: ReadonlySet<string>, counts: LabelCou
   const changed: number[] = [];
   for (const [index, entry] of entries.entries()) {
     if (!mentions(entry.source, labels)) continue;
-    const block = readBlock(entry.source, entry.parsed.type, counts);
+    const block = readAnyBlock(entry.source, entry.parsed.type === schema.nodes.front_matter, counts);
     if (!block || isSame(block.parsed, entry.parsed)) continue;
     entries[index] = { ...entry, ...block, node: block.parsed };
     changed.push(index);

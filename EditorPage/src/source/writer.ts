@@ -28,10 +28,7 @@ export function writeEntries(node: Node, old: Entry | undefined, writing: Writin
   if (isBlank(node)) return [emptyEntry(node, '')];
   const block = (old && patched(node, old, writing)) ?? written(node, old, writing);
   if (block) return [entryOf(block, node, old, writing.lineEnd)];
-  const entries = reread(node, old, writing);
-  // An edit that cannot be written at all leaves the bytes alone.
-  const isUndone = old && entries.length === 1 && isSame(entries[0]!.parsed, old.parsed);
-  return isUndone ? [{ ...old, node: old.parsed }] : entries;
+  return reread(node, old, writing);
 }
 
 function patched(node: Node, old: Entry, writing: Writing): Block | null {
@@ -61,7 +58,7 @@ function candidates(node: Node, old: Entry | undefined, { pool }: Writing): Set<
   const style = styleOf(old?.source ?? '');
   for (const known of [pool.parts, pool.whole, undefined]) {
     found.add(writeBlock(clean, style, known));
-    found.add(writeBlock(clean, { ...style, emphasis: '_', strong: '_' }, known));
+    found.add(writeBlock(clean, { ...style, emphasis: '_', strong: '_', address: 'angled' }, known));
   }
   return found;
 }

@@ -14,8 +14,8 @@ const marker = /^\[!([\p{L}\p{N}_-]+)\]([+-]?)[ \t]*/u;
 /** Tells whether a quote is a callout. The marker is ordinary text of its first paragraph. */
 export function calloutOf(quote: Node): Callout | null {
   const first = quote.type === schema.nodes.blockquote ? quote.firstChild : null;
-  const text = first?.type === schema.nodes.paragraph ? first.firstChild?.text : undefined;
-  const match = text === undefined ? null : marker.exec(text);
+  const text = first?.type === schema.nodes.paragraph ? first.firstChild : null;
+  const match = text?.isText && text.marks.length === 0 ? marker.exec(text.text!) : null;
   if (!match) return null;
   return { kind: match[1]!.toLowerCase(), fold: match[2] as Callout['fold'], markerLength: match[0].length };
 }

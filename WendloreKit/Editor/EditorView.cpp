@@ -1,0 +1,88 @@
+#include "Editor/EditorView.h"
+
+#include "Editor/WebEditorController.h"
+#include "Editor/WebEngineEditorView.h"
+
+#include "State/AppState.h"
+
+#include <QEvent>
+#include <QMessageBox>
+#include <QVBoxLayout>
+#include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+constexpr int middleLightness = 128;
+
+bool isDark(const QPalette& palette)
+{
+    return palette.color(QPalette::Base).lightness() < middleLightness;
+}
+
+} // namespace
+
+EditorView::EditorView(AppState& appState, QWidget* parent)
+    : QWidget(parent)
+    , m_appState(appState)
+    , m_session(appState, appState.editorController())
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base);
+    showWebView();
+    m_session.setDark(isDark(palette()));
+    connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);
+    connect(&m_session, &EditorSession::focusTaken, this, [this] { setFocus(); });
+}
+
+EditorView::~EditorView() = default;
+
+void EditorView::showWebView()
+{
+    auto* engine = dynamic_cast<WebEngineEditorView*>(&m_appState.editorController().webView());
+    if (!engine || !engine->widget())
+        return;
+    engine->widget()->setAccessibleName(u"Anteckning"_s);
+    layout()->addWidget(engine->widget());
+    setFocusProxy(engine->widget());
+}
+
+bool EditorView::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::WindowActivate:
+        m_session.setScenePhase(ScenePhase::Active);
+        break;
+    case QEvent::WindowDeactivate:
+        m_session.setScenePhase(ScenePhase::Inactive);
+        break;
+    case QEvent::PaletteChange:
+        m_session.setDark(isDark(palette()));
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void EditorView::showConflictNotice()
+{
+    if (m_notice)
+        m_notice->deleteLater(); // its own button may be what brought us here
+    m_notice = nullptr;
+    if (m_session.conflictNotice().isEmpty())
+        return;
+    m_notice = new QMessageBox(QMessageBox::Warning, u"Versionskonflikt"_s, u"Versionskonflikt"_s,
+                               QMessageBox::NoButton, this);
+    m_notice->setInformativeText(m_session.conflictNotice());
+    m_notice->addButton(u"OK"_s, QMessageBox::AcceptRole);
+    connect(m_notice, &QMessageBox::finished, &m_session, &EditorSession::dismissConflictNotice);
+    m_notice->open();
+}
+
+} // namespace wendlore

@@ -1,0 +1,234 @@
+#include "Editor/WebEngineEditorView.h"
+
+#include "Editor/EditorPage.h"
+#include "Editor/WendloreSchemeHandler.h"
+
+#include <QMenu>
+#include <QWebChannel>
+#include <QWebEngineDownloadRequest>
+#include <QWebEngineLoadingInfo>
+#include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
+#include <QWebEngineUrlScheme>
+#include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace wendlore {
+
+namespace {
+
+constexpr auto schemeName = "vault";
+constexpr auto loadTimeOut = 60s;
+
+/// What the page finds when it starts: the message handlers that it knows, over the engine's channel. The
+/// number of the content that is shown goes along with every message.
+const QString bridgeScript = uR"JS((() => {
+  const transport = qt.webChannelTransport;
+  let shown = 0;
+  let calls = 0;
+  const post = (name, body = null) => transport.send(JSON.stringify(
+    {type: 6, id: ++calls, object: 'host', method: 'post', args: [name, body, shown]}));
+  const handlers = {};
+  for (const name of ['ready', 'changed', 'selection', 'openLink'])
+    handlers[name] = Object.freeze({postMessage: body => post(name, body)});
+  window.webkit = Object.freeze({messageHandlers: Object.freeze(handlers)});
+  Object.defineProperty(window, '__host', {value: Object.freeze({
+    show(generation) {
+      shown = generation;
+      post('shown');
+    },
+    // A task of its own: keys that have reached the page by now are handled before.
+    drain(number) {
+      const {port1, port2} = new MessageChannel();
+      port1.onmessage = () => post('drained', number);
+      port2.postMessage(null);
+    },
+  })});
+})();)JS"_s;
+
+} // namespace
+
+/// The one object that the page can reach, and the one thing that it can do.
+class WebEngineEditorView::Bridge final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Bridge(WebEngineEditorView& view, QObject* parent)
+        : QObject(parent)
+        , m_view(view)
+    {}
+
+    Q_INVOKABLE void post(const QString& name, const QJsonValue& body, double generation)
+    {
+        m_view.receive(name, body, generation < 0 ? 0 : static_cast<Generation>(generation));
+    }
+
+private:
+    WebEngineEditorView& m_view;
+};
+
+void registerEditorScheme()
+{
+    QWebEngineUrlScheme scheme(schemeName);
+    scheme.setSyntax(QWebEngineUrlScheme::Syntax::Host);
+    scheme.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::CorsEnabled);
+    QWebEngineUrlScheme::registerScheme(scheme);
+}
+
+WebEngineEditorView::WebEngineEditorView()
+{
+    makeProfile();
+    makePage();
+    m_view = new QWebEngineView;
+    m_view->setPage(m_page);
+    m_page->setParent(m_view);
+    m_page->setBackgroundColor(Qt::transparent);
+    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_view, &QWidget::customContextMenuRequested, this, &WebEngineEditorView::showContextMenu);
+
+    m_loadTimeOut.setSingleShot(true);
+    connect(&m_loadTimeOut, &QTimer::timeout, this, [this] { m_page->triggerAction(QWebEnginePage::Stop); });
+}
+
+WebEngineEditorView::~WebEngineEditorView()
+{
+    m_events = {};
+    // The page goes before its profile.
+    delete m_view;
+}
+
+void WebEngineEditorView::makeProfile()
+{
+    m_profile = std::make_unique<QWebEngineProfile>();
+    auto* handler = new WendloreSchemeHandler(m_profile.get());
+    handler->setVaultProvider([this] { return m_events.vaultRoot ? m_events.vaultRoot() : std::nullopt; });
+    m_profile->installUrlSchemeHandler(schemeName, handler);
+    connect(m_profile.get(), &QWebEngineProfile::downloadRequested, this,
+            [](QWebEngineDownloadRequest* download) { download->cancel(); });
+}
+
+void WebEngineEditorView::makePage()
+{
+    m_page = new EditorPage(m_profile.get());
+    QWebEngineScript script;
+    script.setSourceCode(bridgeScript);
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setWorldId(QWebEngineScript::MainWorld);
+    m_page->scripts().insert(script);
+    auto* channel = new QWebChannel(m_page);
+    channel->registerObject(u"host"_s, new Bridge(*this, channel));
+    m_page->setWebChannel(channel, QWebEngineScript::MainWorld);
+
+    connect(m_page, &QWebEnginePage::loadFinished, this, &WebEngineEditorView::loadFinished);
+    connect(m_page, &QWebEnginePage::renderProcessTerminated, this, [this] {
+        m_isLoaded = false;
+        answerDrains();
+        if (m_events.contentProcessTerminated)
+            m_events.contentProcessTerminated();
+    });
+}
+
+QWebEngineView* WebEngineEditorView::widget() const
+{
+    return m_view;
+}
+
+qint64 WebEngineEditorView::processId() const
+{
+    return m_page ? m_page->renderProcessPid() : 0;
+}
+
+void WebEngineEditorView::setEvents(Events events)
+{
+    m_events = std::move(events);
+}
+
+void WebEngineEditorView::load(const QString& address)
+{
+    if (!m_page)
+        return;
+    m_isLoaded = false;
+    answerDrains();
+    m_loadTimeOut.start(loadTimeOut);
+    m_page->load(QUrl(address));
+}
+
+void WebEngineEditorView::loadFinished(bool succeeded)
+{
+    m_loadTimeOut.stop();
+    m_isLoaded = succeeded;
+    if (!succeeded && m_events.navigationFailed)
+        m_events.navigationFailed();
+}
+
+void WebEngineEditorView::evaluate(const QString& script)
+{
+    if (m_page)
+        m_page->runJavaScript(script, QWebEngineScript::MainWorld);
+}
+
+void WebEngineEditorView::evaluate(const QString& script, Generation generation)
+{
+    // The content first: what the page still says about the old one meanwhile belongs to the old one, and a
+    // content that the page refuses is never shown.
+    evaluate(script + u";\n__host.show("_s + QString::number(generation) + u')');
+}
+
+void WebEngineEditorView::drain(std::function<void()> done)
+{
+    if (!m_page || !m_isLoaded) {
+        done();
+        return;
+    }
+    m_drains[++m_lastDrain] = std::move(done);
+    evaluate(u"__host.drain(%1)"_s.arg(m_lastDrain));
+}
+
+void WebEngineEditorView::receive(const QString& name, const QJsonValue& body, Generation generation)
+{
+    if (name == "drained"_L1) {
+        if (const auto waiting = m_drains.extract(body.toInt()))
+            waiting.mapped()();
+    } else if (m_events.message) {
+        m_events.message(name, body, generation);
+    }
+}
+
+/// A page that is gone has nothing more to say.
+void WebEngineEditorView::answerDrains()
+{
+    for (const auto& [number, done] : std::exchange(m_drains, {}))
+        done();
+}
+
+void WebEngineEditorView::showContextMenu(const QPoint& position)
+{
+    struct Entry final
+    {
+        QWebEnginePage::WebAction action;
+        QString title;
+    };
+    auto* menu = new QMenu(m_view);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const auto& [webAction, title] : std::initializer_list<Entry>{
+             {QWebEnginePage::Cut, u"Klipp ut"_s},
+             {QWebEnginePage::Copy, u"Kopiera"_s},
+             {QWebEnginePage::Paste, u"Klistra in"_s},
+             {QWebEnginePage::PasteAndMatchStyle, u"Klistra in som oformaterad text"_s},
+             {QWebEnginePage::SelectAll, u"Markera allt"_s}}) {
+        if (webAction == QWebEnginePage::SelectAll)
+            menu->addSeparator();
+        QAction* const pageAction = m_page->action(webAction);
+        QAction* const entry = menu->addAction(title, pageAction, &QAction::trigger);
+        entry->setEnabled(pageAction->isEnabled());
+    }
+    menu->popup(m_view->mapToGlobal(position));
+}
+
+} // namespace wendlore
+
+#include "WebEngineEditorView.moc"

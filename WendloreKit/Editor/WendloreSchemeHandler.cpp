@@ -1,0 +1,81 @@
+#include "Editor/WendloreSchemeHandler.h"
+
+#include "Editor/VaultAddress.h"
+#include "State/ResourceBundle.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
+#include <QPointer>
+#include <QtConcurrent>
+#include <QWebEngineUrlRequestJob>
+
+#include <fcntl.h>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+/// The editor page's folder; nothing when the page was not built.
+std::optional<FileURL> distDir()
+{
+    const FileURL page = resourceBundle().appending(u"dist/index.html"_s);
+    return QFileInfo::exists(page.path()) ? std::optional(page.deletingLastPathComponent()) : std::nullopt;
+}
+
+std::optional<QByteArray> readFile(const FileURL& url)
+{
+    // By descriptor, because a name need not be UTF-8.
+    const int descriptor = ::open(url.bytes().constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    QFile file;
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return std::nullopt;
+    QByteArray bytes = file.readAll();
+    return file.error() == QFileDevice::NoError ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+void answer(QWebEngineUrlRequestJob& job, const FileURL& file, const QByteArray& bytes)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
+    // Older engines take no headers from here; they keep nothing of this scheme either, and treat its pages
+    // as one origin, so that only the page's own files and images can be asked for.
+    job.setAdditionalResponseHeaders({{"Access-Control-Allow-Origin", "*"}, {"Cache-Control", "no-cache"}});
+#endif
+    auto* body = new QBuffer(&job);
+    body->setData(bytes);
+    job.reply(mimeType(file.pathExtension()), body);
+}
+
+} // namespace
+
+WendloreSchemeHandler::WendloreSchemeHandler(QObject* parent)
+    : QWebEngineUrlSchemeHandler(parent)
+{}
+
+void WendloreSchemeHandler::requestStarted(QWebEngineUrlRequestJob* job)
+{
+    if (!job->requestUrl().isValid()) {
+        job->fail(QWebEngineUrlRequestJob::UrlInvalid);
+        return;
+    }
+    const auto bucket = m_vaultProvider ? m_vaultProvider() : std::nullopt;
+    const auto file = vaultFile(job->requestUrl(), bucket, distDir());
+    if (!file) {
+        job->fail(QWebEngineUrlRequestJob::UrlNotFound);
+        return;
+    }
+    // The engine deletes a request that the page gives up.
+    QtConcurrent::run(readFile, *file)
+        .then(this, [job = QPointer(job), file = *file](const std::optional<QByteArray>& bytes) {
+            if (!job)
+                return;
+            if (bytes)
+                answer(*job, file, *bytes);
+            else
+                job->fail(QWebEngineUrlRequestJob::UrlNotFound);
+        });
+}
+
+} // namespace wendlore

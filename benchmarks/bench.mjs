@@ -1,0 +1,83 @@
+/** Runs the members that were asked for and prints one table. Started by ../bench, which builds everything first. */
+import { mkdirSync, writeFileSync } from 'node:fs';
+import path from 'node:path';
+import { fileURLToPath } from 'node:url';
+import { parseArgs } from 'node:util';
+
+import { busyRemark, describeMachine, loadAverage, measureFloor } from './lib/machine.mjs';
+import { formatTable, rowsOf } from './lib/report.mjs';
+import { runRounds } from './lib/rounds.mjs';
+
+const memberNames = ['editor', 'start', 'save'];
+const usage = `Usage: ./bench [MEMBER...] [--rounds N] [--json FILE] [--help]
+
+Measures Wendlores side by side with its peers: every round runs every contender once, in turns, and the table shows the
+medians of the rounds and their ratio. "reached" means that the ratio is within the reach.
+
+Members (all of them when none is named):
+  editor   the editor page against CodeMirror 6, in the web engine that ships
+  start    the program's start until the note is shown, against a bare web view
+  save     the save of a 1 MB note against dd conv=fsync
+
+  --rounds N   counted rounds (9)
+  --json FILE  where the results go as well (benchmarks/out/results.json)`;
+
+const here = path.dirname(fileURLToPath(import.meta.url));
+const root = path.dirname(here);
+const out = path.join(here, 'out');
+
+/** Where everything that is measured lies. */
+const places = {
+  here,
+  out,
+  bin: path.join(root, 'build/release/bin'),
+  program: path.join(root, 'build/release/bin/wendlores'),
+  dist: path.join(root, 'WendloreKit/Resources/dist'),
+};
+
+function readArguments() {
+  const { values, positionals } = parseArgs({
+    allowPositionals: true,
+    options: { rounds: { type: 'string', default: '9' }, json: { type: 'string' }, help: { type: 'boolean', short: 'h' } },
+  });
+  const unknown = positionals.filter((name) => !memberNames.includes(name));
+  if (unknown.length > 0) throw new Error(`no such member: ${unknown.join(', ')}`);
+  const rounds = Number(values.rounds);
+  if (!Number.isInteger(rounds) || rounds < 1) throw new Error('--rounds takes a whole number from 1');
+  const names = positionals.length > 0 ? positionals : memberNames;
+  return { names, rounds, json: path.resolve(values.json ?? path.join(out, 'results.json')), help: values.help };
+}
+
+async function measureMember(name, rounds) {
+  const { title, cases, contenders } = await import(`./members/${name}.mjs`);
+  console.error(`${title}:`);
+  const before = await measureFloor();
+  const values = await runRounds(await contenders(places), rounds, (round) =>
+    console.error(round === 0 ? '  warmed up' : `  round ${round} of ${rounds}`),
+  );
+  const load = loadAverage();
+  const remark = busyRemark([before, await measureFloor()], load);
+  return { member: name, title, rows: rowsOf(cases, values), remark, values };
+}
+
+function print({ title, rows, remark }) {
+  console.log(`\n${title}\n\n${formatTable(rows)}\n\n${remark}`);
+}
+
+async function main() {
+  const { names, rounds, json, help } = readArguments();
+  if (help) return console.log(usage);
+  const members = [];
+  for (const name of names) members.push(await measureMember(name, rounds));
+  members.forEach(print);
+  mkdirSync(path.dirname(json), { recursive: true });
+  const report = { measured: new Date().toISOString(), machine: describeMachine(), rounds, members };
+  writeFileSync(json, `${JSON.stringify(report, null, 2)}\n`);
+}
+
+try {
+  await main();
+} catch (error) {
+  console.error(`bench: ${error.message}`);
+  process.exitCode = 1;
+}

@@ -1,0 +1,63 @@
+/** Turns measured rounds into rows, and rows into the printed table. */
+import { median } from './statistics.mjs';
+
+/**
+ * @typedef {object} Case  One line of the table.
+ * @property {string} name
+ * @property {[contender: string, value: string]} ours  what is compared ...
+ * @property {[contender: string, value: string]} base  ... with what
+ * @property {number} [reach]  the ratio to stay within; without one the line is for information
+ * @property {string} [unit]   "ms" unless told
+ */
+
+/** Medians, minima, ratio and verdict of every case. */
+export function rowsOf(cases, results) {
+  return cases.map(({ name, ours, base, reach = null, unit = 'ms' }) => {
+    const [mine, theirs] = [ours, base].map(([contender, value]) => seriesOf(results, contender, value));
+    const ratio = median(mine) / median(theirs);
+    return {
+      case: name,
+      ours: median(mine),
+      base: median(theirs),
+      oursMinimum: Math.min(...mine),
+      baseMinimum: Math.min(...theirs),
+      baseName: base[0],
+      unit,
+      ratio,
+      reach,
+      verdict: reach === null ? 'info' : ratio <= reach ? 'reached' : 'missed',
+    };
+  });
+}
+
+function seriesOf(results, contender, value) {
+  const series = results[contender]?.[value];
+  if (!series) throw new Error(`"${contender}" did not measure "${value}"`);
+  return series;
+}
+
+const columns = [
+  ['case', (row) => row.case],
+  ['ours', (row) => quantity(row.ours, row.unit)],
+  ['base', (row) => quantity(row.base, row.unit)],
+  ['ratio', (row) => row.ratio.toFixed(2)],
+  ['reach', (row) => (row.reach === null ? '-' : row.reach.toFixed(2))],
+  ['verdict', (row) => row.verdict],
+  ['base is', (row) => row.baseName],
+];
+
+function quantity(value, unit) {
+  return `${value.toFixed(value < 10 ? 2 : value < 100 ? 1 : 0)} ${unit}`;
+}
+
+/** The rows as a Markdown table, padded so that it reads well in a terminal too. */
+export function formatTable(rows) {
+  const lines = [columns.map(([title]) => title), ...rows.map((row) => columns.map(([, text]) => text(row)))];
+  const widths = columns.map((_, i) => Math.max(...lines.map((line) => line[i].length)));
+  const leftAligned = new Set(['case', 'verdict', 'base is']);
+  const isLeft = columns.map(([title]) => leftAligned.has(title));
+  const format = (cells) =>
+    `| ${cells.map((cell, i) => (isLeft[i] ? cell.padEnd(widths[i]) : cell.padStart(widths[i]))).join(' | ')} |`;
+  const rule = `|${widths.map((width, i) => (isLeft[i] ? '-'.repeat(width + 2) : `${'-'.repeat(width + 1)}:`)).join('|')}|`;
+  return [format(lines[0]), rule, ...lines.slice(1).map(format)].join('\n');
+}

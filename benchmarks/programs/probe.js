@@ -1,0 +1,153 @@
+/**
+ * Runs in the measured page before its own scripts. Stands in for the host: takes the page's messages, and measures what a
+ * user would wait for. Every answer is a line on the console that begins with "bench:".
+ */
+'use strict';
+
+{
+  const framesToSettle = 20;
+  const answer = (value) => console.log(`bench:${JSON.stringify(value)}`);
+
+  let text = '';
+  let keyAt = null; // when the key was pressed whose change is awaited
+  let keyAnswered = () => {};
+  const receivers = {
+    ready: () => answer({ ready: true }),
+    changed(body) {
+      body.charCodeAt(body.length >> 1); // whoever takes the text needs it in one piece
+      text = body;
+      if (keyAt !== null) keyAnswered(performance.now() - keyAt);
+    },
+    selection: () => {},
+    openLink: () => {},
+  };
+  const messageHandlers = Object.fromEntries(
+    Object.entries(receivers).map(([name, postMessage]) => [name, { postMessage }]),
+  );
+  window.webkit = { messageHandlers };
+  window.addEventListener('keydown', (event) => (keyAt = event.timeStamp), true);
+
+  /** Resolves once a frame has been laid out and painted. */
+  const frame = () =>
+    new Promise((resolve) =>
+      requestAnimationFrame(() => {
+        const channel = new MessageChannel();
+        channel.port1.onmessage = resolve;
+        channel.port2.postMessage(0);
+      }),
+    );
+
+  async function frames(count) {
+    for (let i = 0; i < count; i++) await frame();
+  }
+
+  const editable = () => document.querySelector('[contenteditable="true"]');
+
+  function textNodes(root) {
+    return document.createTreeWalker(root, NodeFilter.SHOW_TEXT);
+  }
+
+  /** Whether the note's beginning is there and the lower part of the window shows text of it too. */
+  function isShown(beginning) {
+    const root = editable();
+    if (!root) return false;
+    const walker = textNodes(root);
+    let start = '';
+    while (start.length < beginning.length + 10 && walker.nextNode()) start += walker.currentNode.data;
+    return start.includes(beginning) && [0.6, 0.65, 0.7, 0.75, 0.8].some(hasTextAt);
+  }
+
+  function hasTextAt(height) {
+    const element = document.elementFromPoint(innerWidth / 2, innerHeight * height);
+    return element !== null && element !== editable() && editable().contains(element) && element.textContent.trim() !== '';
+  }
+
+  /** Measures from the call until the note is on the screen. */
+  async function show(note, beginning) {
+    await frame();
+    text = note;
+    const start = performance.now();
+    window.VaultEditor.setContent(note);
+    do await frame();
+    while (!isShown(beginning));
+    answer({ painted: performance.now() - start });
+  }
+
+  /** A short note, so that what is measured next is not the page's first. */
+  async function warmUp() {
+    window.VaultEditor.setContent('# Varm\n\nEn *kort* text.\n\n- ett\n- två\n');
+    await frames(framesToSettle);
+    answer({ warm: true });
+  }
+
+  function scroller() {
+    for (let element = editable(); element; element = element.parentElement)
+      if (element.scrollHeight > element.clientHeight + 1 && getComputedStyle(element).overflowY !== 'visible') return element;
+    return document.scrollingElement;
+  }
+
+  const isBlock = (element) => getComputedStyle(element).display !== 'inline';
+
+  /** The point at the end of the first line of the prose that `node` begins, or null when it is no visible prose. */
+  function proseAt(node) {
+    let block = node.parentElement;
+    while (!isBlock(block)) block = block.parentElement;
+    const isProse = /^\p{Lu}[^|]{80,}\.$/u.test(block.textContent.trim());
+    if (!isProse || node.data.length < 20 || block.closest('li, blockquote, table, pre')) return null;
+    const range = document.createRange();
+    range.selectNodeContents(node);
+    const line = range.getClientRects()[0];
+    const isVisible = line && line.top > innerHeight * 0.2 && line.bottom < innerHeight * 0.8;
+    return isVisible ? { x: line.right - 8, y: (line.top + line.bottom) / 2 } : null;
+  }
+
+  function findProse() {
+    const walker = textNodes(editable());
+    while (walker.nextNode()) {
+      const point = proseAt(walker.currentNode);
+      if (point) return point;
+    }
+    return null;
+  }
+
+  /** Waits until the page has put in all of the note that it puts in by itself. */
+  async function settle(box) {
+    for (let height = -1; height !== box.scrollHeight; ) {
+      height = box.scrollHeight;
+      await frames(framesToSettle);
+    }
+  }
+
+  /** Scrolls to the middle of the note and tells where its prose can be clicked. */
+  async function goToMiddle() {
+    const box = scroller();
+    await settle(box);
+    box.scrollTop = box.scrollHeight / 2;
+    for (let tries = 0; tries < 40; tries++) {
+      await frames(framesToSettle);
+      const point = findProse();
+      if (point) return answer({ point });
+      box.scrollTop += innerHeight / 2;
+    }
+    answer({ error: 'no prose to click in the middle of the note' });
+  }
+
+  /** Answers once the page has reported the key that is about to be pressed and has painted it. */
+  async function awaitKey() {
+    keyAt = null;
+    const reported = new Promise((resolve) => (keyAnswered = resolve));
+    answer({ waiting: true });
+    const changed = await reported;
+    await frame();
+    answer({ changed, frame: performance.now() - keyAt });
+  }
+
+  /** Tells whether the last reported text is the note with `typed` put in at one place and nothing else changed. */
+  function check(note, typed) {
+    const at = text.indexOf(typed);
+    const isExact = at >= 0 && text.slice(0, at) + text.slice(at + typed.length) === note;
+    answer(isExact ? { exact: true } : { error: `the text is not the note with what was typed (found at ${at})` });
+  }
+
+  window.bench = { show, warmUp, goToMiddle, awaitKey, check };
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QApplication>
+#include <QTest>
+
+namespace wendlore {
+
+/// What has to be done before the application object of a program that shows the editor page. Root has to go
+/// without the web engine's sandbox; that is for tests to decide, never for the program.
+void prepareEngine();
+
+/// Runs the tests of `Test` with the web engine.
+template <typename Test>
+int runEngineTest(int argc, char** argv)
+{
+    prepareEngine();
+    QApplication application(argc, argv);
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+} // namespace wendlore
+
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage)
+#define WENDLORE_ENGINE_TEST_MAIN(Test)                                                                      \
+    int main(int argc, char** argv)                                                                          \
+    {                                                                                                        \
+        return wendlore::runEngineTest<wendlore::Test>(argc, argv);                                          \
+    }
