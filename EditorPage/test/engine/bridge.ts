@@ -98,6 +98,24 @@ export const bridgeTests: Test[] = [
     const wanted = [{ href: 'Plan%20B.md', wiki: false }, { href: 'Not#Mål', wiki: true }, { href: 'https://example.org', wiki: false }];
     expectEqual(recorder.of('openLink'), wanted, 'opened');
   }],
+  ['nothing moves when the caret goes from block to block', async () => {
+    open('# a\n\nb\n\n## c\n\n- d\n- e\n\n> ## f\n>\n> g\n\n1. h\n\n   i\n\n```\nj\n```\n\n- [ ] k\n\n| l |\n| - |\n\nA. m\nB. n\n\no\n');
+    const blocks = [...surface().children];
+    const tops = (): number[] => [...surface().children].map((block) => Math.round(block.getBoundingClientRect().top + scrollY));
+    const settled = async (): Promise<number[]> => {
+      for (let step = 0; step < 2; step++) await new Promise((resolve) => requestAnimationFrame(resolve));
+      await turn();
+      return tops();
+    };
+    const before = await settled();
+    for (const [index, block] of blocks.entries()) {
+      const text = document.createTreeWalker(block, NodeFilter.SHOW_TEXT).nextNode();
+      if (text !== null) getSelection()?.collapse(text, 0);
+      const after = await settled();
+      expect(block.classList.contains('caret-block'), `the caret is not in block ${index}`);
+      expectEqual(after, before, `tops with the caret in block ${index}`);
+    }
+  }],
   ['a link in drawn HTML goes to the host', async (recorder) => {
     open('<div><a href="Plan.md">x</a> <a href="javascript:1">y</a></div>\n\nslut\n');
     await settle(recorder);
