@@ -6,18 +6,11 @@ import { Journal } from './journal';
 import { countLabels } from './labels';
 import { Retired } from './retired';
 import { mainLineEnd } from './text';
-import { changeBetween, restored, update, type Note, type TextChange, type Updated } from './update';
+import { changeBetween, restored, update, type Correction, type Note, type TextChange, type Updated } from './update';
 
 const { nodes } = schema;
 
-export type { TextChange };
-
-/** Top-level children `from` to `to` of a document, which have to become `nodes`. */
-export interface Correction {
-  from: number;
-  to: number;
-  nodes: readonly Node[];
-}
+export type { Correction, TextChange };
 
 /** What an edit of the document did to the text. */
 export interface Applied {
@@ -149,7 +142,11 @@ function readNote(text: string): Note {
   const { entries, tail } = readEntries(text.slice(mark.length), true);
   const hasBlock = entries.some((entry) => entry.node.type !== nodes.front_matter);
   if (!hasBlock) entries.push(emptyEntry(nodes.paragraph.create(), ''));
-  const labels = countLabels(new Map(), [], entries.map((entry) => entry.parsed));
+  const labels = countLabels(
+    new Map(),
+    [],
+    entries.map((entry) => entry.parsed),
+  );
   return { mark, entries, tail, text, labels, lineEnd: mainLineEnd(text) };
 }
 
@@ -166,8 +163,15 @@ function commonEntries(a: readonly Entry[], b: readonly Entry[]): { start: numbe
 
 function definitionIn(entry: Entry, key: string): Target | null {
   const found: Target[] = [];
-  const visit = (block: { type: string; children?: unknown[]; identifier?: string; url?: string; title?: string | null }) => {
-    if (block.type === 'definition' && block.identifier === key) found.push({ url: block.url!, title: block.title ?? null });
+  const visit = (block: {
+    type: string;
+    children?: unknown[];
+    identifier?: string;
+    url?: string;
+    title?: string | null;
+  }) => {
+    if (block.type === 'definition' && block.identifier === key)
+      found.push({ url: block.url!, title: block.title ?? null });
     for (const child of block.children ?? []) visit(child as never);
   };
   for (const block of read(entry.source, false).blocks) visit(block as never);
