@@ -50,9 +50,10 @@ export interface Updated {
   corrections: Correction[];
 }
 
+const parsed = (entries: readonly Entry[]) => entries.map((entry) => entry.parsed);
+
 /** The note with entries of an earlier state in place of its own. */
 export function restored(note: Note, entries: readonly Entry[]): Note {
-  const parsed = (some: readonly Entry[]) => some.map((entry) => entry.parsed);
   const start = entries.findIndex((entry, index) => entry !== note.entries[index]);
   const from = start < 0 ? Math.min(entries.length, note.entries.length) : start;
   const labels = countLabels(note.labels, parsed(note.entries.slice(from)), parsed(entries.slice(from)));
@@ -69,11 +70,7 @@ export function update(note: Note, next: Node, retired: Retired): Updated {
   const olds = note.entries.slice(from, oldTo);
   const come = next.children.slice(from, nextTo);
   const { lineEnd } = note;
-  const assumed = countLabels(
-    note.labels,
-    olds.map((entry) => entry.parsed),
-    come,
-  );
+  const assumed = countLabels(note.labels, parsed(olds), come);
   const writing: Writing = { pool: new Pool(olds), lineEnd, labels: assumed };
   const drafts = draft(olds, come, writing, retired.with(writing));
   for (const old of olds) retired.add(old);
@@ -83,12 +80,7 @@ export function update(note: Note, next: Node, retired: Retired): Updated {
   const lo = from - region.extraBefore;
   const hi = oldTo + region.extraAfter;
   const entries = note.entries.slice(0, lo).concat(region.entries, note.entries.slice(hi));
-  const found = region.entries.map((entry) => entry.parsed);
-  const labels = countLabels(
-    note.labels,
-    note.entries.slice(lo, hi).map((entry) => entry.parsed),
-    found,
-  );
+  const labels = countLabels(note.labels, parsed(note.entries.slice(lo, hi)), parsed(region.entries));
   const changedLabels = new Set([...differingLabels(note.labels, labels), ...differingLabels(assumed, labels)]);
   const relabelled = relabel(entries, changedLabels, labels);
 
