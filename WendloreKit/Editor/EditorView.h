@@ -25,6 +25,7 @@ protected:
 private:
     void showWebView();
     void showConflictNotice();
+    void giveFocusBack();
 
     AppState& m_appState;
     EditorSession m_session;
