@@ -209,6 +209,7 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
     switch (hint) {
     case SH_Widget_Animation_Duration:
         return m_motion == Motion::wanted ? static_cast<int>(metrics::motion.count()) : 0;
+    case SH_UnderlineShortcut:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
         return 0;

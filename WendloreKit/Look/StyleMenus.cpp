@@ -71,7 +71,7 @@ void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item)
 
     const QStringList parts = item.text.split(u'\t');
     painter.setPen(text);
-    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic | Qt::TextSingleLine,
+    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextHideMnemonic | Qt::TextSingleLine,
                      parts.front());
     if (parts.size() > 1) {
         painter.setPen(isEnabled && !isSelected ? colors.muted : text);
@@ -93,7 +93,7 @@ void drawMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item)
         fillRounded(painter, item.rect, colors.pressed, itemRadius);
     painter.save();
     painter.setPen(item.state.testFlag(QStyle::State_Enabled) ? colors.text : colors.faint);
-    painter.drawText(item.rect, Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine, item.text);
+    painter.drawText(item.rect, Qt::AlignCenter | Qt::TextHideMnemonic | Qt::TextSingleLine, item.text);
     painter.restore();
 }
 
@@ -104,7 +104,7 @@ QSize menuItemSize(const QStyleOptionMenuItem& item, const QSize& contents)
     const QFontMetrics measure(item.font);
     const QStringList parts = item.text.split(u'\t');
     int width = 2 * itemPadding + leadingWidth(item) +
-                measure.size(Qt::TextShowMnemonic | Qt::TextSingleLine, parts.front()).width();
+                measure.size(Qt::TextHideMnemonic | Qt::TextSingleLine, parts.front()).width();
     if (parts.size() > 1 || item.menuItemType == QStyleOptionMenuItem::SubMenu)
         width += shortcutGap + item.reservedShortcutWidth;
     return {width, metrics::rowHeight};

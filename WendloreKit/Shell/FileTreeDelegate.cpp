@@ -31,20 +31,20 @@ bool isFolder(const QModelIndex& index)
     return index.data(FileTreeModel::IsFolderRole).toBool();
 }
 
-QRect disclosurePlace(const QModelIndex& index, const QRect& row)
-{
-    return {row.left() + 2 * metrics::inset + depthOf(index) * metrics::indent, row.top(),
-            metrics::disclosure, row.height()};
-}
-
-/// Files have no disclosure and begin where a folder's would be; those at the top stand below the symbols of
-/// the folders there.
+/// Siblings begin in one column, folders and files alike. The top level leaves room for its disclosures; what
+/// lies below starts from the edge, so that the first step in is a small one.
 QRect symbolPlace(const QModelIndex& index, const QRect& row)
 {
-    QRect place = disclosurePlace(index, row);
-    if (isFolder(index) || depthOf(index) == 0)
-        place.translate(metrics::disclosure + metrics::gap, 0);
-    place.setWidth(metrics::icon);
+    const int depth = depthOf(index);
+    const int start = depth == 0 ? metrics::disclosure + metrics::gap : depth * metrics::indent;
+    return {row.left() + 2 * metrics::inset + start, row.top(), metrics::icon, row.height()};
+}
+
+QRect disclosurePlace(const QModelIndex& index, const QRect& row)
+{
+    QRect place = symbolPlace(index, row);
+    place.translate(-metrics::disclosure - metrics::gap, 0);
+    place.setWidth(metrics::disclosure);
     return place;
 }
 

@@ -37,7 +37,7 @@ private Q_SLOTS:
 
     void symbolsStandInTheirColumns()
     {
-        Bucket bucket({{"Arbete/Index.md", ""}, {"Idé.md", ""}});
+        Bucket bucket({{"Arbete/Index.md", ""}, {"Arbete/Bilagor/a.md", ""}, {"Idé.md", ""}});
         FakeServices services;
         AppState state(services.services());
         state.switchVault(bucket.root());
@@ -57,7 +57,8 @@ private Q_SLOTS:
         const auto isWithin = [](int ink, int start) { return ink >= start && ink <= start + 5; };
         QVERIFY(isWithin(inkOf(folder), disclosure));
         QVERIFY(isWithin(inkOf(model->index(1, 0)), symbol));
-        QVERIFY(isWithin(inkOf(model->index(0, 0, folder)), nested));
+        QVERIFY(isWithin(inkOf(model->index(1, 0, folder)), nested));
+        QVERIFY(isWithin(inkOf(model->index(0, 0, folder)), nested + disclosure - symbol));
     }
 
     void theSelectedRowStandsOnARoundedGround()
@@ -98,17 +99,17 @@ private Q_SLOTS:
 
     void theDisclosureOfADeeperFolderLiesDeeper()
     {
-        Bucket bucket({{"A/B/C.md", ""}});
+        Bucket bucket({{"A/B/C/D.md", ""}});
         FakeServices services;
         AppState state(services.services());
         state.switchVault(bucket.root());
         FileTreeView view(state);
         const FileTreeDelegate delegate(&view);
-        const QModelIndex top = view.model()->index(0, 0);
-        const QModelIndex inner = view.model()->index(0, 0, top);
+        const QModelIndex outer = view.model()->index(0, 0, view.model()->index(0, 0));
+        const QModelIndex inner = view.model()->index(0, 0, outer);
         const QRect row(0, 0, 240, metrics::rowHeight);
 
-        QCOMPARE(delegate.disclosureArea(inner, row).left() - delegate.disclosureArea(top, row).left(),
+        QCOMPARE(delegate.disclosureArea(inner, row).left() - delegate.disclosureArea(outer, row).left(),
                  metrics::indent);
     }
 };
