@@ -18,15 +18,65 @@ test('after every random edit the text says what the document says, and undo bri
     const random = new Random(seed);
     const sample = random.pick(samples);
     const failure = runSequence(sample, random, 1 + random.below(20));
-    if (failure) failures.push(`[${seed}, '${sample.name}'] ${failure.edits.join(' ')}: ${failure.what} IN ${failure.text.slice(0, 500)}`);
+    if (failure)
+      failures.push(
+        `[${seed}, '${sample.name}'] ${failure.edits.join(' ')}: ${failure.what} IN ${failure.text.slice(0, 500)}`,
+      );
   }
   context.diagnostic(`${sequences} sequences from seed ${firstSeed}, ${failures.length} failed`);
   assert.deepEqual(failures, []);
 });
 
-const inline = fc.constantFrom('a', ' b', '*', '**', '_', '`', '~~', '==', '[', ']', '(x)', '[[N]]', '![', '<b>', '\\', '&amp;', '$', 'å', '!', '.', 'http://x.se', '[^1]', '|', '\n');
+const inline = fc.constantFrom(
+  'a',
+  ' b',
+  '*',
+  '**',
+  '_',
+  '`',
+  '~~',
+  '==',
+  '[',
+  ']',
+  '(x)',
+  '[[N]]',
+  '![',
+  '<b>',
+  '\\',
+  '&amp;',
+  '$',
+  'å',
+  '!',
+  '.',
+  'http://x.se',
+  '[^1]',
+  '|',
+  '\n',
+);
 const line = fc.array(inline, { maxLength: 8 }).map((parts) => parts.join(''));
-const start = fc.constantFrom('', '', '', '- ', '* ', '1. ', '> ', '# ', '    ', '  ', '```\n', '| ', '- [ ] ', 'A. ', '---\n', '<div>\n', '[x]: /y\n', '[^1]: ', '$$\n', '\t', '+++\n');
+const start = fc.constantFrom(
+  '',
+  '',
+  '',
+  '- ',
+  '* ',
+  '1. ',
+  '> ',
+  '# ',
+  '    ',
+  '  ',
+  '```\n',
+  '| ',
+  '- [ ] ',
+  'A. ',
+  '---\n',
+  '<div>\n',
+  '[x]: /y\n',
+  '[^1]: ',
+  '$$\n',
+  '\t',
+  '+++\n',
+);
 const note = fc.array(fc.tuple(start, line, fc.constantFrom('\n', '\n\n', '\r\n', '\n\n\n')), { maxLength: 8 });
 
 test('random texts are kept, edited and restored', () => {

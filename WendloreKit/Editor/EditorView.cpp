@@ -5,6 +5,7 @@
 
 #include "State/AppState.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QMessageBox>
 #include <QVBoxLayout>
@@ -39,6 +40,8 @@ EditorView::EditorView(AppState& appState, QWidget* parent)
     takeColors();
     connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);
     connect(&m_session, &EditorSession::focusTaken, this, [this] { setFocus(); });
+    connect(&appState.editorController(), &WebEditorController::becameReady, this,
+            &EditorView::giveFocusBack);
 }
 
 EditorView::~EditorView() = default;
@@ -62,6 +65,13 @@ void EditorView::takeColors()
         m_webView->page()->setBackgroundColor(palette().color(QPalette::Base));
 }
 
+/// A page that came back after a crash has lost the caret, but not the user's attention.
+void EditorView::giveFocusBack()
+{
+    if (isAncestorOf(QApplication::focusWidget()))
+        m_appState.editorController().focus();
+}
+
 bool EditorView::event(QEvent* event)
 {
     switch (event->type()) {
@@ -82,14 +92,15 @@ bool EditorView::event(QEvent* event)
 
 void EditorView::showConflictNotice()
 {
-    if (m_notice)
+    if (m_notice) {
+        m_notice->hide();
         m_notice->deleteLater(); // its own button may be what brought us here
+    }
     m_notice = nullptr;
     if (m_session.conflictNotice().isEmpty())
         return;
-    m_notice = new QMessageBox(QMessageBox::Warning, u"Versionskonflikt"_s, u"Versionskonflikt"_s,
+    m_notice = new QMessageBox(QMessageBox::Warning, u"Versionskonflikt"_s, m_session.conflictNotice(),
                                QMessageBox::NoButton, this);
-    m_notice->setInformativeText(m_session.conflictNotice());
     m_notice->addButton(u"OK"_s, QMessageBox::AcceptRole);
     connect(m_notice, &QMessageBox::finished, &m_session, &EditorSession::dismissConflictNotice);
     m_notice->open();

@@ -29,6 +29,7 @@ private:
     /// Gives the page the window's colours, and the web view the ground to show until the page has painted.
     void takeColors();
     void showConflictNotice();
+    void giveFocusBack();
 
     AppState& m_appState;
     EditorSession m_session;

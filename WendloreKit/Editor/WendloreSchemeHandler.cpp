@@ -2,15 +2,13 @@
 
 #include "Editor/VaultAddress.h"
 #include "State/ResourceBundle.h"
+#include "Vault/DiskEntry.h"
+#include "Vault/ReadFile.h"
 
 #include <QBuffer>
-#include <QFile>
-#include <QFileInfo>
 #include <QPointer>
 #include <QtConcurrent>
 #include <QWebEngineUrlRequestJob>
-
-#include <fcntl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -22,18 +20,7 @@ namespace {
 std::optional<FileURL> distDir()
 {
     const FileURL page = resourceBundle().appending(u"dist/index.html"_s);
-    return QFileInfo::exists(page.path()) ? std::optional(page.deletingLastPathComponent()) : std::nullopt;
-}
-
-std::optional<QByteArray> readFile(const FileURL& url)
-{
-    // By descriptor, because a name need not be UTF-8.
-    const int descriptor = ::open(url.bytes().constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    QFile file;
-    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return std::nullopt;
-    QByteArray bytes = file.readAll();
-    return file.error() == QFileDevice::NoError ? std::optional(std::move(bytes)) : std::nullopt;
+    return existsOnDisk(page) ? std::optional(page.deletingLastPathComponent()) : std::nullopt;
 }
 
 void answer(QWebEngineUrlRequestJob& job, const FileURL& file, const QByteArray& bytes)
@@ -67,15 +54,16 @@ void WendloreSchemeHandler::requestStarted(QWebEngineUrlRequestJob* job)
         return;
     }
     // The engine deletes a request that the page gives up.
-    QtConcurrent::run(readFile, *file)
-        .then(this, [job = QPointer(job), file = *file](const std::optional<QByteArray>& bytes) {
-            if (!job)
-                return;
-            if (bytes)
-                answer(*job, file, *bytes);
-            else
-                job->fail(QWebEngineUrlRequestJob::UrlNotFound);
-        });
+    QtConcurrent::run([file = *file] {
+        return readFile(file);
+    }).then(this, [job = QPointer(job), file = *file](const std::optional<QByteArray>& bytes) {
+        if (!job)
+            return;
+        if (bytes)
+            answer(*job, file, *bytes);
+        else
+            job->fail(QWebEngineUrlRequestJob::UrlNotFound);
+    });
 }
 
 } // namespace wendlore

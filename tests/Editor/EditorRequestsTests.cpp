@@ -17,6 +17,8 @@ private Q_SLOTS:
     void framesShowVideosOnly();
     void onlyThePagesOwnThingsAreFetched_data();
     void onlyThePagesOwnThingsAreFetched();
+    void aVideoFetchesWhatItNeeds_data();
+    void aVideoFetchesWhatItNeeds();
 };
 
 void EditorRequestsTests::thePageGoesNowhereElse_data()
@@ -73,7 +75,6 @@ void EditorRequestsTests::onlyThePagesOwnThingsAreFetched_data()
     QTest::addColumn<bool>("isAllowed");
 
     const QString page = u"vault://app"_s;
-    const QString video = u"https://www.youtube-nocookie.com"_s;
     const QString asset = u"vault://app/assets/x"_s;
     QTest::newRow("page") << u"vault://app/index.html"_s << u""_s << Info::ResourceTypeMainFrame << true;
     QTest::newRow("asset as page") << asset << page << Info::ResourceTypeMainFrame << false;
@@ -99,15 +100,6 @@ void EditorRequestsTests::onlyThePagesOwnThingsAreFetched_data()
     QTest::newRow("policy report") << u"https://example.org/"_s << page << Info::ResourceTypeCspReport
                                    << false;
     QTest::newRow("file") << u"file:///etc/passwd"_s << page << Info::ResourceTypeImage << false;
-    QTest::newRow("video") << u"https://www.youtube-nocookie.com/embed/x"_s << page
-                           << Info::ResourceTypeSubFrame << true;
-    QTest::newRow("video's script") << u"https://www.youtube.com/player.js"_s << video
-                                    << Info::ResourceTypeScript << true;
-    QTest::newRow("video asks for an asset") << asset << video << Info::ResourceTypeImage << false;
-    QTest::newRow("video leaves the encryption")
-        << u"http://example.org/"_s << video << Info::ResourceTypeImage << false;
-    QTest::newRow("video takes the page's place")
-        << u"https://example.org/"_s << video << Info::ResourceTypeMainFrame << false;
 }
 
 void EditorRequestsTests::onlyThePagesOwnThingsAreFetched()
@@ -117,6 +109,33 @@ void EditorRequestsTests::onlyThePagesOwnThingsAreFetched()
     QFETCH(const QWebEngineUrlRequestInfo::ResourceType, type);
 
     QTEST(mayRequest(QUrl(address), QUrl(initiator), type), "isAllowed");
+}
+
+void EditorRequestsTests::aVideoFetchesWhatItNeeds_data()
+{
+    using Info = QWebEngineUrlRequestInfo;
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("initiator");
+    QTest::addColumn<QWebEngineUrlRequestInfo::ResourceType>("type");
+    QTest::addColumn<bool>("isAllowed");
+
+    const QString page = u"vault://app"_s;
+    const QString video = u"https://www.youtube-nocookie.com"_s;
+    QTest::newRow("video") << u"https://www.youtube-nocookie.com/embed/x"_s << page
+                           << Info::ResourceTypeSubFrame << true;
+    QTest::newRow("video's script") << u"https://www.youtube.com/player.js"_s << video
+                                    << Info::ResourceTypeScript << true;
+    QTest::newRow("video asks for an asset")
+        << u"vault://app/assets/x"_s << video << Info::ResourceTypeImage << false;
+    QTest::newRow("video leaves the encryption")
+        << u"http://example.org/"_s << video << Info::ResourceTypeImage << false;
+    QTest::newRow("video takes the page's place")
+        << u"https://example.org/"_s << video << Info::ResourceTypeMainFrame << false;
+}
+
+void EditorRequestsTests::aVideoFetchesWhatItNeeds()
+{
+    onlyThePagesOwnThingsAreFetched();
 }
 
 } // namespace wendlore

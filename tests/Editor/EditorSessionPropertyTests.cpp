@@ -261,7 +261,8 @@ void EditorSessionPropertyTests::initTestCase()
 void EditorSessionPropertyTests::noWordIsEverLostOrMisplaced()
 {
     const unsigned first = qEnvironmentVariableIntValue("WENDLORE_SEED");
-    const unsigned count = qEnvironmentVariableIsSet("WENDLORE_SEED") ? 1 : 3000;
+    const unsigned some = qEnvironmentVariableIsSet("LONG") ? 20'000 : 3000;
+    const unsigned count = qEnvironmentVariableIsSet("WENDLORE_SEED") ? 1 : some;
     for (unsigned seed = first; seed < first + count; ++seed) {
         World world(seed);
         world.live();

@@ -1,15 +1,9 @@
 #include "Editor/WebEngineEditorView.h"
 
-#include "Editor/EditorScript.h"
-#include "Fakes/Bucket.h"
 #include "Support/EngineTest.h"
+#include "Support/PageFixture.h"
 
-#include <QBuffer>
-#include <QImage>
-#include <QJsonObject>
 #include <QMenu>
-#include <QSignalSpy>
-#include <QWebEnginePage>
 #include <QWebEngineView>
 
 #include <csignal>
@@ -17,117 +11,6 @@
 namespace wendlore {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr int patience = 30'000;
-
-struct Message final
-{
-    QString name;
-    QJsonValue body;
-    EditorWebView::Generation generation;
-};
-
-/// The real page in the real engine, with a note that a test shows.
-class Fixture final
-{
-public:
-    Fixture()
-    {
-        view.setEvents({
-            .message =
-                [this](const QString& name, const QJsonValue& body, EditorWebView::Generation generation) {
-                    messages.append({name, body, generation});
-                },
-            .contentProcessTerminated = [this] { ++deaths; },
-            .navigationFailed = [this] { ++failures; },
-            .vaultRoot = [this] { return std::optional(bucket.root()); },
-        });
-        view.widget()->resize(600, 400);
-        view.widget()->show();
-        view.widget()->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(view.widget(), patience));
-        load();
-    }
-
-    void load()
-    {
-        view.load(u"vault://app/index.html"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(has(u"ready"_s), patience);
-    }
-    void setContent(const QString& text, EditorWebView::Generation generation)
-    {
-        view.evaluate(u"window.VaultEditor.setContent(%1)"_s.arg(jsString(text)), generation);
-        view.evaluate(u"window.VaultEditor.focus()"_s);
-        drain();
-    }
-    /// Waits until the page has said all that it had to say so far.
-    void drain()
-    {
-        bool isDone = false;
-        view.drain([&isDone] { isDone = true; });
-        QTRY_VERIFY_WITH_TIMEOUT(isDone, patience);
-    }
-    void type(const QString& keys)
-    {
-        view.widget()->setFocus();
-        QTRY_VERIFY_WITH_TIMEOUT(value(u"document.hasFocus()"_s).toBool(), patience);
-        QTest::keyClicks(view.widget()->focusProxy(), keys);
-    }
-    /// What `expression` is in the page.
-    [[nodiscard]] QVariant value(const QString& expression)
-    {
-        std::optional<QVariant> result;
-        view.widget()->page()->runJavaScript(expression,
-                                             [&result](const QVariant& answer) { result = answer; });
-        static_cast<void>(QTest::qWaitFor([&result] { return result.has_value(); }, patience));
-        return result.value_or(QVariant());
-    }
-    /// What became of asking the page for an image: its width, or -1.
-    [[nodiscard]] int widthOfImage(const QString& address)
-    {
-        static_cast<void>(value(u"window.__width = null; (() => { const image = new Image();"
-                                "image.onload = () => { window.__width = image.naturalWidth; };"
-                                "image.onerror = () => { window.__width = -1; };"
-                                "image.src = %1; })()"_s.arg(jsString(address))));
-        QVariant width;
-        static_cast<void>(
-            QTest::qWaitFor([&] { return !(width = value(u"window.__width"_s)).isNull(); }, patience));
-        return width.toInt();
-    }
-    [[nodiscard]] bool has(const QString& name) const
-    {
-        return std::ranges::any_of(messages, [&](const Message& message) { return message.name == name; });
-    }
-    /// The note as the page reported it last, and the generation that the report carried.
-    [[nodiscard]] std::pair<QString, EditorWebView::Generation> lastChange() const
-    {
-        for (auto message = messages.rbegin(); message != messages.rend(); ++message) {
-            if (message->name == u"changed"_s)
-                return {message->body.toString(), message->generation};
-        }
-        return {};
-    }
-
-    Bucket bucket;
-    WebEngineEditorView view;
-    QList<Message> messages;
-    int deaths = 0;
-    int failures = 0;
-};
-
-QByteArray png(int width)
-{
-    QImage image(width, 1, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
-
-} // namespace
 
 class WebEngineEditorViewTests final : public QObject
 {
@@ -142,19 +25,14 @@ private Q_SLOTS:
     void drainingWithoutAPageEndsAtOnce();
     void aKilledPageIsReportedAndCanBeLoadedAgain();
     void aMissingPageIsReported();
-    void imagesOfTheBucketAreShown();
-    void nothingElseOfTheBucketIsRead();
-    void thePageStaysWhereItIs_data();
-    void thePageStaysWhereItIs();
     void thePageOffersOneWayToTheHost();
-    void requestsThatAreGivenUpDoNoHarm();
     void theContextMenuIsSwedish();
     void theViewMayGoBeforeItsWidgetAndAfter();
 };
 
 void WebEngineEditorViewTests::typedKeysAreReportedWithTheContentsGeneration()
 {
-    Fixture f;
+    PageFixture f;
     f.setContent(u"# Rubrik\n\ntext\n"_s, 7);
 
     f.type(u"x"_s);
@@ -181,7 +59,7 @@ void WebEngineEditorViewTests::everyTextReachesThePageUnchanged_data()
 void WebEngineEditorViewTests::everyTextReachesThePageUnchanged()
 {
     QFETCH(const QString, text);
-    Fixture f;
+    PageFixture f;
     f.setContent(text, 1);
 
     f.type(u"\u00a7"_s);
@@ -192,7 +70,7 @@ void WebEngineEditorViewTests::everyTextReachesThePageUnchanged()
 
 void WebEngineEditorViewTests::editsBeforeANewContentCarryTheOldGeneration()
 {
-    Fixture f;
+    PageFixture f;
     f.setContent(u"första\n"_s, 1);
 
     f.view.evaluate(u"document.execCommand('insertText', false, 'x')"_s);
@@ -206,7 +84,7 @@ void WebEngineEditorViewTests::editsBeforeANewContentCarryTheOldGeneration()
 
 void WebEngineEditorViewTests::drainingWaitsForTypedKeys()
 {
-    Fixture f;
+    PageFixture f;
     f.setContent(u"text\n"_s, 1);
 
     f.type(u"abcdefghij"_s);
@@ -227,7 +105,7 @@ void WebEngineEditorViewTests::drainingWithoutAPageEndsAtOnce()
 
 void WebEngineEditorViewTests::aKilledPageIsReportedAndCanBeLoadedAgain()
 {
-    Fixture f;
+    PageFixture f;
     f.setContent(u"text\n"_s, 1);
     QVERIFY(f.view.processId() > 0);
 
@@ -244,97 +122,25 @@ void WebEngineEditorViewTests::aKilledPageIsReportedAndCanBeLoadedAgain()
 
 void WebEngineEditorViewTests::aMissingPageIsReported()
 {
-    Fixture f;
+    PageFixture f;
 
     f.view.load(u"vault://nowhere/saknas.html"_s);
 
     QTRY_COMPARE_WITH_TIMEOUT(f.failures, 1, patience);
 }
 
-void WebEngineEditorViewTests::imagesOfTheBucketAreShown()
-{
-    Fixture f;
-    f.bucket.write(u"assets/Bild 1.png"_s, png(31));
-
-    QCOMPARE(f.widthOfImage(u"assets/Bild%201.png"_s), 31);
-    QCOMPARE(f.widthOfImage(u"vault://app/assets/Bild 1.png"_s), 31);
-    QCOMPARE(f.widthOfImage(u"assets/saknas.png"_s), -1);
-}
-
-void WebEngineEditorViewTests::nothingElseOfTheBucketIsRead()
-{
-    Fixture f;
-    f.bucket.write(u"assets/a.js"_s, "window.__ran = true;");
-    f.bucket.write(u"assets/a.html"_s, "<script>parent.__ran = true</script>");
-
-    static_cast<void>(
-        f.value(u"window.__read = []; (() => {"
-                "const note = outcome => window.__read.push(outcome);"
-                "const script = document.createElement('script');"
-                "script.onload = () => note('script'); script.onerror = () => note('no');"
-                "try { script.src = 'assets/a.js'; document.head.append(script); }"
-                "catch { note('no'); }"
-                "fetch('assets/a.html').then(() => note('fetch'), () => note('no'));"
-                "const frame = document.createElement('iframe'); frame.src = 'assets/a.html';"
-                "document.body.append(frame);"
-                "setTimeout(() => note(frame.contentDocument?.scripts.length ? 'frame' : 'no'), 500);"
-                "})()"_s));
-
-    QTRY_COMPARE_WITH_TIMEOUT(f.value(u"window.__read.length"_s).toInt(), 3, patience);
-    QCOMPARE(f.value(u"window.__read.join()"_s).toString(), u"no,no,no"_s);
-    QVERIFY(f.value(u"window.__ran ?? null"_s).isNull());
-}
-
-void WebEngineEditorViewTests::thePageStaysWhereItIs_data()
-{
-    QTest::addColumn<QString>("script");
-
-    QTest::newRow("web") << u"location.href = 'https://example.org/'"_s;
-    QTest::newRow("asset") << u"location.href = 'vault://app/assets/a.html'"_s;
-    QTest::newRow("file") << u"location.href = 'file:///etc/hostname'"_s;
-    QTest::newRow("window") << u"window.open('vault://app/index.html')"_s;
-    QTest::newRow("download") << u"{ const a = document.createElement('a'); a.href = 'vault://app/index.js';"
-                                 " a.download = 'x'; document.body.append(a); a.click(); a.remove(); }"_s;
-}
-
-void WebEngineEditorViewTests::thePageStaysWhereItIs()
-{
-    QFETCH(const QString, script);
-    Fixture f;
-    f.bucket.write(u"assets/a.html"_s, "hej");
-
-    f.view.evaluate(script);
-    f.drain();
-
-    QCOMPARE(f.value(u"location.href"_s).toString(), u"vault://app/index.html"_s);
-    QCOMPARE(f.view.widget()->page()->url(), QUrl(u"vault://app/index.html"_s));
-}
-
 void WebEngineEditorViewTests::thePageOffersOneWayToTheHost()
 {
-    Fixture f;
+    PageFixture f;
 
     QCOMPARE(f.value(u"Object.keys(window.webkit.messageHandlers).join()"_s).toString(),
              u"ready,changed,selection,openLink"_s);
     QCOMPARE(f.value(u"Object.keys(window.__host).join()"_s).toString(), u"show,drain"_s);
 }
 
-void WebEngineEditorViewTests::requestsThatAreGivenUpDoNoHarm()
-{
-    Fixture f;
-    f.bucket.write(u"assets/stor.png"_s, png(31) + QByteArray(20'000'000, '\0'));
-
-    for (int round = 0; round < 10; ++round) {
-        static_cast<void>(f.value(u"(() => { const image = new Image(); image.src = 'assets/stor.png?%1';"
-                                  "image.src = ''; })()"_s.arg(round)));
-    }
-
-    QCOMPARE(f.widthOfImage(u"assets/stor.png"_s), 31);
-}
-
 void WebEngineEditorViewTests::theContextMenuIsSwedish()
 {
-    Fixture f;
+    PageFixture f;
     f.setContent(u"text\n"_s, 1);
 
     Q_EMIT f.view.widget()->customContextMenuRequested({50, 50});

@@ -5,6 +5,9 @@
 
 namespace wendlore {
 
+/// How long a test waits for the engine before it fails, in milliseconds: far longer than it should take.
+constexpr int patience = 30'000;
+
 /// What has to be done before the application object of a program that shows the editor page. Root has to go
 /// without the web engine's sandbox; that is for tests to decide, never for the program.
 void prepareEngine();

@@ -1,0 +1,145 @@
+#include "Editor/EditorView.h"
+
+#include "Editor/WebEditorController.h"
+#include "Fakes/Bucket.h"
+#include "Fakes/FakeServices.h"
+#include "State/AppState.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+namespace wendlore {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Fixture final
+{
+    Fixture()
+    {
+        state.addVault(bucket.root());
+        desktop.page->post(u"ready"_s);
+        view.resize(600, 400);
+        view.show();
+        view.session().open(bucket.file(u"A.md"_s));
+        desktop.scheduler.finishBackgroundWork();
+        desktop.page->scripts.clear();
+    }
+
+    void makeConflict()
+    {
+        desktop.page->post(u"changed"_s, u"vårt"_s);
+        bucket.write(u"A.md"_s, "deras");
+        view.session().flush();
+    }
+    [[nodiscard]] QMessageBox* alert() const
+    {
+        const auto alerts = view.findChildren<QMessageBox*>();
+        const auto shown =
+            std::ranges::find_if(alerts, [](const QMessageBox* box) { return box->isVisible(); });
+        return shown == alerts.end() ? nullptr : *shown;
+    }
+
+    Bucket bucket{{"A.md", "a"}};
+    FakeServices desktop;
+    AppState state{desktop.services()};
+    EditorView view{state};
+};
+
+} // namespace
+
+class EditorViewTests final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aConflictIsToldOnce();
+    void aSecondConflictTakesTheFirstNoticesPlace();
+    void leavingTheWindowWrites();
+    void comingBackToTheWindowShowsWhatChanged();
+    void aDarkPaletteMakesThePageDark();
+};
+
+void EditorViewTests::aConflictIsToldOnce()
+{
+    Fixture f;
+    f.makeConflict();
+
+    QVERIFY(f.alert());
+    QCOMPARE(f.alert()->windowTitle(), u"Versionskonflikt"_s);
+    QCOMPARE(f.alert()->text(), f.view.session().conflictNotice());
+    QVERIFY(f.alert()->text().startsWith(u"Noten ändrades av någon annan"_s));
+    QCOMPARE(f.alert()->buttons().size(), 1);
+    QCOMPARE(f.alert()->buttons().first()->text(), u"OK"_s);
+
+    f.alert()->buttons().first()->click();
+
+    QVERIFY(!f.alert());
+    QVERIFY(f.view.session().conflictNotice().isEmpty());
+}
+
+void EditorViewTests::aSecondConflictTakesTheFirstNoticesPlace()
+{
+    Fixture f;
+    f.makeConflict();
+    const QString first = f.alert()->text();
+
+    f.desktop.page->post(u"changed"_s, u"vårt 2"_s);
+    f.bucket.write(u"A.md"_s, "deras 2");
+    f.view.session().flush();
+
+    QVERIFY(f.alert());
+    QVERIFY(f.alert()->text() != first);
+    f.alert()->buttons().first()->click();
+    QVERIFY(!f.alert());
+}
+
+void EditorViewTests::leavingTheWindowWrites()
+{
+    Fixture f;
+    f.view.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&f.view));
+    f.desktop.page->post(u"changed"_s, u"a1"_s);
+
+    QWidget other;
+    other.resize(300, 200);
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+
+    QCOMPARE(f.bucket.read(u"A.md"_s), "a1");
+}
+
+void EditorViewTests::comingBackToTheWindowShowsWhatChanged()
+{
+    Fixture f;
+    QWidget other;
+    other.resize(300, 200);
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    f.bucket.write(u"A.md"_s, "deras");
+
+    f.view.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&f.view));
+
+    QCOMPARE(f.state.editorController().desiredContent(), u"deras"_s);
+}
+
+void EditorViewTests::aDarkPaletteMakesThePageDark()
+{
+    Fixture f;
+    QPalette dark = f.view.palette();
+    dark.setColor(QPalette::Base, QColor(30, 30, 32));
+
+    f.view.setPalette(dark);
+
+    QCOMPARE(f.desktop.page->scripts.last(), u"window.VaultEditor.setTheme(\"dark\")"_s);
+}
+
+} // namespace wendlore
+
+QTEST_MAIN(wendlore::EditorViewTests)
+#include "EditorViewTests.moc"

@@ -1,0 +1,94 @@
+#include "Support/PageFixture.h"
+
+#include "Editor/EditorScript.h"
+#include "Support/EngineTest.h"
+
+#include <QWebEnginePage>
+#include <QWebEngineView>
+
+#include <algorithm>
+
+namespace wendlore {
+
+using namespace Qt::StringLiterals;
+
+PageFixture::PageFixture()
+{
+    view.setEvents({
+        .message =
+            [this](const QString& name, const QJsonValue& body, EditorWebView::Generation generation) {
+                messages.append({name, body, generation});
+            },
+        .contentProcessTerminated = [this] { ++deaths; },
+        .navigationFailed = [this] { ++failures; },
+        .vaultRoot = [this] { return vaultRoot; },
+    });
+    view.widget()->resize(600, 400);
+    view.widget()->show();
+    view.widget()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(view.widget(), patience));
+    load();
+}
+
+void PageFixture::load()
+{
+    view.load(u"vault://app/index.html"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(has(u"ready"_s), patience);
+}
+
+void PageFixture::setContent(const QString& text, EditorWebView::Generation generation)
+{
+    view.evaluate(u"window.VaultEditor.setContent(%1)"_s.arg(jsString(text)), generation);
+    view.evaluate(u"window.VaultEditor.focus()"_s);
+    drain();
+}
+
+void PageFixture::drain()
+{
+    bool isDone = false;
+    view.drain([&isDone] { isDone = true; });
+    QTRY_VERIFY_WITH_TIMEOUT(isDone, patience);
+}
+
+void PageFixture::type(const QString& text)
+{
+    view.widget()->setFocus();
+    QTRY_VERIFY_WITH_TIMEOUT(value(u"document.hasFocus()"_s).toBool(), patience);
+    QTest::keyClicks(view.widget()->focusProxy(), text);
+}
+
+QVariant PageFixture::value(const QString& expression)
+{
+    std::optional<QVariant> result;
+    view.widget()->page()->runJavaScript(expression, [&result](const QVariant& answer) { result = answer; });
+    static_cast<void>(QTest::qWaitFor([&result] { return result.has_value(); }, patience));
+    return result.value_or(QVariant());
+}
+
+int PageFixture::widthOfImage(const QString& address)
+{
+    static_cast<void>(value(u"window.__width = null; (() => { const image = new Image();"
+                            "image.onload = () => { window.__width = image.naturalWidth; };"
+                            "image.onerror = () => { window.__width = -1; };"
+                            "image.src = %1; })()"_s.arg(jsString(address))));
+    QVariant width;
+    static_cast<void>(
+        QTest::qWaitFor([&] { return !(width = value(u"window.__width"_s)).isNull(); }, patience));
+    return width.toInt();
+}
+
+bool PageFixture::has(const QString& name) const
+{
+    return std::ranges::any_of(messages, [&](const PageMessage& message) { return message.name == name; });
+}
+
+std::pair<QString, EditorWebView::Generation> PageFixture::lastChange() const
+{
+    for (auto message = messages.rbegin(); message != messages.rend(); ++message) {
+        if (message->name == u"changed"_s)
+            return {message->body.toString(), message->generation};
+    }
+    return {};
+}
+
+} // namespace wendlore
