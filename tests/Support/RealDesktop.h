@@ -3,6 +3,7 @@
 #include "Editor/WebEngineEditorView.h"
 #include "Fakes/FakeDesktop.h"
 #include "Platform/CoordinatedReader.h"
+#include "Platform/FreedesktopTrash.h"
 #include "Platform/PathBookmarks.h"
 #include "Platform/QtScheduler.h"
 #include "Platform/SettingsFile.h"
@@ -20,7 +21,7 @@ class RealDesktop final
 public:
     [[nodiscard]] Services services()
     {
-        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, [this] {
+        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, trash, [this] {
                     auto view = std::make_unique<WebEngineEditorView>();
                     engine = view.get();
                     return view;
@@ -35,6 +36,7 @@ public:
     FakePanels panels;
     QtScheduler scheduler;
     RecoveredTexts recovered{FileURL::directory(folder.filePath(QStringLiteral("recovered")))};
+    FreedesktopTrash trash{FileURL::directory(folder.filePath(QStringLiteral("trash")))};
     /// The engine's view made last; it belongs to its controller.
     WebEngineEditorView* engine = nullptr;
 };
