@@ -79,9 +79,13 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     m_closing = Closing::waiting;
     keepGeometryAndSplit();
-    m_content->detail().editor().session().settle([this] {
+    const auto closeForGood = [this] {
         m_closing = Closing::settled;
         close();
+    };
+    m_content->detail().editor().session().settle([this, closeForGood] {
+        // Perhaps at once, and this very event has to end first.
+        QMetaObject::invokeMethod(this, closeForGood, Qt::QueuedConnection);
     });
 }
 

@@ -1,6 +1,5 @@
 #include "Platform/DesktopAppearance.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -31,19 +30,19 @@ QVariant unwrapped(QVariant value)
 
 } // namespace
 
-DesktopAppearance::DesktopAppearance(QObject* parent)
+DesktopAppearance::DesktopAppearance(QDBusConnection bus, QObject* parent)
     : SystemAppearance(parent)
+    , m_bus(std::move(bus))
     , m_startScheme(schemeOf(QGuiApplication::palette()))
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
     connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, this,
             &DesktopAppearance::changed);
 #endif
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
+    if (!m_bus.isConnected())
         return;
-    bus.connect(service, path, settings, u"SettingChanged"_s, this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+    m_bus.connect(service, path, settings, u"SettingChanged"_s, this,
+                  SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(appearanceGroup, schemeKey);
     ask(desktopGroup, animationsKey);
 }
@@ -64,7 +63,7 @@ void DesktopAppearance::ask(const QString& group, const QString& key)
 {
     QDBusMessage question = QDBusMessage::createMethodCall(service, path, settings, u"Read"_s);
     question << group << key;
-    auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
+    auto* answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, group, key] {
         const QDBusPendingReply<QDBusVariant> reply = *answer;
         if (reply.isValid())

@@ -2,6 +2,7 @@
 
 #include "Look/SystemAppearance.h"
 
+#include <QDBusConnection>
 #include <QDBusVariant>
 
 #include <optional>
@@ -15,7 +16,9 @@ class DesktopAppearance final : public SystemAppearance
     Q_OBJECT
 
 public:
-    explicit DesktopAppearance(QObject* parent = nullptr);
+    /// Asks the settings portal on `bus`.
+    explicit DesktopAppearance(QDBusConnection bus = QDBusConnection::sessionBus(),
+                               QObject* parent = nullptr);
 
     [[nodiscard]] ColorScheme colorScheme() const override;
     [[nodiscard]] Motion motion() const override { return m_motion; }
@@ -27,6 +30,7 @@ private:
     void ask(const QString& group, const QString& key);
     void take(const QString& group, const QString& key, const QVariant& value);
 
+    QDBusConnection m_bus;
     ColorScheme m_startScheme;
     std::optional<ColorScheme> m_portalScheme;
     Motion m_motion = Motion::wanted;

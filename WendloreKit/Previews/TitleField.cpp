@@ -11,7 +11,7 @@ namespace wendlore {
 
 namespace {
 
-constexpr int narrowest = 60;
+constexpr int narrowest = 24;
 constexpr int textMargin = 2; // which a line edit has by itself
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "Editor/WebEngineEditorView.h"
 #include "Fakes/FakeDesktop.h"
 #include "Platform/CoordinatedReader.h"
+#include "Platform/FreedesktopTrash.h"
 #include "Platform/PathBookmarks.h"
 #include "Platform/QtScheduler.h"
 #include "Platform/SettingsFile.h"
