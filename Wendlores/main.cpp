@@ -16,6 +16,7 @@
 #include "Platform/QuitSignals.h"
 #include "Platform/SettingsFile.h"
 #include "Platform/StandardPaths.h"
+#include "Platform/SyncedFolderStore.h"
 #include "Shell/Appearance.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
@@ -63,6 +64,10 @@ const QString rootNotice =
 struct Desktop final
 {
     SettingsFile defaults{StandardPaths::configDirectory().appending(u"settings.json"_s)};
+    SyncedFolderStore cloud{
+        SyncedFolderStore::chosenFolder(defaults, StandardPaths::dataDirectory().appending(u"cloud"_s, true)),
+        SyncedFolderStore::thisDevice(StandardPaths::configDirectory()),
+        StandardPaths::stateDirectory().appending(u"cloud.lock"_s)};
     PathBookmarks bookmarks;
     CoordinatedReader coordinator;
     DesktopWorkspace workspace;
@@ -73,9 +78,11 @@ struct Desktop final
 
     Services services()
     {
-        return {defaults,  bookmarks, coordinator,
-                workspace, panels,    scheduler,
-                recovered, trash,     [] { return std::make_unique<WebEngineEditorView>(); }};
+        return {defaults,  cloud,
+                bookmarks, coordinator,
+                workspace, panels,
+                scheduler, recovered,
+                trash,     [] { return std::make_unique<WebEngineEditorView>(); }};
     }
 };
 
