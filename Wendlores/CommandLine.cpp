@@ -16,11 +16,16 @@ const QString help = usage + uR"(
   MAPP            öppna mappen som bucket
   FIL             öppna filen, i den bucket som den ligger i
 
+Utan fönster, för skript:
+
+  search MAPP TEXT   skriv anteckningarna som innehåller texten: sökväg, tabb, rad
+  tree MAPP          skriv mappens innehåll, i sidofältets ordning
+
   -h, --help      visa den här hjälpen
   -v, --version   visa versionen
 
-Slutstatus: 0 om allt gick bra, 1 om något inte gick att öppna, 2 om kommandot
-inte gick att förstå.
+Slutstatus: 0 om allt gick bra, 1 om något inte gick att öppna eller hittas, 2 om
+kommandot inte gick att förstå.
 )"_s;
 
 CommandLine refusal(const QString& reason)

@@ -1,4 +1,5 @@
 #include "Wendlores/CommandLine.h"
+#include "Wendlores/Companion.h"
 #include "Wendlores/MainWindow.h"
 #include "Wendlores/OpenLocation.h"
 #include "Wendlores/SwedishTexts.h"
@@ -16,6 +17,7 @@
 #include "Platform/QuitSignals.h"
 #include "Platform/SettingsFile.h"
 #include "Platform/StandardPaths.h"
+#include "Platform/SyncedFolderStore.h"
 #include "Shell/Appearance.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
@@ -41,12 +43,21 @@ void print(const QString& text, std::FILE* stream)
     std::fputs(text.toUtf8().constData(), stream);
 }
 
-CommandLine readCommandLine(int count, char** words)
+QStringList argumentsOf(int count, char** words)
 {
     QStringList arguments;
     for (int i = 1; i < count; ++i)
         arguments.append(QFile::decodeName(words[i]));
-    return CommandLine::parse(arguments, QDir::currentPath());
+    return arguments;
+}
+
+/// Carries out a command that needs no window; gives the exit status.
+int runCompanion(const QStringList& arguments)
+{
+    const Companion::Answer answer = Companion::run(arguments, QDir::currentPath());
+    std::fwrite(answer.output.constData(), 1, size_t(answer.output.size()), stdout);
+    std::fwrite(answer.errors.constData(), 1, size_t(answer.errors.size()), stderr);
+    return std::fflush(stdout) == 0 ? answer.status : Misused;
 }
 
 /// The web engine's sandbox refuses to work for root, and switching it off is nobody's decision but theirs.
@@ -63,6 +74,10 @@ const QString rootNotice =
 struct Desktop final
 {
     SettingsFile defaults{StandardPaths::configDirectory().appending(u"settings.json"_s)};
+    SyncedFolderStore cloud{
+        SyncedFolderStore::chosenFolder(defaults, StandardPaths::dataDirectory().appending(u"cloud"_s, true)),
+        SyncedFolderStore::thisDevice(StandardPaths::configDirectory()),
+        StandardPaths::stateDirectory().appending(u"cloud.lock"_s)};
     PathBookmarks bookmarks;
     CoordinatedReader coordinator;
     DesktopWorkspace workspace;
@@ -73,9 +88,11 @@ struct Desktop final
 
     Services services()
     {
-        return {defaults,  bookmarks, coordinator,
-                workspace, panels,    scheduler,
-                recovered, trash,     [] { return std::make_unique<WebEngineEditorView>(); }};
+        return {defaults,  cloud,
+                bookmarks, coordinator,
+                workspace, panels,
+                scheduler, recovered,
+                trash,     [] { return std::make_unique<WebEngineEditorView>(); }};
     }
 };
 
@@ -111,7 +128,10 @@ int run(QApplication& application, const CommandLine& commandLine)
 
 int main(int argc, char** argv)
 {
-    const CommandLine commandLine = readCommandLine(argc, argv);
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (Companion::isCommand(arguments))
+        return runCompanion(arguments);
+    const CommandLine commandLine = CommandLine::parse(arguments, QDir::currentPath());
     if (commandLine.action != CommandLine::Action::Run) {
         const bool isRefused = commandLine.action == CommandLine::Action::RefuseUsage;
         print(commandLine.text, isRefused ? stderr : stdout);
