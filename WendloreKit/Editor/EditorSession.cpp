@@ -80,8 +80,10 @@ void EditorSession::setTitle(const QString& title)
 {
     if (!m_fileURL)
         return;
-    if (title != m_title)
-        m_appState.renameFile(*m_fileURL, title);
+    if (title != m_title) {
+        const FileURL note = *m_fileURL; // which changes when the note has moved
+        m_appState.renameFile(note, title);
+    }
     // Whatever came of it, the window shows the name that the note has now.
     Q_EMIT titleChanged();
 }

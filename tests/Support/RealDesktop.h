@@ -20,7 +20,7 @@ class RealDesktop final
 public:
     [[nodiscard]] Services services()
     {
-        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, [this] {
+        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, trash, [this] {
                     auto view = std::make_unique<WebEngineEditorView>();
                     engine = view.get();
                     return view;
@@ -35,6 +35,7 @@ public:
     FakePanels panels;
     QtScheduler scheduler;
     RecoveredTexts recovered{FileURL::directory(folder.filePath(QStringLiteral("recovered")))};
+    FakeTrash trash{FileURL::directory(folder.filePath(QStringLiteral("trash")))};
     /// The engine's view made last; it belongs to its controller.
     WebEngineEditorView* engine = nullptr;
 };
