@@ -7,6 +7,7 @@
 #include "State/AppState.h"
 #include "State/Workspace.h"
 
+#include "Vault/AtomicFile.h"
 #include "Vault/FileCoordinator.h"
 #include "Vault/RecoveredTexts.h"
 
@@ -80,8 +81,10 @@ void EditorSession::setTitle(const QString& title)
 {
     if (!m_fileURL)
         return;
-    if (title != m_title)
-        m_appState.renameFile(*m_fileURL, title);
+    if (title != m_title) {
+        const FileURL note = *m_fileURL; // which changes when the note has moved
+        m_appState.renameFile(note, title);
+    }
     // Whatever came of it, the window shows the name that the note has now.
     Q_EMIT titleChanged();
 }
@@ -133,6 +136,8 @@ void EditorSession::load()
     m_read =
         m_appState.services().scheduler.inBackground([this, &coordinator = m_appState.services().coordinator,
                                                       note = *m_fileURL]() -> std::function<void()> {
+            // What a cut-off save of an earlier run left beside the note goes now.
+            AtomicFile::sweepLeftovers(note.deletingLastPathComponent());
             coordinator.startDownloading(note);
             return [this, read = readNote(coordinator, note)] { didRead(read); };
         });

@@ -5,8 +5,6 @@
 
 #include <QMenu>
 #include <QWebChannel>
-#include <QWebEngineDownloadRequest>
-#include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
@@ -102,12 +100,11 @@ WebEngineEditorView::~WebEngineEditorView()
 
 void WebEngineEditorView::makeProfile()
 {
+    // Nobody accepts downloads here, so the engine refuses them.
     m_profile = std::make_unique<QWebEngineProfile>();
     auto* handler = new WendloreSchemeHandler(m_profile.get());
     handler->setVaultProvider([this] { return m_events.vaultRoot ? m_events.vaultRoot() : std::nullopt; });
     m_profile->installUrlSchemeHandler(schemeName, handler);
-    connect(m_profile.get(), &QWebEngineProfile::downloadRequested, this,
-            [](QWebEngineDownloadRequest* download) { download->cancel(); });
 }
 
 void WebEngineEditorView::makePage()

@@ -30,7 +30,9 @@ void answer(QWebEngineUrlRequestJob& job, const FileURL& file, const QByteArray&
     // as one origin, so that only the page's own files and images can be asked for.
     job.setAdditionalResponseHeaders({{"Access-Control-Allow-Origin", "*"}, {"Cache-Control", "no-cache"}});
 #endif
-    auto* body = new QBuffer(&job);
+    // The engine reads the body on a thread of its own for as long as the request lives.
+    auto* body = new QBuffer;
+    QObject::connect(&job, &QObject::destroyed, body, &QObject::deleteLater);
     body->setData(bytes);
     job.reply(mimeType(file.pathExtension()), body);
 }

@@ -378,6 +378,7 @@ void EditorSessionTests::theNoticeIsDismissed()
 void EditorSessionTests::aTitleRenamesTheNote()
 {
     EditingFixture f({{"A.md", "a"}});
+    f.state->setSelectedFile(f.bucket.file(u"A.md"_s));
     f.open(u"A.md"_s);
     f.type(u"a1"_s);
 
@@ -386,6 +387,7 @@ void EditorSessionTests::aTitleRenamesTheNote()
     QCOMPARE(f.bucket.names(), QStringList{u"Möte.md"_s});
     QCOMPARE(f.session->title(), u"Möte"_s);
     QCOMPARE(f.session->fileURL(), f.bucket.file(u"Möte.md"_s));
+    QCOMPARE(f.state->selectedFile(), f.bucket.file(u"Möte.md"_s));
     f.type(u"a12"_s);
     f.wait(1200ms);
     QCOMPARE(f.bucket.names(), QStringList{u"Möte.md"_s});

@@ -13,4 +13,11 @@ void prepareEngine()
     registerEditorScheme();
 }
 
+void pressKeys(QWidget& widget, const QString& text)
+{
+    for (const QChar letter : text)
+        QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key(letter.toUpper().unicode()), letter,
+                            letter.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
+}
+
 } // namespace wendlore

@@ -12,6 +12,9 @@ constexpr int patience = 30'000;
 /// without the web engine's sandbox; that is for tests to decide, never for the program.
 void prepareEngine();
 
+/// Presses the keys for `text`, whatever letters it has.
+void pressKeys(QWidget& widget, const QString& text);
+
 /// Runs the tests of `Test` with the web engine.
 template <typename Test>
 int runEngineTest(int argc, char** argv)

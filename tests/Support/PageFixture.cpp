@@ -54,7 +54,7 @@ void PageFixture::type(const QString& text)
 {
     view.widget()->setFocus();
     QTRY_VERIFY_WITH_TIMEOUT(value(u"document.hasFocus()"_s).toBool(), patience);
-    QTest::keyClicks(view.widget()->focusProxy(), text);
+    pressKeys(*view.widget()->focusProxy(), text);
 }
 
 QVariant PageFixture::value(const QString& expression)

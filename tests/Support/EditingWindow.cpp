@@ -1,0 +1,105 @@
+#include "Support/EditingWindow.h"
+
+#include "Editor/WebEditorController.h"
+#include "Support/EngineTest.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QWebEnginePage>
+#include <QWebEngineView>
+
+#include <algorithm>
+
+namespace wendlore {
+
+using namespace Qt::StringLiterals;
+
+EditingWindow::EditingWindow(RealDesktop& realDesktop)
+    : desktop(realDesktop)
+    , state(desktop.services())
+    , view(state)
+{
+    QObject::connect(&state, &AppState::selectedFileChanged, &view, [this] {
+        if (state.selectedFile())
+            view.session().open(*state.selectedFile());
+        else
+            view.session().close();
+    });
+    view.resize(800, 600);
+    m_other.resize(300, 200);
+    view.show();
+    activate();
+    if (state.selectedFile())
+        view.session().open(*state.selectedFile());
+    QTRY_VERIFY_WITH_TIMEOUT(state.editorController().isReady(), patience);
+}
+
+void EditingWindow::open(const FileURL& note)
+{
+    QSignalSpy loaded(&view.session(), &EditorSession::loaded);
+    state.setSelectedFile(note);
+    QTRY_VERIFY_WITH_TIMEOUT(!loaded.empty(), patience);
+    drain();
+}
+
+void EditingWindow::type(const QString& text)
+{
+    view.setFocus();
+    state.editorController().focus();
+    QTRY_VERIFY_WITH_TIMEOUT(value(u"document.hasFocus()"_s).toBool(), patience);
+    QWidget* const keyboard = desktop.engine->widget()->focusProxy();
+    QTest::keyClick(keyboard, Qt::Key_End, Qt::ControlModifier);
+    pressKeys(*keyboard, text);
+}
+
+void EditingWindow::drain()
+{
+    bool isDone = false;
+    state.editorController().drain([&isDone] { isDone = true; });
+    QTRY_VERIFY_WITH_TIMEOUT(isDone, patience);
+}
+
+void EditingWindow::activate()
+{
+    view.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&view, patience));
+}
+
+void EditingWindow::deactivate()
+{
+    m_other.show();
+    m_other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&m_other, patience));
+}
+
+QVariant EditingWindow::value(const QString& expression)
+{
+    std::optional<QVariant> result;
+    desktop.engine->widget()->page()->runJavaScript(expression,
+                                                    [&result](const QVariant& answer) { result = answer; });
+    static_cast<void>(QTest::qWaitFor([&result] { return result.has_value(); }, patience));
+    return result.value_or(QVariant());
+}
+
+QMessageBox* EditingWindow::alertBox() const
+{
+    const auto boxes = view.findChildren<QMessageBox*>();
+    const auto shown = std::ranges::find_if(boxes, [](const QMessageBox* box) { return box->isVisible(); });
+    return shown == boxes.end() ? nullptr : *shown;
+}
+
+QString EditingWindow::alert() const
+{
+    const QMessageBox* const box = alertBox();
+    return box ? box->text() : QString();
+}
+
+void EditingWindow::closeAlert()
+{
+    QVERIFY(alertBox());
+    alertBox()->buttons().first()->click();
+    activate();
+}
+
+} // namespace wendlore
