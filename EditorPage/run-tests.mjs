@@ -24,5 +24,8 @@ if (files.length === 0) {
   console.error('no test files found');
   process.exit(1);
 }
-const result = spawnSync(process.execPath, ['--enable-source-maps', '--test', ...files], { stdio: 'inherit', cwd: here });
+const result = spawnSync(process.execPath, ['--enable-source-maps', '--test', ...files], {
+  stdio: 'inherit',
+  cwd: here,
+});
 process.exit(result.status ?? 1);

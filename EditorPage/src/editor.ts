@@ -13,6 +13,15 @@ import { SourceDocument, type Applied, type Correction } from './source/SourceDo
 import { markViews, nodeViews } from './views';
 import { firstPlace, lastPlace } from './views/drawn';
 
+/** Of a longer note this much is shown first, and taken in with every idle moment; in characters. */
+const FIRST_PART = 4_000;
+const NEXT_PART = 8_000;
+/** However busy the page is, the next part waits no longer than this; in milliseconds. */
+const LONGEST_WAIT = 100;
+
+/** What may act on the note as a whole, so that it has to be there as a whole. */
+const USES_WHOLE_NOTE = ['keydown', 'beforeinput', 'copy', 'cut', 'paste', 'drop'] as const;
+
 /** Marks transactions that bring the document in step with the text; they are no edits. */
 const FROM_TEXT = 'fromText';
 
@@ -44,6 +53,7 @@ export class NoteEditor implements VaultEditor {
       dispatchTransaction: (tr) => this.#dispatch(tr),
       ...clipboardProps(() => this.#source),
     });
+    for (const kind of USES_WHOLE_NOTE) root.addEventListener(kind, () => this.#finish(), true);
   }
 
   /**
@@ -62,6 +72,7 @@ export class NoteEditor implements VaultEditor {
   exec(command: string, value?: string | number): void {
     const run = commandFor(command, value);
     if (run === null) return;
+    this.#finish();
     this.#report();
     this.view.focus();
     const stepsAlone = command !== 'undo' && command !== 'redo';
@@ -77,6 +88,7 @@ export class NoteEditor implements VaultEditor {
   /** Takes the keyboard; in a note where no caret was set yet it goes to the end. */
   focus(): void {
     if (!this.#placed) {
+      this.#finish();
       const { state } = this.view;
       this.view.dispatch(state.tr.setSelection(lastPlace(state.doc)).scrollIntoView());
     }
@@ -89,11 +101,33 @@ export class NoteEditor implements VaultEditor {
   }
 
   #open(text: string): void {
-    this.#source = SourceDocument.load(text);
+    this.#source = SourceDocument.load(text, FIRST_PART);
     this.#lastEdit = null;
     this.view.updateState(this.#freshState());
     this.#placed = false;
     window.scrollTo(0, 0);
+    this.#readOnWhenIdle(this.#source);
+  }
+
+  #readOnWhenIdle(source: SourceDocument): void {
+    if (source.isRead) return;
+    const readOn = () => {
+      if (source !== this.#source) return;
+      this.#readOn(NEXT_PART);
+      this.#readOnWhenIdle(source);
+    };
+    requestIdleCallback(readOn, { timeout: LONGEST_WAIT });
+  }
+
+  /** Takes in all of the note that is not shown yet. */
+  #finish(): void {
+    this.#readOn(Infinity);
+  }
+
+  #readOn(length: number): void {
+    this.#report();
+    const change = this.#source.readOn(length);
+    if (change !== null) this.#show(change);
   }
 
   #reload(text: string): void {
@@ -103,7 +137,12 @@ export class NoteEditor implements VaultEditor {
       this.#open(text);
       return;
     }
-    const tr = replaceChildren(this.view.state.tr, change.from, change.to, change.nodes);
+    this.#show(change);
+  }
+
+  /** Brings the document to what the text says; nothing to be undone. */
+  #show({ from, to, nodes }: Correction): void {
+    const tr = replaceChildren(this.view.state.tr, from, to, nodes);
     this.view.dispatch(tr.setMeta(FROM_TEXT, true).setMeta('addToHistory', false));
   }
 
@@ -125,10 +164,19 @@ export class NoteEditor implements VaultEditor {
   #report(): void {
     if (!this.#reportDue) return;
     this.#reportDue = false;
+    this.#complete();
     const { change, corrections } = this.#apply(this.view.state.doc);
     if (change !== null) post('changed', this.#source.text);
     // A correction would break an input method's composition; the same one comes again when it has ended.
     if (corrections.length > 0 && !this.view.composing) this.#correct(corrections);
+  }
+
+  /** Puts the rest of the note behind a document that was edited before all of it was there. */
+  #complete(): void {
+    const { doc } = this.view.state;
+    const count = doc.childCount;
+    const whole = this.#source.completed(doc);
+    if (whole !== doc) this.#show({ from: count, to: count, nodes: whole.children.slice(count) });
   }
 
   /** Brings the text in step. Should that ever fail, the note is written anew: its words go before its bytes. */

@@ -3,7 +3,14 @@ import { history, redo, undo } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { liftListItem, sinkListItem, splitListItem, wrapInList } from 'prosemirror-schema-list';
 import { EditorState, TextSelection, type Command, type Transaction } from 'prosemirror-state';
-import { addColumnAfter, addRowAfter, addRowBefore, deleteColumn, deleteRow, toggleHeaderRow } from 'prosemirror-tables';
+import {
+  addColumnAfter,
+  addRowAfter,
+  addRowBefore,
+  deleteColumn,
+  deleteRow,
+  toggleHeaderRow,
+} from 'prosemirror-tables';
 import { schema } from '../src/schema';
 import type { Sample } from './corpus';
 import { SourceDocument } from '../src/source/SourceDocument';
@@ -49,7 +56,9 @@ export class Session {
 
   select(from: number, to = from): void {
     const { doc } = this.state;
-    this.state = this.state.apply(this.state.tr.setSelection(TextSelection.between(doc.resolve(from), doc.resolve(to))));
+    this.state = this.state.apply(
+      this.state.tr.setSelection(TextSelection.between(doc.resolve(from), doc.resolve(to))),
+    );
   }
 
   undoAll(): void {
@@ -80,7 +89,8 @@ export function disagreement(source: SourceDocument): string | null {
   return null;
 }
 
-const clip = (node: Node | undefined) => (node ? `${node.type.name} ${JSON.stringify(node.toJSON()).slice(0, 400)}` : 'nothing');
+const clip = (node: Node | undefined) =>
+  node ? `${node.type.name} ${JSON.stringify(node.toJSON()).slice(0, 400)}` : 'nothing';
 
 interface TextBlock {
   node: Node;
@@ -109,7 +119,47 @@ function at(session: Session, random: Random, command: Command, only = isParagra
 }
 
 const words = [' word', 'x', ' ', 'Å', '. ', '漢字', '👩‍👧'];
-const active = ['_', '*', '**', '# ', '#', '[a]', '[[b]]', '1. ', '- ', '+ ', '<b>', '<', '|', '$5', '$x$', '`', '``', '==', '=', '~~', '> ', '\\', '&amp;', '![', ']', '(', ')', 'A. ', 'www.x.se', 'http://y.se ', '---', '```', '    ', '\t', '!', '[^1]', ':', '%%', '^'];
+const active = [
+  '_',
+  '*',
+  '**',
+  '# ',
+  '#',
+  '[a]',
+  '[[b]]',
+  '1. ',
+  '- ',
+  '+ ',
+  '<b>',
+  '<',
+  '|',
+  '$5',
+  '$x$',
+  '`',
+  '``',
+  '==',
+  '=',
+  '~~',
+  '> ',
+  '\\',
+  '&amp;',
+  '![',
+  ']',
+  '(',
+  ')',
+  'A. ',
+  'www.x.se',
+  'http://y.se ',
+  '---',
+  '```',
+  '    ',
+  '\t',
+  '!',
+  '[^1]',
+  ':',
+  '%%',
+  '^',
+];
 
 function typeText(session: Session, random: Random, text: string): boolean {
   const blocks = textBlocks(session.state.doc);
@@ -164,12 +214,17 @@ function insertNode(session: Session, random: Random): boolean {
     () => nodes.hard_break.create(),
     () => nodes.html_inline.create({ value: '<br>' }),
   ])();
-  return at(session, random, (state, dispatch) => {
-    const { $from } = state.selection;
-    if (!$from.parent.canReplaceWith($from.index(), $from.index(), node.type)) return false;
-    dispatch?.(state.tr.replaceSelectionWith(node));
-    return true;
-  }, (block) => !block.type.spec.code);
+  return at(
+    session,
+    random,
+    (state, dispatch) => {
+      const { $from } = state.selection;
+      if (!$from.parent.canReplaceWith($from.index(), $from.index(), node.type)) return false;
+      dispatch?.(state.tr.replaceSelectionWith(node));
+      return true;
+    },
+    (block) => !block.type.spec.code,
+  );
 }
 
 const delimited = [marks.strong, marks.em, marks.strike, marks.highlight, marks.code];
@@ -191,13 +246,16 @@ export const edits: Record<string, (session: Session, random: Random) => boolean
   mark: (session, random) =>
     selectPart(session, random, (node) => !node.type.spec.code) && session.run(toggleMark(random.pick(delimited))),
   link: (session, random) =>
-    selectPart(session, random, (node) => !node.type.spec.code) && session.run(toggleMark(marks.link, { href: 'http://z.se' })),
+    selectPart(session, random, (node) => !node.type.spec.code) &&
+    session.run(toggleMark(marks.link, { href: 'http://z.se' })),
   heading: (session, random) => at(session, random, setBlockType(nodes.heading, { level: 1 + random.below(6) })),
-  paragraph: (session, random) => at(session, random, setBlockType(nodes.paragraph), (node) => node.type === nodes.heading),
+  paragraph: (session, random) =>
+    at(session, random, setBlockType(nodes.paragraph), (node) => node.type === nodes.heading),
   code: (session, random) => at(session, random, setBlockType(nodes.code_block, { lang: random.pick([null, 'js']) })),
   quote: (session, random) => at(session, random, wrapIn(nodes.blockquote)),
   bulletList: (session, random) => at(session, random, wrapInList(nodes.list, { kind: 'bullet' })),
-  orderedList: (session, random) => at(session, random, wrapInList(nodes.list, { kind: 'ordered', start: 1 + random.below(3) })),
+  orderedList: (session, random) =>
+    at(session, random, wrapInList(nodes.list, { kind: 'ordered', start: 1 + random.below(3) })),
   splitItem: (session, random) => at(session, random, splitListItem(item)),
   sinkItem: (session, random) => at(session, random, sinkListItem(item)),
   liftItem: (session, random) => at(session, random, liftListItem(item)),
@@ -226,10 +284,15 @@ export const edits: Record<string, (session: Session, random: Random) => boolean
     return true;
   },
   cell: (session, random) => {
-    const blocks = textBlocks(session.state.doc, (node) => node.type === nodes.table_cell || node.type === nodes.table_header);
+    const blocks = textBlocks(
+      session.state.doc,
+      (node) => node.type === nodes.table_cell || node.type === nodes.table_header,
+    );
     if (blocks.length === 0) return false;
     const { start, end } = random.pick(blocks);
-    session.dispatch(session.state.tr.insertText(random.pick([...words, ...active]), start + random.below(end - start + 1)));
+    session.dispatch(
+      session.state.tr.insertText(random.pick([...words, ...active]), start + random.below(end - start + 1)),
+    );
     return true;
   },
 };
@@ -240,14 +303,18 @@ const letters: Command = (state, dispatch) => {
   const { $from } = state.selection;
   if ($from.depth !== 1) return false;
   const make = (paragraph: Node) => nodes.letter_item.create(null, paragraph);
-  const list = nodes.letter_list.create({ start: 1 }, [make($from.parent), make(nodes.paragraph.create(null, schema.text('two')))]);
+  const list = nodes.letter_list.create({ start: 1 }, [
+    make($from.parent),
+    make(nodes.paragraph.create(null, schema.text('two'))),
+  ]);
   dispatch?.(state.tr.replaceWith($from.before(1), $from.after(1), list));
   return true;
 };
 
 const newTable: Command = (state, dispatch) => {
   const { $from } = state.selection;
-  const row = (type: Node['type']) => nodes.table_row.create(null, [type.create(), type.create(null, schema.text('b'))]);
+  const row = (type: Node['type']) =>
+    nodes.table_row.create(null, [type.create(), type.create(null, schema.text('b'))]);
   const table = nodes.table.create(null, [row(nodes.table_header), row(nodes.table_cell), row(nodes.table_cell)]);
   dispatch?.(state.tr.insert($from.after(1), table));
   return true;

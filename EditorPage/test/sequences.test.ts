@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import fc from 'fast-check';
-import { allSamples, type Sample } from './corpus';
+import { allSamples } from './corpus';
 import { runSequence } from './editing';
 import { Random } from './random';
 
@@ -12,37 +12,71 @@ const firstSeed = Number(process.env.FIRST_SEED ?? 1);
 /** Samples that are quick enough to be read back after every edit. */
 const samples = allSamples().filter(({ text }) => text.length < 4000);
 
-/** Seeds that have failed once, with the sample they failed on. */
-const golden: Array<[seed: number, sample: string]> = [];
-
-function sampleNamed(name: string): Sample {
-  const found = samples.find((sample) => sample.name === name);
-  assert.ok(found, `no sample ${name}`);
-  return found;
-}
-
 test('after every random edit the text says what the document says, and undo brings the bytes back', (context) => {
   const failures: string[] = [];
   for (let seed = firstSeed; seed < firstSeed + sequences; seed += 1) {
     const random = new Random(seed);
     const sample = random.pick(samples);
     const failure = runSequence(sample, random, 1 + random.below(20));
-    if (failure) failures.push(`[${seed}, '${sample.name}'] ${failure.edits.join(' ')}: ${failure.what} IN ${failure.text.slice(0, 500)}`);
+    if (failure)
+      failures.push(
+        `[${seed}, '${sample.name}'] ${failure.edits.join(' ')}: ${failure.what} IN ${failure.text.slice(0, 500)}`,
+      );
   }
   context.diagnostic(`${sequences} sequences from seed ${firstSeed}, ${failures.length} failed`);
   assert.deepEqual(failures, []);
 });
 
-test('sequences that failed once', () => {
-  for (const [seed, name] of golden) {
-    const random = new Random(seed);
-    assert.equal(runSequence(sampleNamed(name), random, 20), null, `seed ${seed} on ${name}`);
-  }
-});
-
-const inline = fc.constantFrom('a', ' b', '*', '**', '_', '`', '~~', '==', '[', ']', '(x)', '[[N]]', '![', '<b>', '\\', '&amp;', '$', 'å', '!', '.', 'http://x.se', '[^1]', '|', '\n');
+const inline = fc.constantFrom(
+  'a',
+  ' b',
+  '*',
+  '**',
+  '_',
+  '`',
+  '~~',
+  '==',
+  '[',
+  ']',
+  '(x)',
+  '[[N]]',
+  '![',
+  '<b>',
+  '\\',
+  '&amp;',
+  '$',
+  'å',
+  '!',
+  '.',
+  'http://x.se',
+  '[^1]',
+  '|',
+  '\n',
+);
 const line = fc.array(inline, { maxLength: 8 }).map((parts) => parts.join(''));
-const start = fc.constantFrom('', '', '', '- ', '* ', '1. ', '> ', '# ', '    ', '  ', '```\n', '| ', '- [ ] ', 'A. ', '---\n', '<div>\n', '[x]: /y\n', '[^1]: ', '$$\n', '\t', '+++\n');
+const start = fc.constantFrom(
+  '',
+  '',
+  '',
+  '- ',
+  '* ',
+  '1. ',
+  '> ',
+  '# ',
+  '    ',
+  '  ',
+  '```\n',
+  '| ',
+  '- [ ] ',
+  'A. ',
+  '---\n',
+  '<div>\n',
+  '[x]: /y\n',
+  '[^1]: ',
+  '$$\n',
+  '\t',
+  '+++\n',
+);
 const note = fc.array(fc.tuple(start, line, fc.constantFrom('\n', '\n\n', '\r\n', '\n\n\n')), { maxLength: 8 });
 
 test('random texts are kept, edited and restored', () => {

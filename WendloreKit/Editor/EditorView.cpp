@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QMessageBox>
 #include <QVBoxLayout>
+#include <QWebEnginePage>
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
@@ -36,7 +37,7 @@ EditorView::EditorView(AppState& appState, QWidget* parent)
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
     showWebView();
-    m_session.setDark(isDark(palette()));
+    takeColors();
     connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);
     connect(&m_session, &EditorSession::focusTaken, this, [this] { setFocus(); });
     connect(&appState.editorController(), &WebEditorController::becameReady, this,
@@ -50,9 +51,18 @@ void EditorView::showWebView()
     auto* engine = dynamic_cast<WebEngineEditorView*>(&m_appState.editorController().webView());
     if (!engine || !engine->widget())
         return;
-    engine->widget()->setAccessibleName(u"Anteckning"_s);
-    layout()->addWidget(engine->widget());
-    setFocusProxy(engine->widget());
+    m_webView = engine->widget();
+    m_webView->setAccessibleName(u"Anteckning"_s);
+    layout()->addWidget(m_webView);
+    setFocusProxy(m_webView);
+}
+
+void EditorView::takeColors()
+{
+    m_session.setDark(isDark(palette()));
+    // A transparent ground would do, but stays blank where the window is composed by OpenGL in software.
+    if (m_webView)
+        m_webView->page()->setBackgroundColor(palette().color(QPalette::Base));
 }
 
 /// A page that came back after a crash has lost the caret, but not the user's attention.
@@ -72,7 +82,7 @@ bool EditorView::event(QEvent* event)
         m_session.setScenePhase(ScenePhase::Inactive);
         break;
     case QEvent::PaletteChange:
-        m_session.setDark(isDark(palette()));
+        takeColors();
         break;
     default:
         break;

@@ -2,9 +2,11 @@
 
 #include "Editor/EditorSession.h"
 
+#include <QPointer>
 #include <QWidget>
 
 class QMessageBox;
+class QWebEngineView;
 
 namespace wendlore {
 
@@ -24,11 +26,14 @@ protected:
 
 private:
     void showWebView();
+    /// Gives the page the window's colours, and the web view the ground to show until the page has painted.
+    void takeColors();
     void showConflictNotice();
     void giveFocusBack();
 
     AppState& m_appState;
     EditorSession m_session;
+    QPointer<QWebEngineView> m_webView;
     QMessageBox* m_notice = nullptr;
 };
 

@@ -84,7 +84,6 @@ WebEngineEditorView::WebEngineEditorView()
     m_view = new QWebEngineView;
     m_view->setPage(m_page);
     m_page->setParent(m_view);
-    m_page->setBackgroundColor(Qt::transparent);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_view, &QWidget::customContextMenuRequested, this, &WebEngineEditorView::showContextMenu);
 

@@ -1,10 +1,13 @@
 #include "Platform/FilePanels.h"
 
+#include "Platform/VaultLocationAccessory.h"
+
 #include "Vault/DiskEntry.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QFileDialog>
+#include <QGridLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -20,6 +23,18 @@ void setTexts(QFileDialog& dialog, const QString& prompt, const QString& message
     dialog.setLabelText(QFileDialog::LookIn, u"Sök i:"_s);
     dialog.setLabelText(QFileDialog::FileName, u"Namn:"_s);
     dialog.setLabelText(QFileDialog::FileType, u"Filtyp:"_s);
+}
+
+/// Adds the menu of cloud folders, where there are any; only Qt's own form of the dialog has room for it.
+void addCloudLocations(QFileDialog& dialog)
+{
+    std::vector<CloudLocation> locations = CloudLocations::available();
+    if (locations.empty())
+        return;
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
+        grid->addWidget(new VaultLocationAccessory(std::move(locations), &dialog), grid->rowCount(), 0, 1,
+                        -1);
 }
 
 /// Shows the dialog until the user has chosen; nothing when there is nothing of that kind at the chosen
@@ -40,6 +55,7 @@ std::optional<FileURL> FilePanels::chooseFolder(const QString& prompt, const QSt
     QFileDialog dialog(QApplication::activeWindow());
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
+    addCloudLocations(dialog);
     setTexts(dialog, prompt, message);
     return choose(dialog, DiskEntry::Folder);
 }

@@ -26,6 +26,11 @@ FileURL StandardPaths::configDirectory()
     return ownDirectory("XDG_CONFIG_HOME", u".config"_s);
 }
 
+FileURL StandardPaths::dataDirectory()
+{
+    return ownDirectory("XDG_DATA_HOME", u".local/share"_s);
+}
+
 FileURL StandardPaths::stateDirectory()
 {
     return ownDirectory("XDG_STATE_HOME", u".local/state"_s);

@@ -9,6 +9,8 @@ namespace StandardPaths {
 
 /// Settings.
 [[nodiscard]] FileURL configDirectory();
+/// What belongs to the user but is no document: the list of buckets that devices share.
+[[nodiscard]] FileURL dataDirectory();
 /// What must not be lost but is no document: recovered texts, backups of writes that are under way.
 [[nodiscard]] FileURL stateDirectory();
 /// What can be made again.

@@ -1,8 +1,11 @@
 #include "State/AppState.h"
 
+#include "State/CloudKeyValueStore.h"
 #include "State/FolderBookmarks.h"
 #include "State/Panels.h"
 #include "State/UserDefaults.h"
+
+#include <QUuid>
 
 #include <algorithm>
 
@@ -16,6 +19,7 @@ const QString bookmarksKey = u"vaultBookmarks"_s;
 /// Where an older version kept its only bucket.
 const QString legacyBookmarkKey = u"vaultBookmark"_s;
 const QString currentKey = u"currentVaultPath"_s;
+const QString kvsVaultsKey = u"wendlore_synced_vaults"_s;
 
 auto isAt(const FileURL& folder)
 {
@@ -59,6 +63,7 @@ void AppState::addVault(const FileURL& folder)
 {
     Operation operation(*this);
     appendBookmark(folder);
+    addToKV(folder);
     switchVault(folder);
 }
 
@@ -72,6 +77,12 @@ void AppState::removeBucket(const FileURL& bucket)
 {
     Operation operation(*this);
     const FileURL removed = bucket; // may be an element of the list that is about to change
+    std::vector<SyncedVaultEntry> entries = loadKVVaults();
+    std::erase_if(entries,
+                  [name = removed.lastPathComponent()](const auto& entry) { return entry.name == name; });
+    saveKVVaults(entries);
+    refreshPendingVaults();
+
     std::vector<FileURL> remaining = m_vaults;
     std::erase_if(remaining, isAt(removed));
     store(m_vaults, std::move(remaining), &AppState::vaultsChanged);
@@ -125,6 +136,46 @@ void AppState::rewriteBookmarks()
             bookmarks.append(*bookmark);
     }
     m_services.defaults.setDataList(bookmarksKey, bookmarks);
+}
+
+void AppState::setupKVSync()
+{
+    connect(&m_services.cloud, &CloudKeyValueStore::changedExternally, this, &AppState::refreshPendingVaults);
+    m_services.cloud.synchronize();
+    refreshPendingVaults();
+}
+
+std::vector<SyncedVaultEntry> AppState::loadKVVaults() const
+{
+    const auto json = m_services.cloud.data(kvsVaultsKey);
+    return json ? syncedVaultEntriesFromJson(*json).value_or(std::vector<SyncedVaultEntry>())
+                : std::vector<SyncedVaultEntry>();
+}
+
+void AppState::saveKVVaults(const std::vector<SyncedVaultEntry>& entries)
+{
+    m_services.cloud.setData(kvsVaultsKey, toJson(entries));
+    m_services.cloud.synchronize();
+}
+
+void AppState::addToKV(const FileURL& folder)
+{
+    const QString name = folder.lastPathComponent();
+    std::vector<SyncedVaultEntry> entries = loadKVVaults();
+    if (std::ranges::find(entries, name, &SyncedVaultEntry::name) == entries.end()) {
+        entries.push_back({QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(), name});
+        saveKVVaults(entries);
+    }
+    refreshPendingVaults(); // an entry that was there already may just have been linked
+}
+
+void AppState::refreshPendingVaults()
+{
+    std::vector<SyncedVaultEntry> pending = loadKVVaults();
+    std::erase_if(pending, [this](const SyncedVaultEntry& entry) {
+        return std::ranges::find(m_vaults, entry.name, &FileURL::lastPathComponent) != m_vaults.end();
+    });
+    store(m_pendingVaults, std::move(pending), &AppState::pendingVaultsChanged);
 }
 
 } // namespace wendlore

@@ -37,6 +37,7 @@ AppState::AppState(const Services& services, QObject* parent)
     restoreTypography();
     restoreZoom();
     restoreVaults();
+    setupKVSync();
     m_editorController->setVaultProvider(
         [state = QPointer(this)] { return state ? state->m_vaultURL : std::nullopt; });
 }

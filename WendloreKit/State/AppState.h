@@ -16,6 +16,7 @@
 #include "State/AppTheme.h"
 #include "State/NavigationHistory.h"
 #include "State/Services.h"
+#include "State/SyncedVaultEntry.h"
 #include "State/VaultUIState.h"
 #include "Typography/TypographyTheme.h"
 #include "Vault/FileNode.h"
@@ -59,6 +60,8 @@ public:
     [[nodiscard]] const QString& searchQuery() const { return m_searchQuery; }
     [[nodiscard]] const std::vector<SearchHit>& searchResults() const { return m_searchResults; }
     [[nodiscard]] const std::optional<FileURL>& pendingFocusFile() const { return m_pendingFocusFile; }
+    /// Buckets of the user's other devices that are not linked on this one.
+    [[nodiscard]] const std::vector<SyncedVaultEntry>& pendingVaults() const { return m_pendingVaults; }
     [[nodiscard]] const TypographyTheme& typographyTheme() const { return m_typographyTheme; }
     [[nodiscard]] double editorZoom() const { return m_editorZoom; }
     [[nodiscard]] AppTheme theme() const { return m_theme; }
@@ -96,8 +99,10 @@ public:
     /// Registers a folder and opens it.
     void addVault(const FileURL& folder);
     void switchVault(const FileURL& bucket);
-    /// Forgets a bucket; its files are untouched.
+    /// Forgets a bucket, and on the other devices no longer offers it; its files are untouched.
     void removeBucket(const FileURL& bucket);
+    /// Makes `pendingVaults` what the cloud says now.
+    void refreshPendingVaults();
 
     // History.
     void goBack();
@@ -157,6 +162,7 @@ Q_SIGNALS:
     void searchQueryChanged();
     void searchResultsChanged();
     void pendingFocusFileChanged();
+    void pendingVaultsChanged();
     void typographyThemeChanged();
     void editorZoomChanged();
     void themeChanged();
@@ -196,6 +202,10 @@ private:
     void openNoteName(const QString& name, bool allowCreate);
     void appendBookmark(const FileURL& folder);
     void rewriteBookmarks();
+    void setupKVSync();
+    [[nodiscard]] std::vector<SyncedVaultEntry> loadKVVaults() const;
+    void saveKVVaults(const std::vector<SyncedVaultEntry>& entries);
+    void addToKV(const FileURL& folder);
     /// Stores `value` and emits `changed`, when it differs from what is there.
     template <typename Value>
     void store(Value& field, std::type_identity_t<Value> value, Signal changed);
@@ -210,6 +220,7 @@ private:
     QString m_searchQuery;
     std::vector<SearchHit> m_searchResults;
     std::optional<FileURL> m_pendingFocusFile;
+    std::vector<SyncedVaultEntry> m_pendingVaults;
     std::optional<FileURL> m_selectedFolder;
     TypographyTheme m_typographyTheme = TypographyTheme::standard();
     double m_editorZoom = 1.0;

@@ -7,6 +7,7 @@
 
 namespace wendlore {
 
+class CloudKeyValueStore;
 class FileCoordinator;
 class FolderBookmarks;
 class Panels;
@@ -20,6 +21,7 @@ class Workspace;
 struct Services final
 {
     UserDefaults& defaults;
+    CloudKeyValueStore& cloud;
     FolderBookmarks& bookmarks;
     FileCoordinator& coordinator;
     Workspace& workspace;

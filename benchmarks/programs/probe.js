@@ -6,6 +6,7 @@
 
 {
   const framesToSettle = 20;
+  const framesToRest = 60;
   const answer = (value) => console.log(`bench:${JSON.stringify(value)}`);
 
   let text = '';
@@ -73,10 +74,10 @@
     answer({ painted: performance.now() - start });
   }
 
-  /** A short note, so that what is measured next is not the page's first. */
+  /** A short note, and a moment of rest: what is measured next is not the page's first. */
   async function warmUp() {
     window.VaultEditor.setContent('# Varm\n\nEn *kort* text.\n\n- ett\n- två\n');
-    await frames(framesToSettle);
+    await frames(framesToRest);
     answer({ warm: true });
   }
 

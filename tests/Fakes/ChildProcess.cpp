@@ -7,10 +7,34 @@
 #include <grp.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace wendlore {
+
+namespace {
+
+bool writeText(const char* path, const QByteArray& text)
+{
+    const int file = ::open(path, O_WRONLY | O_CLOEXEC);
+    const bool isWritten = ::write(file, text.constData(), size_t(text.size())) == text.size();
+    return ::close(file) == 0 && isWritten;
+}
+
+/// Gives this process mounts of its own; an ordinary user stays the same one in there.
+bool enterOwnMounts()
+{
+    if (isSuperuser())
+        return ::unshare(CLONE_NEWNS) == 0;
+    const QByteArray user = QByteArray::number(::geteuid());
+    const QByteArray group = QByteArray::number(::getegid());
+    return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && writeText("/proc/self/setgroups", "deny") &&
+           writeText("/proc/self/uid_map", user + ' ' + user + " 1") &&
+           writeText("/proc/self/gid_map", group + ' ' + group + " 1");
+}
+
+} // namespace
 
 ChildProcess::ChildProcess(const std::function<QByteArray()>& work)
 {
@@ -80,10 +104,19 @@ void becomeOrdinaryUser()
 
 bool mountSmallFileSystem(const QByteArray& path, qint64 bytes)
 {
-    const int spaces = isSuperuser() ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
     const QByteArray options = "size=" + QByteArray::number(bytes);
-    return ::unshare(spaces) == 0 && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+    return enterOwnMounts() && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
            ::mount("tmpfs", path.constData(), "tmpfs", 0, options.constData()) == 0;
+}
+
+void limitRoom(const QByteArray& path, qint64 bytes)
+{
+    if (mountSmallFileSystem(path, bytes))
+        return;
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit = {rlim_t(bytes), rlim_t(bytes)};
+    if (::setrlimit(RLIMIT_FSIZE, &limit) == -1)
+        qFatal("cannot limit the size of files");
 }
 
 } // namespace wendlore

@@ -49,4 +49,8 @@ constexpr unsigned ordinaryUser = 65534;
 /// the system does not allow it.
 [[nodiscard]] bool mountSmallFileSystem(const QByteArray& path, qint64 bytes);
 
+/// Leaves this process, a child, `bytes` bytes of room at the folder `path`: by a small file system of its
+/// own, or where that is not allowed by a limit on the size of every file.
+void limitRoom(const QByteArray& path, qint64 bytes);
+
 } // namespace wendlore

@@ -3,6 +3,7 @@
 #include "Fakes/FakeDesktop.h"
 #include "Fakes/FakeEditorWebView.h"
 #include "Fakes/ManualScheduler.h"
+#include "Fakes/MemoryCloud.h"
 #include "Fakes/MemoryDefaults.h"
 #include "State/Services.h"
 #include "Vault/RecoveredTexts.h"
@@ -17,15 +18,17 @@ class FakeServices final
 public:
     [[nodiscard]] Services services()
     {
-        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, trash, [this] {
-                    auto view = std::make_unique<FakeEditorWebView>();
-                    page = view.get();
-                    return view;
-                }};
+        return {
+            defaults, cloud, bookmarks, coordinator, workspace, panels, scheduler, recovered, trash, [this] {
+                auto view = std::make_unique<FakeEditorWebView>();
+                page = view.get();
+                return view;
+            }};
     }
 
     QTemporaryDir stateDirectory;
     MemoryDefaults defaults;
+    MemoryCloud cloud;
     FakeBookmarks bookmarks;
     FakeFileCoordinator coordinator;
     FakeWorkspace workspace;

@@ -1,7 +1,8 @@
 #include "Platform/DesktopWorkspace.h"
 
+#include "Support/PrivateBus.h"
+
 #include <QDesktopServices>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSysInfo>
 #include <QTest>
@@ -41,40 +42,6 @@ class HostnameService final : public QObject
 public:
     QString prettyName;
 };
-
-namespace {
-
-/// A message bus of its own.
-class PrivateBus final
-{
-public:
-    PrivateBus()
-    {
-        m_daemon.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
-        if (m_daemon.waitForStarted() && m_daemon.waitForReadyRead())
-            m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
-    }
-    ~PrivateBus()
-    {
-        for (const QString& name : m_connections)
-            QDBusConnection::disconnectFromBus(name);
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-
-    [[nodiscard]] QDBusConnection connection(const QString& name)
-    {
-        m_connections.append(name);
-        return QDBusConnection::connectToBus(m_address, name);
-    }
-
-private:
-    QProcess m_daemon;
-    QString m_address;
-    QStringList m_connections;
-};
-
-} // namespace
 
 class DesktopWorkspaceTests final : public QObject
 {

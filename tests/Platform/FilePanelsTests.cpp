@@ -1,6 +1,7 @@
 #include "Platform/FilePanels.h"
 
 #include "Fakes/Bucket.h"
+#include "Platform/VaultLocationAccessory.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -32,6 +33,8 @@ class FilePanelsTests final : public QObject
 
 private Q_SLOTS:
     void folderPanelSaysWhatIsAsked();
+    void cloudFoldersAreOfferedWhereThereAreAny_data();
+    void cloudFoldersAreOfferedWhereThereAreAny();
     void chosenFolderIsGiven();
     void cancelledPanelGivesNothing();
     void filePanelOffersFilesOfItsKind();
@@ -54,6 +57,36 @@ void FilePanelsTests::folderPanelSaysWhatIsAsked()
 
     QCOMPARE(texts, (QStringList{u"Välj en mapp."_s, u"Välj bucket"_s, u"Avbryt"_s}));
     QVERIFY(isForFolders);
+}
+
+void FilePanelsTests::cloudFoldersAreOfferedWhereThereAreAny_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<bool>("isOffered");
+
+    QTest::newRow("a cloud folder") << u"Dropbox/"_s << true;
+    QTest::newRow("another folder") << u"Anteckningar/"_s << false;
+}
+
+void FilePanelsTests::cloudFoldersAreOfferedWhereThereAreAny()
+{
+    QFETCH(const QString, folder);
+    QFETCH(const bool, isOffered);
+    const Bucket home;
+    home.write(folder, "");
+    const QByteArray realHome = qgetenv("HOME");
+    qputenv("HOME", home.root().bytes());
+    bool isShown = false;
+    inNextDialog([&](QFileDialog& dialog) {
+        const auto* accessory = dialog.findChild<VaultLocationAccessory*>();
+        isShown = accessory && accessory->isVisible();
+        dialog.reject();
+    });
+
+    QVERIFY(!FilePanels().chooseFolder(u"Välj bucket"_s, u"Välj en mapp."_s));
+
+    qputenv("HOME", realHome);
+    QCOMPARE(isShown, isOffered);
 }
 
 void FilePanelsTests::chosenFolderIsGiven()

@@ -154,6 +154,8 @@ void FreedesktopTrashTests::anotherDiskHasATrashOfItsOwn()
                m_bucket->read(own + u"info/A b.md.trashinfo"_s);
     });
 
+    if (child.said == "no disk")
+        QSKIP("this system allows the tests no disk of their own");
     QCOMPARE(child.said, "text\n[Trash Info]\nPath=mapp/A%20b.md\nDeletionDate=2025-03-14T09:32:05\n");
 }
 
@@ -172,6 +174,8 @@ void FreedesktopTrashTests::aDiskThatCannotHaveATrashUsesTheUsersOwn()
         return m_bucket->read(u"data/Trash/files/A.md"_s) + (isGone ? " gone" : " there");
     });
 
+    if (child.said == "no disk")
+        QSKIP("this system allows the tests no disk of their own");
     QCOMPARE(child.said, "text gone");
 }
 

@@ -2,6 +2,7 @@
 
 #include "Editor/WebEngineEditorView.h"
 #include "Fakes/FakeDesktop.h"
+#include "Fakes/MemoryCloud.h"
 #include "Platform/CoordinatedReader.h"
 #include "Platform/PathBookmarks.h"
 #include "Platform/QtScheduler.h"
@@ -20,15 +21,17 @@ class RealDesktop final
 public:
     [[nodiscard]] Services services()
     {
-        return {defaults, bookmarks, coordinator, workspace, panels, scheduler, recovered, trash, [this] {
-                    auto view = std::make_unique<WebEngineEditorView>();
-                    engine = view.get();
-                    return view;
-                }};
+        return {
+            defaults, cloud, bookmarks, coordinator, workspace, panels, scheduler, recovered, trash, [this] {
+                auto view = std::make_unique<WebEngineEditorView>();
+                engine = view.get();
+                return view;
+            }};
     }
 
     QTemporaryDir folder;
     SettingsFile defaults{FileURL::file(folder.filePath(QStringLiteral("settings.json")))};
+    MemoryCloud cloud;
     PathBookmarks bookmarks;
     CoordinatedReader coordinator;
     FakeWorkspace workspace;

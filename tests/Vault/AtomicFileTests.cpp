@@ -6,11 +6,8 @@
 
 #include <QTest>
 
-#include <csignal>
-
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,17 +19,6 @@ namespace {
 QString nameOfBytes(int bytes)
 {
     return QString(bytes - 3, u'n') + u".md"_s;
-}
-
-/// Where a test's file system has `bytes` bytes of room: a small one of its own, or a limit on file sizes.
-void limitRoom(const FileURL& folder, qint64 bytes)
-{
-    if (mountSmallFileSystem(folder.bytes(), bytes))
-        return;
-    ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit = {rlim_t(bytes), rlim_t(bytes)};
-    if (::setrlimit(RLIMIT_FSIZE, &limit) == -1)
-        qFatal("cannot limit the size of files");
 }
 
 } // namespace
@@ -232,7 +218,7 @@ void AtomicFileTests::aFullDiskKeepsTheOldBytes()
     const QByteArray old(300'000, 'g');
 
     const ChildResult child = ChildProcess::run([&] {
-        limitRoom(bucket.root(), 512 * 1024);
+        limitRoom(bucket.root().bytes(), 512 * 1024);
         bucket.write(u"A.md"_s, old);
         const WriteResult result = AtomicFile::write(bucket.file(u"A.md"_s), QByteArray(600'000, 'n'));
         const bool isKept = bucket.read(u"A.md"_s) == old && bucket.names() == QStringList(u"A.md"_s);
@@ -250,7 +236,7 @@ void AtomicFileTests::aFullDiskKeepsTheOldBytesOfAHardLinkedFile()
     const QByteArray old(300'000, 'g');
 
     const ChildResult child = ChildProcess::run([&] {
-        limitRoom(bucket.root(), 512 * 1024);
+        limitRoom(bucket.root().bytes(), 512 * 1024);
         bucket.write(u"A.md"_s, old);
         if (::link(bucket.file(u"A.md"_s).bytes().constData(), bucket.file(u"B.md"_s).bytes().constData()) !=
             0)
@@ -268,7 +254,7 @@ void AtomicFileTests::aFullDiskMakesNoHalfFile()
     const Bucket bucket;
 
     const ChildResult child = ChildProcess::run([&] {
-        limitRoom(bucket.root(), 512 * 1024);
+        limitRoom(bucket.root().bytes(), 512 * 1024);
         const QByteArray large(600'000, 'n');
         const bool isSaved = AtomicFile::write(bucket.file(u"A.md"_s), large).succeeded() ||
                              AtomicFile::create(bucket.file(u"B.md"_s), large).succeeded();

@@ -62,6 +62,11 @@ private:
     [[nodiscard]] FileURL note() const { return m_bucket->file(u"mapp/A.md"_s); }
     /// Saves as an ordinary user in a child and tells the outcome and what the note holds then.
     [[nodiscard]] QByteArray saveAsOrdinaryUser(const QByteArray& bytes) const;
+    /// How a write ended, and what the note holds.
+    [[nodiscard]] QByteArray outcome(const WriteResult& result) const
+    {
+        return nameOf(result.outcome) + (": " + m_bucket->read(u"mapp/A.md"_s));
+    }
     void linkNote() const;
 
     std::unique_ptr<Bucket> m_bucket;
@@ -82,8 +87,7 @@ QByteArray FileWriteInPlaceTests::saveAsOrdinaryUser(const QByteArray& bytes) co
 {
     return ChildProcess::run([&] {
                becomeOrdinaryUser();
-               const WriteResult result = AtomicFile::write(note(), bytes);
-               return nameOf(result.outcome) + (": " + m_bucket->read(u"mapp/A.md"_s));
+               return outcome(AtomicFile::write(note(), bytes));
            })
         .said;
 }
@@ -137,10 +141,8 @@ void FileWriteInPlaceTests::someoneElsesFileKeepsItsOwner()
     FaultyCalls calls;
     calls.interfere = [](int, const QByteArray& call) { return call == "fchmod" ? EPERM : 0; };
 
-    const QByteArray said = isSuperuser()
-                                ? saveAsOrdinaryUser("ny text")
-                                : nameOf(FileWrite(calls, m_backups, note(), "ny text").write().outcome) +
-                                      (": " + m_bucket->read(u"mapp/A.md"_s));
+    const QByteArray said = isSuperuser() ? saveAsOrdinaryUser("ny text")
+                                          : outcome(FileWrite(calls, m_backups, note(), "ny text").write());
 
     QCOMPARE(said, "InPlace: ny text");
     QCOMPARE(statusOf(note()).st_uid, ::geteuid());

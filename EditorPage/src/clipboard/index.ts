@@ -1,5 +1,6 @@
 /** Copy and paste: Markdown as text, and HTML through an inert, allow-listed reading. */
 import { Fragment, Slice, type Node } from 'prosemirror-model';
+import { AllSelection, Selection } from 'prosemirror-state';
 import { isInTable } from 'prosemirror-tables';
 import type { EditorProps, EditorView } from 'prosemirror-view';
 import { markdownOf, writeBlock } from '../markdown/write';
@@ -50,8 +51,10 @@ function inOneLine(block: Node): Fragment {
   return Fragment.from(children);
 }
 
-function holdsAll({ state }: EditorView): boolean {
-  return state.selection.from === 0 && state.selection.to === state.doc.content.size;
+/** Whether the whole note is selected. The words of its only block, however they were selected, are just words. */
+function holdsAll({ state: { doc, selection } }: EditorView): boolean {
+  if (doc.childCount === 1) return selection instanceof AllSelection;
+  return selection.from <= Selection.atStart(doc).from && selection.to >= Selection.atEnd(doc).to;
 }
 
 /** Selected content as Markdown; a piece of one line as that line without what it stands in. */

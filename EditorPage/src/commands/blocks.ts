@@ -69,10 +69,7 @@ export function insertBlocks(
   blocks: readonly Node[],
   toEnd: boolean,
 ): boolean {
-  const { $from, $to } = state.selection;
-  const depth = $to.sharedDepth($from.pos);
-  const at = $to.depth > depth || $to.parent.isTextblock ? outermostTextPlace(state) : null;
-  if (at === null) return false;
+  const at = placeForBlocks(state);
   const fragment = Fragment.from(blocks);
   if (!at.parent.canReplace(at.from, at.to, fragment)) return false;
   if (dispatch) {
@@ -84,16 +81,24 @@ export function insertBlocks(
   return true;
 }
 
-/** The place that new blocks take: the caret's empty paragraph, or the gap below its block. */
-function outermostTextPlace(state: EditorState): { parent: Node; from: number; to: number; start: number; end: number } | null {
+/** A run of children that new blocks take the place of, and where it begins and ends. */
+interface BlockPlace {
+  parent: Node;
+  from: number;
+  to: number;
+  start: number;
+  end: number;
+}
+
+/** The caret's empty paragraph, or the gap below its block. */
+function placeForBlocks(state: EditorState): BlockPlace {
   const { $to } = state.selection;
-  const depth = $to.depth === 0 ? 0 : $to.depth - 1;
-  const parent = $to.node(depth);
-  if ($to.depth === 0) return { parent, from: $to.index(), to: $to.index(), start: $to.pos, end: $to.pos };
-  const index = $to.index(depth);
-  const block = $to.parent;
+  if (!$to.parent.isTextblock) return { parent: $to.parent, from: $to.index(), to: $to.index(), start: $to.pos, end: $to.pos };
+  const parent = $to.node(-1);
+  const index = $to.index(-1);
   const after = $to.after();
-  if (block.type === paragraph && block.content.size === 0) return { parent, from: index, to: index + 1, start: $to.before(), end: after };
+  const isEmpty = $to.parent.type === paragraph && $to.parent.content.size === 0;
+  if (isEmpty) return { parent, from: index, to: index + 1, start: $to.before(), end: after };
   return { parent, from: index + 1, to: index + 1, start: after, end: after };
 }
 

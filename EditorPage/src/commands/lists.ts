@@ -77,7 +77,7 @@ function convert(state: EditorState, dispatch: Dispatch, found: FoundList, choic
   const kind = choice === 'ordered' ? 'ordered' : 'bullet';
   if (found.node.type === letterList) {
     const checked = choice === 'task' ? false : null;
-    const items = childrenOf(found.node).map((item) => itemType.create({ checked }, item.content));
+    const items = found.node.children.map((item) => itemType.create({ checked }, item.content));
     dispatch?.(replaceKeepingText(state, found.pos, found.pos + found.node.nodeSize, listType.create({ kind }, items)));
     return true;
   }
@@ -93,7 +93,7 @@ function convert(state: EditorState, dispatch: Dispatch, found: FoundList, choic
 }
 
 function convertToLetters(state: EditorState, dispatch: Dispatch, found: FoundList): boolean {
-  const items = childrenOf(found.node);
+  const items = found.node.children;
   if (!items.every((item) => item.childCount === 1 && item.firstChild?.type === paragraph)) return false;
   const $list = state.doc.resolve(found.pos);
   if (!$list.parent.canReplaceWith($list.index(), $list.index() + 1, letterList)) return false;
@@ -116,10 +116,6 @@ function shiftOf(state: EditorState, from: number, pos: number): number {
   const $from = state.doc.resolve(from);
   const blocksBefore = state.doc.resolve(pos).index($from.depth) - $from.index();
   return 2 + blocksBefore * 2;
-}
-
-function childrenOf(node: Node): Node[] {
-  return [...node.children];
 }
 
 function itemsToConvert(state: EditorState, found: FoundList): { node: Node; pos: number }[] {
@@ -156,32 +152,24 @@ function setTasks(tr: Transaction, items: readonly { node: Node; pos: number }[]
 export const liftFromLists: Command = (state, dispatch) => {
   const found = listAround(state.selection.$from);
   if (found === null) return false;
-  if (found.node.type === listType) return liftListItem(itemType)(state, dispatch);
-  const { $from, $to } = state.selection;
-  const range = $from.blockRange($to, (node) => isList(node) || node.firstChild?.type === letterItem) ?? $from.blockRange($to);
-  return range !== null && liftLetters(state, dispatch, range);
+  return found.node.type === letterList ? liftLetters(state, dispatch) : liftListItem(itemType)(state, dispatch);
 };
 
-function liftLetters(state: EditorState, dispatch: Dispatch, range: NodeRange): boolean {
+const liftLetters: Command = (state, dispatch) => {
   const { $from, $to } = state.selection;
-  const inner = $from.blockRange($to);
-  if (inner === null || range.parent.type !== letterList) {
-    const target = inner && liftTarget(inner);
-    if (inner === null || target === null) return false;
-    dispatch?.(state.tr.lift(inner, target).scrollIntoView());
-    return true;
-  }
+  const range = $from.blockRange($to, (node) => node.type === letterList);
+  if (range === null) return false;
   const tr = state.tr;
   for (let index = range.endIndex - 1; index >= range.startIndex; index--) {
-    const pos = tr.mapping.map(range.$from.posAtIndex(index, range.depth)) + 1;
-    const each = tr.doc.resolve(pos + 1).blockRange();
+    const paragraphStart = tr.mapping.map($from.posAtIndex(index, range.depth)) + 1;
+    const each = tr.doc.resolve(paragraphStart + 1).blockRange();
     const target = each && liftTarget(each);
     if (each && target !== null) tr.lift(each, target);
   }
   if (!tr.docChanged) return false;
   dispatch?.(tr.scrollIntoView());
   return true;
-}
+};
 
 /** Enter in an item: a new item after it, unchecked if it is a task. */
 export const splitItem: Command = (state, dispatch) => {

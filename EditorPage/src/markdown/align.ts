@@ -24,7 +24,8 @@ export function alignLines(value: string, source: string, from: number): TextRun
 
 function commonEnd(a: string, b: string): number {
   let length = 0;
-  while (length < a.length && length < b.length && same(a[a.length - 1 - length]!, b[b.length - 1 - length]!)) length += 1;
+  while (length < a.length && length < b.length && same(a[a.length - 1 - length]!, b[b.length - 1 - length]!))
+    length += 1;
   return length;
 }
 

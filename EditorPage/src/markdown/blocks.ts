@@ -128,7 +128,13 @@ export class BlockReader {
     return build(nodes.table, null, rows, this.piece(block, origin));
   }
 
-  private row(row: TableRow, origin: number, isHeader: boolean, width: number, align: readonly (CellAlign | undefined)[]) {
+  private row(
+    row: TableRow,
+    origin: number,
+    isHeader: boolean,
+    width: number,
+    align: readonly (CellAlign | undefined)[],
+  ) {
     const start = this.start(row);
     const type = isHeader ? nodes.table_header : nodes.table_cell;
     const cells: Built[] = row.children.map((cell, column): Built => {
@@ -171,9 +177,17 @@ export class BlockReader {
     const isFenced = block.type !== 'html' && !(block.type === 'code' && !/^(`{3}|~{3})/.test(source));
     const opening = isFenced ? source.indexOf('\n') + 1 : 0;
     const hasBody = !isFenced || opening > 0;
-    const runs = block.value === '' ? [{ at: 0, from: opening, length: 0 }] : hasBody ? alignLines(block.value, source.slice(opening), opening) : [];
+    const runs =
+      block.value === ''
+        ? [{ at: 0, from: opening, length: 0 }]
+        : hasBody
+          ? alignLines(block.value, source.slice(opening), opening)
+          : [];
     const segments: Segment[] = runs.map(({ at, from, length }) => ({ at, size: length, from, length }));
-    return { node: textNode(type, attrs, block.value), piece: this.piece(block, origin, { segments, inner: span(segments) }) };
+    return {
+      node: textNode(type, attrs, block.value),
+      piece: this.piece(block, origin, { segments, inner: span(segments) }),
+    };
   }
 
   /** A block that is shown as its own source. Markers of the containers around it are no part of it. */

@@ -137,7 +137,8 @@ export class InlineReader {
   }
 
   private addCode(node: PhrasingContent & { value: string }, outer: readonly Mark[]) {
-    if (node.value === '') return this.addLeaf(node, nodes.raw_inline.create({ source: this.slice(node) }, null, outer));
+    if (node.value === '')
+      return this.addLeaf(node, nodes.raw_inline.create({ source: this.slice(node) }, null, outer));
     const inner = readInlineCode(this.slice(node), node.value);
     for (const run of alignLines(node.value, inner.text, this.start(node) + inner.from)) this.addRun(run);
     return this.addText(node.value.replace(/\n/g, ' '), marks.code.create().addToSet(outer));
@@ -147,7 +148,8 @@ export class InlineReader {
     const last = this.segments.at(-1);
     const start = this.size + at;
     const source = from - this.origin;
-    const continues = last && last.size === last.length && last.at + last.size === start && last.from + last.length === source;
+    const continues =
+      last && last.size === last.length && last.at + last.size === start && last.from + last.length === source;
     if (continues) {
       last.size += length;
       last.length += length;

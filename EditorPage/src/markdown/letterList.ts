@@ -90,7 +90,10 @@ export function readLetterList(paragraph: Node, piece: Piece): Built | null {
     items.push(built);
   }
   return {
-    node: nodes.letter_list.create({ start }, items.map((one) => one.node)),
+    node: nodes.letter_list.create(
+      { start },
+      items.map((one) => one.node),
+    ),
     piece: { ...piece, segments: [], children: items.map((one) => one.piece) },
   };
 }

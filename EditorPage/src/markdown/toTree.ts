@@ -33,7 +33,7 @@ export function inlineTree(content: Fragment, options: TreeOptions = {}): Phrasi
 /** Puts around every stretch the mark that reaches furthest, then goes on inside. Code is always innermost. */
 function nested(items: readonly Marked[], options: TreeOptions): PhrasingContent[] {
   const result: PhrasingContent[] = [];
-  for (let index = 0; index < items.length; ) {
+  for (let index = 0; index < items.length;) {
     const open = items[index]!.marks.filter((mark) => mark.type !== marks.code);
     if (open.length === 0) {
       result.push(leaf(items[index]!));
@@ -75,7 +75,13 @@ function wrapped(mark: Mark, children: PhrasingContent[], options: TreeOptions):
 
 function link({ attrs }: Mark, children: Link['children'], { angled }: TreeOptions): PhrasingContent {
   if (attrs.reference) {
-    return { type: 'linkReference', referenceType: attrs.reference, identifier: attrs.label, label: attrs.label, children };
+    return {
+      type: 'linkReference',
+      referenceType: attrs.reference,
+      identifier: attrs.label,
+      label: attrs.label,
+      children,
+    };
   }
   const only = children.length === 1 && children[0]!.type === 'text' ? children[0]!.value : null;
   const isAddress = only !== null && /^(https?:\/\/|www\.)[^\s<]*$/i.test(only);
@@ -105,7 +111,13 @@ function leaf({ node, marks: rest }: Marked): PhrasingContent {
       return { type: 'mathInline', value: attrs.value };
     case nodes.wikilink:
     case nodes.embed:
-      return { type: 'wikilink', value: '', isEmbed: node.type === nodes.embed, target: attrs.target, alias: attrs.alias };
+      return {
+        type: 'wikilink',
+        value: '',
+        isEmbed: node.type === nodes.embed,
+        target: attrs.target,
+        alias: attrs.alias,
+      };
     case nodes.html_inline:
       return raw(attrs.value);
     default:
@@ -130,7 +142,12 @@ export function blockTree(node: Node, options: TreeOptions = {}): RootContent | 
     case nodes.blockquote:
       return { type: 'blockquote', children: childTrees(node, options) };
     case nodes.footnote_definition:
-      return { type: 'footnoteDefinition', identifier: attrs.label, label: attrs.label, children: childTrees(node, options) };
+      return {
+        type: 'footnoteDefinition',
+        identifier: attrs.label,
+        label: attrs.label,
+        children: childTrees(node, options),
+      };
     case nodes.list:
       return listTree(node, options);
     case nodes.letter_list:
@@ -197,7 +214,10 @@ function tableTree(node: Node, options: TreeOptions): Nodes & RootContent {
   const children = node.children.map((row): TableRow => {
     const cells = row.children.map((cell) => {
       const known = knownSource(options, cell);
-      return { type: 'tableCell' as const, children: known === null ? inlineTree(cell.content, options) : [raw(known)] };
+      return {
+        type: 'tableCell' as const,
+        children: known === null ? inlineTree(cell.content, options) : [raw(known)],
+      };
     });
     return { type: 'tableRow', children: cells };
   });

@@ -21,7 +21,7 @@ export interface Style {
   address: 'bare' | 'angled';
 }
 
-export const defaultStyle: Style = {
+const defaultStyle: Style = {
   bullet: '-',
   bulletOrdered: '.',
   emphasis: '*',
@@ -42,7 +42,14 @@ const extensions = [
   ownHandlers,
 ];
 
-const fixed: Options = { ...markers, listItemIndent: 'one', fences: true, resourceLink: true, incrementListMarker: true, extensions };
+const fixed: Options = {
+  ...markers,
+  listItemIndent: 'one',
+  fences: true,
+  resourceLink: true,
+  incrementListMarker: true,
+  extensions,
+};
 
 function toText(tree: Nodes, { address: _, ...style }: Partial<Style>): string {
   return toMarkdown(tree, { ...fixed, ...style });
@@ -69,5 +76,8 @@ export interface Surroundings {
 
 /** Markdown for a stretch of a text block's content. */
 export function writeInline(content: Fragment, around: Surroundings, style: Partial<Style> = {}): string {
-  return toText({ type: 'stretch', ...around, children: inlineTree(content, { angled: style.address === 'angled' }) }, style).replace(/\n$/, '');
+  return toText(
+    { type: 'stretch', ...around, children: inlineTree(content, { angled: style.address === 'angled' }) },
+    style,
+  ).replace(/\n$/, '');
 }

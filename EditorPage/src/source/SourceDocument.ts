@@ -1,23 +1,15 @@
 import { Fragment, type Node } from 'prosemirror-model';
 import { read, labelKey } from '../markdown/parse';
 import { schema } from '../schema';
-import { emptyEntry, readEntries, type Entry } from './entries';
+import { readEntries, type Entry } from './entries';
 import { Journal } from './journal';
-import { countLabels } from './labels';
+import { NoteReader } from './reader';
 import { Retired } from './retired';
-import { mainLineEnd } from './text';
-import { changeBetween, restored, update, type Note, type TextChange, type Updated } from './update';
+import { changeBetween, restored, update, type Correction, type Note, type TextChange, type Updated } from './update';
 
 const { nodes } = schema;
 
-export type { TextChange };
-
-/** Top-level children `from` to `to` of a document, which have to become `nodes`. */
-export interface Correction {
-  from: number;
-  to: number;
-  nodes: readonly Node[];
-}
+export type { Correction, TextChange };
 
 /** What an edit of the document did to the text. */
 export interface Applied {
@@ -45,13 +37,47 @@ export class SourceDocument {
   private readonly retired = new Retired();
   private readonly journal = new Journal();
 
-  private constructor(private note: Note) {
+  private constructor(
+    private note: Note,
+    private reader: NoteReader,
+  ) {
     this.root = rootOf(note.entries);
   }
 
-  /** Reads a note. Any text is one. */
-  static load(text: string): SourceDocument {
-    return new SourceDocument(readNote(text));
+  /**
+   * Reads a note. Any text is one. Of a longer note only the first part is read, of about `length` characters, and its
+   * document is complete once `readOn` has read the rest; its text is from the start.
+   */
+  static load(text: string, length = Infinity): SourceDocument {
+    const reader = new NoteReader(text);
+    return new SourceDocument(reader.begin(length), reader);
+  }
+
+  /** Whether the document is complete. */
+  get isRead(): boolean {
+    return this.reader.isAtEnd;
+  }
+
+  /** Reads about `length` characters more, and tells what the document has to become with them. */
+  readOn(length = Infinity): Correction | null {
+    if (this.isRead) return null;
+    const before = this.note.entries;
+    this.readPart(length);
+    if (this.isRead && !this.reader.isRight(this.note)) return this.replaced(before, this.text);
+    return { from: before.length, to: before.length, nodes: this.root.children.slice(before.length) };
+  }
+
+  /** Reads the note to its end, and gives the edited document with the rest behind it. */
+  completed(edited: Node): Node {
+    if (this.isRead) return edited;
+    const count = this.root.childCount;
+    this.readPart(Infinity);
+    return edited.copy(edited.content.append(Fragment.fromArray(this.root.children.slice(count))));
+  }
+
+  private readPart(length: number) {
+    this.note = this.reader.readOn(this.note, length);
+    this.root = rootOf(this.note.entries);
   }
 
   /** The document that the text says. */
@@ -70,8 +96,9 @@ export class SourceDocument {
     return [mark, ...entries.flatMap((entry) => [entry.gap, entry.raw]), tail];
   }
 
-  /** Brings the text in step with an edited document. */
+  /** Brings the text in step with an edited document, which is complete. */
   apply(next: Node): Applied {
+    if (!this.isRead) throw new Error('an edit of a note that was not read to its end');
     if (next === this.root) return { change: null, corrections: [] };
     const before = this.note;
     const updated = this.earlier(next) ?? update(before, next, this.retired);
@@ -98,8 +125,13 @@ export class SourceDocument {
    */
   reload(text: string): Correction | null {
     if (text === this.note.text) return null;
-    const before = this.note.entries;
-    const next = readNote(text);
+    return this.replaced(this.note.entries, text);
+  }
+
+  /** Reads a text at once, in place of one that had the entries `before`. */
+  private replaced(before: readonly Entry[], text: string): Correction {
+    this.reader = new NoteReader(text);
+    const next = this.reader.begin(Infinity);
     const { start, end } = commonEntries(before, next.entries);
     const offset = before.length - next.entries.length;
     const entries = next.entries.map((entry, index) => {
@@ -144,15 +176,6 @@ function rootOf(entries: readonly Entry[]): Node {
   return nodes.doc.create(null, Fragment.fromArray(entries.map((entry) => entry.node)));
 }
 
-function readNote(text: string): Note {
-  const mark = text.startsWith('\ufeff') ? '\ufeff' : '';
-  const { entries, tail } = readEntries(text.slice(mark.length), true);
-  const hasBlock = entries.some((entry) => entry.node.type !== nodes.front_matter);
-  if (!hasBlock) entries.push(emptyEntry(nodes.paragraph.create(), ''));
-  const labels = countLabels(new Map(), [], entries.map((entry) => entry.parsed));
-  return { mark, entries, tail, text, labels, lineEnd: mainLineEnd(text) };
-}
-
 const isUnchanged = (a: Entry, b: Entry) => a.raw === b.raw && (a.parsed === b.parsed || a.parsed.eq(b.parsed));
 
 function commonEntries(a: readonly Entry[], b: readonly Entry[]): { start: number; end: number } {
@@ -166,8 +189,15 @@ function commonEntries(a: readonly Entry[], b: readonly Entry[]): { start: numbe
 
 function definitionIn(entry: Entry, key: string): Target | null {
   const found: Target[] = [];
-  const visit = (block: { type: string; children?: unknown[]; identifier?: string; url?: string; title?: string | null }) => {
-    if (block.type === 'definition' && block.identifier === key) found.push({ url: block.url!, title: block.title ?? null });
+  const visit = (block: {
+    type: string;
+    children?: unknown[];
+    identifier?: string;
+    url?: string;
+    title?: string | null;
+  }) => {
+    if (block.type === 'definition' && block.identifier === key)
+      found.push({ url: block.url!, title: block.title ?? null });
     for (const child of block.children ?? []) visit(child as never);
   };
   for (const block of read(entry.source, false).blocks) visit(block as never);

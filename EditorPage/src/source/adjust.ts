@@ -27,7 +27,10 @@ function adjust(node: Node): Node {
     case nodes.list_item:
       return adjustedItem(withChildren(node, node.children.map(adjusted)));
     case nodes.letter_item:
-      return withChildren(node, node.children.map((child) => spaced(adjusted(child))));
+      return withChildren(
+        node,
+        node.children.map((child) => spaced(adjusted(child))),
+      );
     default:
       return withChildren(node, node.children.map(adjusted));
   }
@@ -85,7 +88,8 @@ function adjustedTable(table: Node): Node {
 function cellsOf(row: Node, type: Node['type'], width: number): Node[] {
   const cells = row.children.flatMap((cell) => {
     const { colspan, rowspan, colwidth, align } = cell.attrs;
-    const single = colspan === 1 && rowspan === 1 && colwidth === null ? cell : cell.type.create({ align }, cell.content);
+    const single =
+      colspan === 1 && rowspan === 1 && colwidth === null ? cell : cell.type.create({ align }, cell.content);
     const more = Array.from({ length: colspan - 1 }, () => type.create({ align }));
     return [oneCell(single), ...more];
   });

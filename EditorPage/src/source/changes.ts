@@ -22,7 +22,8 @@ export function changesBetween(before: Node, after: Node, path: number[] = []): 
   const found: Change[] = [];
   if (gone > 0 && come > 0) {
     const first = after.child(from);
-    if (before.child(from).type === first.type) found.push(...changesBetween(before.child(from), first, [...path, from]));
+    if (before.child(from).type === first.type)
+      found.push(...changesBetween(before.child(from), first, [...path, from]));
     if (gone === come && gone > 1) found.push({ kind: 'children', path, from, to: from + 1, nodes: [first] });
   }
   if (gone > 0 || come > 0) {

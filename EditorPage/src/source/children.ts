@@ -75,7 +75,13 @@ function gaps(source: string, place: Place, replaced: Replacement, prefix: strin
 const isSublist = ({ node }: Place, { from, nodes: next }: Replacement) =>
   node.type === nodes.list_item && from > 0 && next.every((one) => one.type === nodes.list);
 
-function* childTexts(source: string, place: Place, change: Replacement, pool: Pool, prefix: string): Generator<string[]> {
+function* childTexts(
+  source: string,
+  place: Place,
+  change: Replacement,
+  pool: Pool,
+  prefix: string,
+): Generator<string[]> {
   for (const known of [pool.parts, pool.whole, undefined]) {
     if (place.node.type === nodes.list) yield itemTexts(source, place, change, prefix, known);
     else if (place.node.type === nodes.table) yield change.nodes.map((row) => rowText(place.node, row, known));

@@ -51,7 +51,10 @@ function lastPart({ source, parsed, piece }: Entry): Side {
   if (parsed.type !== nodes.list || source.length < wholeLimit) return { source, node: parsed };
   const start = piece.start + piece.children.at(-1)!.start;
   const lineStart = source.lastIndexOf('\n', start - 1) + 1;
-  return { source: source.slice(lineStart), node: parsed.copy(parsed.content.cut(parsed.content.size - parsed.lastChild!.nodeSize)) };
+  return {
+    source: source.slice(lineStart),
+    node: parsed.copy(parsed.content.cut(parsed.content.size - parsed.lastChild!.nodeSize)),
+  };
 }
 
 function firstPart({ source, parsed, piece }: Entry): Side {

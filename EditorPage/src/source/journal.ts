@@ -64,7 +64,12 @@ export class Journal {
     const come = after.slice(start, after.length - end);
     if (gone.length === 0 && come.length === 0) return;
     const nodes = (entries: readonly Entry[]) => entries.map((entry) => entry.node);
-    const change = fingerprintChange(before[start - 1]?.node, nodes(gone), nodes(come), before[before.length - end]?.node);
+    const change = fingerprintChange(
+      before[start - 1]?.node,
+      nodes(gone),
+      nodes(come),
+      before[before.length - end]?.node,
+    );
     this.steps.push({ at: start, gone, come, fingerprint: (this.current + change) | 0 });
     this.size += sizeOf(come);
     if (this.size > sizeLimit || this.steps.length > stepLimit) this.thin();
@@ -94,7 +99,11 @@ export class Journal {
 }
 
 function isFollowedBy(step: Step, next: Step): boolean {
-  return step.at === next.at && step.come.length === next.gone.length && step.come.every((entry, index) => entry === next.gone[index]);
+  return (
+    step.at === next.at &&
+    step.come.length === next.gone.length &&
+    step.come.every((entry, index) => entry === next.gone[index])
+  );
 }
 
 function takeBack(state: Entry[], { at, gone, come }: Step) {

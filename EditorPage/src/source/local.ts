@@ -38,7 +38,13 @@ interface Window {
   expectedTo: number;
 }
 
-function readWindow(block: Block, splice: Splice, expected: Node, window: Window, labels: Labels): Block | null | undefined {
+function readWindow(
+  block: Block,
+  splice: Splice,
+  expected: Node,
+  window: Window,
+  labels: Labels,
+): Block | null | undefined {
   const { piece, source, parsed } = block;
   const firstPiece = piece.children[window.from]!;
   const start = source.lastIndexOf('\n', piece.start + firstPiece.start - 1) + 1;

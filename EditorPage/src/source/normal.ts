@@ -21,7 +21,7 @@ export function tidy(node: Node): Node {
 }
 
 /** The tidy node with everything the same that is only a way of writing, such as which kind of reference a link is. */
-export function comparable(node: Node): Node {
+function comparable(node: Node): Node {
   return remembered(compared, node, () => {
     const clean = tidy(node);
     if (clean.isTextblock) return withoutLastLineEnds(mapMarks(clean, samePlainLink));
@@ -74,7 +74,8 @@ const isBlankItem = ({ attrs, childCount, firstChild }: Node) =>
 
 /** Empty paragraphs have no place in a container beside other blocks, and empty lists none below an item's text. */
 function withoutEmpty(node: Node, content: Fragment): Fragment {
-  const holdsBlocks = node.type.inlineContent === false && node.firstChild?.isBlock && !node.firstChild.type.spec.tableRole;
+  const holdsBlocks =
+    node.type.inlineContent === false && node.firstChild?.isBlock && !node.firstChild.type.spec.tableRole;
   if (!holdsBlocks || content.childCount < 2) return content;
   const isTask = node.type === nodes.list_item && node.attrs.checked !== null;
   const kept: Node[] = [];
@@ -97,7 +98,8 @@ const isDelimited = (mark: Mark) => delimited.includes(mark.type);
 function settleBlanks(content: Fragment): Node[] {
   const parts: Node[] = [];
   content.forEach((node) => parts.push(...splitBlanks(node)));
-  const isSpace = (node: Node) => (node.isText && !isCode(node) && /^\s+$/.test(node.text!)) || node.type === nodes.hard_break;
+  const isSpace = (node: Node) =>
+    (node.isText && !isCode(node) && /^\s+$/.test(node.text!)) || node.type === nodes.hard_break;
   return parts.map((node, index) => {
     if (!isSpace(node) || !node.marks.some(isDelimited)) return node;
     let before = index - 1;
@@ -120,7 +122,8 @@ function splitBlanks(node: Node): Node[] {
 /** Drops blanks at the ends of the block and around its line ends. */
 function trimLines(parts: Node[]): Node[] {
   const result: Node[] = [];
-  const endsLine = (node: Node | undefined) => !node || node.type === nodes.hard_break || /\n$/.test(node.isText ? node.text! : '');
+  const endsLine = (node: Node | undefined) =>
+    !node || node.type === nodes.hard_break || /\n$/.test(node.isText ? node.text! : '');
   for (const node of parts) {
     if (!node.isText || isCode(node)) {
       if (node.type === nodes.hard_break) trimEnd(result);

@@ -130,7 +130,14 @@ function isPlain(content: Fragment): boolean {
 
 const textOf = (content: Fragment) => content.textBetween(0, content.size);
 
-function* texts(source: string, from: number, to: number, next: Node, middle: Fragment, place: Place): Generator<string> {
+function* texts(
+  source: string,
+  from: number,
+  to: number,
+  next: Node,
+  middle: Fragment,
+  place: Place,
+): Generator<string> {
   if (middle.size === 0) {
     yield '';
     return;

@@ -36,7 +36,13 @@ export function nodeAt(root: Node, path: readonly number[]): Node {
 }
 
 /** The root with other nodes in place of the children from `from` to `to` of the node that the path leads to. */
-export function withChildren(root: Node, path: readonly number[], from: number, to: number, next: readonly Node[]): Node {
+export function withChildren(
+  root: Node,
+  path: readonly number[],
+  from: number,
+  to: number,
+  next: readonly Node[],
+): Node {
   if (path.length === 0) {
     const children = [...root.children.slice(0, from), ...next, ...root.children.slice(to)];
     return root.copy(Fragment.fromArray(children));
@@ -82,7 +88,10 @@ export function linePrefix(source: string, container: Place): string {
 /** Puts the prefix before every line but the first. Blank lines get no blanks at their ends. */
 export function indentLines(text: string, prefix: string): string {
   if (prefix === '' || !text.includes('\n')) return text;
-  return text.replace(/\n(.?)/g, (_all, next: string) => `\n${next === '' || next === '\n' ? prefix.trimEnd() : prefix}${next}`);
+  return text.replace(
+    /\n(.?)/g,
+    (_all, next: string) => `\n${next === '' || next === '\n' ? prefix.trimEnd() : prefix}${next}`,
+  );
 }
 
 /** Takes the prefix off every line but the first, as far as each line has it. Null where tabs stand in for it. */

@@ -73,10 +73,15 @@ export class Pool {
     if (!isInline || node.content.size === 0) return null;
     this.all();
     const count = this.textDonors.length;
-    const near = count <= partLimit ? this.textDonors : [...this.textDonors.slice(0, partLimit / 2), ...this.textDonors.slice(-partLimit / 2)];
+    const near =
+      count <= partLimit
+        ? this.textDonors
+        : [...this.textDonors.slice(0, partLimit / 2), ...this.textDonors.slice(-partLimit / 2)];
     const usable = near.filter((donor) => donor.prefix === '' || !sliceText(donor).includes('\n'));
 
-    const head = best(usable, (donor) => settled(donor, donor.node.content.findDiffStart(node.content) ?? node.content.size));
+    const head = best(usable, (donor) =>
+      settled(donor, donor.node.content.findDiffStart(node.content) ?? node.content.size),
+    );
     const rest = node.content.cut(head?.length ?? 0);
     const tail = best(usable, (donor) => commonEnd(donor, rest));
     if (!head && !tail) return null;

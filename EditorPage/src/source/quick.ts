@@ -56,7 +56,8 @@ function nextBlank(source: string, at: number): number {
   return at;
 }
 
-const hasWordBefore = (source: string, start: number) => source[start - 1] === ' ' && !isBlank(source, start - 2) && start > 1;
+const hasWordBefore = (source: string, start: number) =>
+  source[start - 1] === ' ' && !isBlank(source, start - 2) && start > 1;
 const hasWordBehind = (source: string, stop: number) => source[stop] === ' ' && !isBlank(source, stop + 1);
 const isLast = (source: string, stop: number) => nextWord(source, stop) === source.length;
 
@@ -82,7 +83,8 @@ function moved(piece: Piece, { from, to, text }: Splice): Piece | null {
   const begin = from - piece.start;
   const end = to - piece.start;
   const grown = text.length - (to - from);
-  const holds = (one: Segment) => one.size === one.length && one.size > 0 && one.from <= begin && end <= one.from + one.length;
+  const holds = (one: Segment) =>
+    one.size === one.length && one.size > 0 && one.from <= begin && end <= one.from + one.length;
   const index = piece.segments.findIndex(holds);
   if (index < 0) return null;
   const segments = piece.segments.map((one, at) => {

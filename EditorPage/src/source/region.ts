@@ -1,5 +1,4 @@
 import type { Node } from 'prosemirror-model';
-import { adjusted } from './adjust';
 import type { Entry } from './entries';
 import { holds, isRisky, merged, separations, type Joint } from './joins';
 import { isBlank } from './normal';
@@ -11,8 +10,6 @@ export interface Draft {
   entries: Entry[];
   /** The index of the older entry whose place this takes, or -1. */
   origin: number;
-  /** Whether the bytes are those of the older entry. */
-  isKept: boolean;
 }
 
 /** What has been written before: a node that comes back gets its bytes back. */
@@ -26,11 +23,11 @@ export function draft(olds: readonly Entry[], next: readonly Node[], writing: Wr
   const origins = next.map((node) => kept.take(node));
   return next.map((node, index) => {
     const origin = origins[index]!;
-    if (origin >= 0) return { entries: [{ ...olds[origin]!, node }], origin, isKept: true };
+    if (origin >= 0) return { entries: [{ ...olds[origin]!, node }], origin };
     const model = modelFor(index, next.length, olds.length, kept);
     const known = isBlank(node) ? null : memory.recall(node);
-    const entries = known ? [{ ...known, node }] : writeEntries(adjusted(node), olds[model], writing);
-    return { entries, origin: model, isKept: false };
+    const entries = known ? [{ ...known, node }] : writeEntries(node, olds[model], writing);
+    return { entries, origin: model };
   });
 }
 
@@ -131,7 +128,8 @@ export function settle(middle: readonly Entry[], around: Surrounding, writing: W
 
 /** Draws a neighbour in when the outermost entry of the region is not what it was. */
 function drawIn(region: Region, around: Surrounding) {
-  const isSameAs = (entry: Entry | undefined, old: Entry | undefined) => entry?.source === old?.source && entry?.node === old?.node;
+  const isSameAs = (entry: Entry | undefined, old: Entry | undefined) =>
+    entry?.source === old?.source && entry?.node === old?.node;
   const first = region.extraBefore > 0 ? around.before(region.extraBefore) : undefined;
   if (first && !isSameAs(region.entries[0], first)) drawInBefore(region, around);
   const last = region.extraAfter > 0 ? around.after(region.extraAfter) : undefined;
@@ -172,7 +170,10 @@ function settleJoint(region: Region, index: number, writing: Writing): boolean {
   for (const other of separations(joint, writing, writing.lineEnd)) {
     if (!holds(other, writing)) continue;
     const gap = other.gap === joint.gap ? after.gap : other.gap;
-    entries.splice(index, between.length + 2, { ...other.before, gap: before.gap }, ...between, { ...other.after, gap });
+    entries.splice(index, between.length + 2, { ...other.before, gap: before.gap }, ...between, {
+      ...other.after,
+      gap,
+    });
     return other.before !== before || other.after !== after;
   }
   entries.splice(index, between.length + 2, ...merged(joint, writing));

@@ -8,9 +8,8 @@ import { Pool } from './pool';
 import { differingRange, type Range } from './range';
 import { draft, settle, spaced, type Draft } from './region';
 import type { Retired } from './retired';
-import type { Correction } from './SourceDocument';
-import type { Writing } from './writer';
 import { commonEnds, unify } from './text';
+import type { Writing } from './writer';
 
 /** A note: its entries, whose bytes with the mark before and the tail behind them are its text. */
 export interface Note {
@@ -37,16 +36,24 @@ export function changeBetween(before: string, after: string, offset = 0): TextCh
   return { from: offset + start, to: offset + before.length - end, insert: after.slice(start, after.length - end) };
 }
 
-/** A note after an edit, how its text has changed, and what the edited document has to become to say what the note's text says. */
+/** Top-level children `from` to `to` of a document, which have to become `nodes`. */
+export interface Correction {
+  from: number;
+  to: number;
+  nodes: readonly Node[];
+}
+
+/** A note after an edit, how its text has changed, and what the document has to become to say what the text says. */
 export interface Updated {
   note: Note;
   change: TextChange | null;
   corrections: Correction[];
 }
 
+const parsed = (entries: readonly Entry[]) => entries.map((entry) => entry.parsed);
+
 /** The note with entries of an earlier state in place of its own. */
 export function restored(note: Note, entries: readonly Entry[]): Note {
-  const parsed = (some: readonly Entry[]) => some.map((entry) => entry.parsed);
   const start = entries.findIndex((entry, index) => entry !== note.entries[index]);
   const from = start < 0 ? Math.min(entries.length, note.entries.length) : start;
   const labels = countLabels(note.labels, parsed(note.entries.slice(from)), parsed(entries.slice(from)));
@@ -63,7 +70,7 @@ export function update(note: Note, next: Node, retired: Retired): Updated {
   const olds = note.entries.slice(from, oldTo);
   const come = next.children.slice(from, nextTo);
   const { lineEnd } = note;
-  const assumed = countLabels(note.labels, olds.map((entry) => entry.parsed), come);
+  const assumed = countLabels(note.labels, parsed(olds), come);
   const writing: Writing = { pool: new Pool(olds), lineEnd, labels: assumed };
   const drafts = draft(olds, come, writing, retired.with(writing));
   for (const old of olds) retired.add(old);
@@ -73,20 +80,35 @@ export function update(note: Note, next: Node, retired: Retired): Updated {
   const lo = from - region.extraBefore;
   const hi = oldTo + region.extraAfter;
   const entries = note.entries.slice(0, lo).concat(region.entries, note.entries.slice(hi));
-  const found = region.entries.map((entry) => entry.parsed);
-  const labels = countLabels(note.labels, note.entries.slice(lo, hi).map((entry) => entry.parsed), found);
+  const labels = countLabels(note.labels, parsed(note.entries.slice(lo, hi)), parsed(region.entries));
   const changedLabels = new Set([...differingLabels(note.labels, labels), ...differingLabels(assumed, labels)]);
   const relabelled = relabel(entries, changedLabels, labels);
 
   const regionEnd = lo + region.entries.length;
   let { change, text } = composed(note, entries, lo, hi, regionEnd);
-  if (guardStart(entries, text.slice(note.mark.length), lineEnd)) ({ change, text } = composed(note, entries, 0, hi, regionEnd));
-  const corrections = corrected(next, entries.slice(lo, regionEnd), lo, nextTo + region.extraAfter);
-  const others = relabelled.filter((index) => index < lo || index >= regionEnd);
-  const grown = entries.length - next.childCount;
-  corrections.push(...others.map((index) => single(entries, index, index < lo ? index : index - grown)));
+  if (guardStart(entries, text.slice(note.mark.length), lineEnd)) {
+    ({ change, text } = composed(note, entries, 0, hi, regionEnd));
+  }
+  const corrections = [
+    ...corrected(next, entries.slice(lo, regionEnd), lo, nextTo + region.extraAfter),
+    ...correctedElsewhere(next, entries, relabelled, lo, regionEnd),
+  ];
   corrections.sort((one, other) => one.from - other.from);
   return { note: { ...note, entries, labels, text }, change, corrections };
+}
+
+/** The blocks outside of the region that read differently now, each by itself. */
+function correctedElsewhere(
+  next: Node,
+  entries: readonly Entry[],
+  indexes: readonly number[],
+  lo: number,
+  hi: number,
+): Correction[] {
+  const grown = entries.length - next.childCount;
+  return indexes
+    .filter((index) => index < lo || index >= hi)
+    .map((index) => single(entries, index, index < lo ? index : index - grown));
 }
 
 function single(entries: readonly Entry[], index: number, at: number): Correction {
@@ -123,7 +145,8 @@ const bytes = (entries: readonly Entry[]) => entries.map((entry) => entry.gap + 
 /** The note's text with the region in it that now ends at `to`. What is before and behind it is not walked over. */
 function composed(note: Note, entries: readonly Entry[], lo: number, hi: number, to: number) {
   let start = note.mark.length;
-  for (let index = 0; index < lo; index += 1) start += note.entries[index]!.gap.length + note.entries[index]!.raw.length;
+  for (let index = 0; index < lo; index += 1)
+    start += note.entries[index]!.gap.length + note.entries[index]!.raw.length;
   const before = bytes(note.entries.slice(lo, hi));
   const after = bytes(entries.slice(lo, to));
   const change = changeBetween(before, after, start);

@@ -1,6 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import { writeBlock, type Style } from '../markdown/write';
 import { schema } from '../schema';
+import { adjusted } from './adjust';
 import { emptyEntry, readBlock, readEntries, type Block, type Entry } from './entries';
 import { isBlank, isSame, tidy } from './normal';
 import type { Pool } from './pool';
@@ -20,15 +21,26 @@ export interface Writing extends Context {
 }
 
 /**
- * Writes one top-level block. `old` is the entry that it was made from, whose bytes are kept as far as can be. What
- * comes back is always what its source reads as: one entry that says what `node` says, or, where Markdown cannot say
- * that, the entries that the nearest text gives. They have no gaps yet.
+ * Writes one top-level block, `shown`. `old` is the entry that it was made from, whose bytes are kept as far as can
+ * be. What comes back is always what its source reads as: one entry that says what the block says, or, where Markdown
+ * cannot say that, the entries that the nearest text gives. They have no gaps yet.
  */
-export function writeEntries(node: Node, old: Entry | undefined, writing: Writing): Entry[] {
-  if (isBlank(node)) return [emptyEntry(node, '')];
-  const block = (old && patched(node, old, writing)) ?? written(node, old, writing);
-  if (block) return [entryOf(block, node, old, writing.lineEnd)];
-  return reread(node, old, writing);
+export function writeEntries(shown: Node, old: Entry | undefined, writing: Writing): Entry[] {
+  if (isBlank(shown)) return [emptyEntry(shown, '')];
+  try {
+    const node = adjusted(shown);
+    const block = (old && patched(node, old, writing)) ?? written(node, old, writing);
+    if (block) return [entryOf(block, node, old, writing.lineEnd)];
+    return reread(
+      isSource(node) ? node.textContent : writeBlock(tidy(node), styleOf(old?.source ?? '')),
+      node,
+      old,
+      writing,
+    );
+  } catch {
+    // No fault of the writers may cost a word: what is left is the text itself.
+    return reread(shown.textBetween(0, shown.content.size, '\n\n', '\n'), shown, old, writing);
+  }
 }
 
 function patched(node: Node, old: Entry, writing: Writing): Block | null {
@@ -72,8 +84,7 @@ function styleOf(source: string): Partial<Style> {
 }
 
 /** When nothing says what the document says, the text decides, and the document follows. */
-function reread(node: Node, old: Entry | undefined, { labels, lineEnd }: Writing): Entry[] {
-  const text = isSource(node) ? node.textContent : writeBlock(tidy(node), styleOf(old?.source ?? ''));
+function reread(text: string, node: Node, old: Entry | undefined, { labels, lineEnd }: Writing): Entry[] {
   const raw = carryOver(old?.raw ?? '', old?.source ?? '', text, lineEnd);
   const { entries, tail } = readEntries(raw, node.type === nodes.front_matter, labels);
   const last = entries.at(-1);

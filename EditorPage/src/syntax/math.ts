@@ -3,7 +3,7 @@ import type { CompileContext, Extension as FromMarkdown, Token } from 'mdast-uti
 import { mathFromMarkdown as blockFromMarkdown, mathToMarkdown as blockToMarkdown } from 'mdast-util-math';
 import type { Handle, Options as ToMarkdown } from 'mdast-util-to-markdown';
 import { math } from 'micromark-extension-math';
-import type { Code, Construct, Extension as Syntax, State, TokenizeContext } from 'micromark-util-types';
+import type { Code, Construct, Effects, Extension as Syntax, State, Tokenizer } from 'micromark-util-types';
 
 /** `$x^2$` within a line, also `$$x^2$$`. */
 export interface MathInline extends Literal {
@@ -31,73 +31,68 @@ const isLineEnding = (code: Code) => code !== null && code < -2;
 const isSpace = (code: Code) => code === null || code < 0 || code === 32;
 const isDigit = (code: Code) => code !== null && code >= 48 && code <= 57;
 
+/** Takes a character into the formula. Line ends are tokens of their own. */
+function take(effects: Effects, code: Code) {
+  if (!isLineEnding(code)) {
+    effects.consume(code);
+    return;
+  }
+  effects.exit('data');
+  effects.enter('lineEnding');
+  effects.consume(code);
+  effects.exit('lineEnding');
+  effects.enter('data');
+}
+
 /**
  * Math within a line. A single dollar opens only before something that is no space, and closes only after
  * something that is no space and before something that is no digit, with no other dollar between: so "$5 and $10"
  * stays text.
  */
+const tokenize: Tokenizer = (effects, ok, nok) => {
+  let opening = 0;
+  let closing = 0;
+  let last: Code = null;
+
+  const open: State = (code) => {
+    if (code !== dollar) return opening === 1 && isSpace(code) ? nok(code) : inside(code);
+    opening += 1;
+    effects.consume(code);
+    return open;
+  };
+  const inside: State = (code) => {
+    if (code === null) return nok(code);
+    closing = 0;
+    if (code === dollar) return close(code);
+    take(effects, code);
+    last = code;
+    return inside;
+  };
+  const close: State = (code) => {
+    if (code === dollar) {
+      closing += 1;
+      effects.consume(code);
+      return close;
+    }
+    const closes = closing === opening && (opening > 1 || (!isSpace(last) && !isDigit(code)));
+    if (!closes) return opening === 1 ? nok(code) : inside(code);
+    effects.exit('data');
+    effects.exit('mathInline');
+    return ok(code);
+  };
+  return (code) => {
+    effects.enter('mathInline');
+    effects.enter('data');
+    return open(code);
+  };
+};
+
 const construct: Construct = {
   name: 'mathInline',
   previous(code) {
     return code !== dollar || this.events.at(-1)?.[1].type === 'characterEscape';
   },
-  tokenize(this: TokenizeContext, effects, ok, nok) {
-    let opening = 0;
-    let closing = 0;
-    let last: Code = null;
-
-    const consume = (code: Code, next: State): State => {
-      if (isLineEnding(code)) {
-        effects.exit('data');
-        effects.enter('lineEnding');
-        effects.consume(code);
-        effects.exit('lineEnding');
-        effects.enter('data');
-      } else {
-        effects.consume(code);
-      }
-      last = code;
-      return next;
-    };
-    const start: State = (code) => {
-      effects.enter('mathInline');
-      effects.enter('data');
-      return open(code);
-    };
-    const open: State = (code) => {
-      if (code === dollar) {
-        opening += 1;
-        effects.consume(code);
-        return open;
-      }
-      return opening === 1 && isSpace(code) ? nok(code) : inside(code);
-    };
-    const inside: State = (code) => {
-      if (code === null) return nok(code);
-      if (code === dollar) {
-        closing = 0;
-        return close(code);
-      }
-      return consume(code, inside);
-    };
-    const close: State = (code) => {
-      if (code === dollar) {
-        closing += 1;
-        effects.consume(code);
-        return close;
-      }
-      const closes = closing === opening && (opening > 1 || (!isSpace(last) && !isDigit(code)));
-      if (!closes) {
-        if (opening === 1) return nok(code);
-        last = dollar;
-        return inside(code);
-      }
-      effects.exit('data');
-      effects.exit('mathInline');
-      return ok(code);
-    };
-    return start;
-  },
+  tokenize,
 };
 
 export const mathSyntax: Syntax = { flow: math().flow, text: { [dollar]: construct } };

@@ -1,7 +1,7 @@
 import type { Literal, Parent } from 'mdast';
 import type { Extension as FromMarkdown, Token, CompileContext } from 'mdast-util-from-markdown';
 import type { Handle, Options as ToMarkdown } from 'mdast-util-to-markdown';
-import type { Code, Construct, Extension as Syntax, State } from 'micromark-util-types';
+import type { Code, Construct, Extension as Syntax, State, Tokenizer } from 'micromark-util-types';
 
 /** `[[Name#Heading|alias]]` and `![[picture.png|300]]`. */
 export interface Wikilink extends Literal {
@@ -32,49 +32,51 @@ const closeBracket = 93;
 
 const isLineEnding = (code: Code) => code !== null && code < -2;
 
-function construct(isEmbed: boolean): Construct {
-  return {
-    name: isEmbed ? 'wikiembed' : 'wikilink',
-    tokenize(effects, ok, nok) {
-      let isBlank = true;
+function tokenizer(isEmbed: boolean): Tokenizer {
+  return (effects, ok, nok) => {
+    let isBlank = true;
 
-      const start: State = (code) => {
-        effects.enter('wikilink');
-        if (!isEmbed) return firstBracket(code);
+    const start: State = (code) => {
+      effects.enter('wikilink');
+      if (!isEmbed) return firstBracket(code);
+      effects.consume(code);
+      return firstBracket;
+    };
+    const firstBracket: State = (code) => {
+      if (code !== openBracket) return nok(code);
+      effects.consume(code);
+      return secondBracket;
+    };
+    const secondBracket: State = (code) => {
+      if (code !== openBracket) return nok(code);
+      effects.consume(code);
+      return inside;
+    };
+    const inside: State = (code) => {
+      if (code === null || code === openBracket || isLineEnding(code)) return nok(code);
+      if (code === closeBracket) {
+        if (isBlank) return nok(code);
         effects.consume(code);
-        return firstBracket;
-      };
-      const firstBracket: State = (code) => {
-        if (code !== openBracket) return nok(code);
-        effects.consume(code);
-        return secondBracket;
-      };
-      const secondBracket: State = (code) => {
-        if (code !== openBracket) return nok(code);
-        effects.consume(code);
-        return inside;
-      };
-      const inside: State = (code) => {
-        if (code === null || code === openBracket || isLineEnding(code)) return nok(code);
-        if (code === closeBracket) {
-          if (isBlank) return nok(code);
-          effects.consume(code);
-          return lastBracket;
-        }
-        if (code > 32) isBlank = false;
-        effects.consume(code);
-        return inside;
-      };
-      const lastBracket: State = (code) => {
-        if (code !== closeBracket) return nok(code);
-        effects.consume(code);
-        effects.exit('wikilink');
-        return ok;
-      };
-      return start;
-    },
+        return lastBracket;
+      }
+      if (code > 32) isBlank = false;
+      effects.consume(code);
+      return inside;
+    };
+    const lastBracket: State = (code) => {
+      if (code !== closeBracket) return nok(code);
+      effects.consume(code);
+      effects.exit('wikilink');
+      return ok;
+    };
+    return start;
   };
 }
+
+const construct = (isEmbed: boolean): Construct => ({
+  name: isEmbed ? 'wikiembed' : 'wikilink',
+  tokenize: tokenizer(isEmbed),
+});
 
 export const wikilinkSyntax: Syntax = {
   text: { [openBracket]: construct(false), [exclamationMark]: construct(true) },

@@ -98,6 +98,62 @@ export const bridgeTests: Test[] = [
     const wanted = [{ href: 'Plan%20B.md', wiki: false }, { href: 'Not#Mål', wiki: true }, { href: 'https://example.org', wiki: false }];
     expectEqual(recorder.of('openLink'), wanted, 'opened');
   }],
+  ['nothing moves when the caret goes from block to block', async () => {
+    open('# a\n\nb\n\n## c\n\n- d\n- e\n\n> ## f\n>\n> g\n\n1. h\n\n   i\n\n```\nj\n```\n\n- [ ] k\n\n| l |\n| - |\n\nA. m\nB. n\n\no\n');
+    const blocks = [...surface().children];
+    const tops = (): number[] => [...surface().children].map((block) => Math.round(block.getBoundingClientRect().top + scrollY));
+    const settled = async (): Promise<number[]> => {
+      for (let step = 0; step < 2; step++) await new Promise((resolve) => requestAnimationFrame(resolve));
+      await turn();
+      return tops();
+    };
+    const before = await settled();
+    for (const [index, block] of blocks.entries()) {
+      const text = document.createTreeWalker(block, NodeFilter.SHOW_TEXT).nextNode();
+      if (text !== null) getSelection()?.collapse(text, 0);
+      const after = await settled();
+      expect(block.classList.contains('caret-block'), `the caret is not in block ${index}`);
+      expectEqual(after, before, `tops with the caret in block ${index}`);
+    }
+  }],
+  ['a link in drawn HTML goes to the host', async (recorder) => {
+    open('<div><a href="Plan.md">x</a> <a href="javascript:1">y</a></div>\n\nslut\n');
+    await settle(recorder);
+    for (const link of surface().querySelectorAll('.drawing a')) press(link);
+    await turn();
+    expectEqual(recorder.of('openLink'), [{ href: 'Plan.md', wiki: false }], 'opened');
+  }],
+  ['a video is fetched only when its card is pressed', async (recorder) => {
+    open('![](https://www.youtube.com/watch?v=dQw4w9WgXcQ)\n\nslut\n');
+    await settle(recorder);
+    expectEqual(document.querySelectorAll('iframe').length, 0, 'frames before');
+    (find('.video button') as HTMLElement).click();
+    const frame = find('.video iframe') as HTMLIFrameElement;
+    expect(frame.src.startsWith('https://www.youtube-nocookie.com/embed/dQw4w9WgXcQ'), frame.src);
+    open('');
+    await turn();
+    expectEqual(recorder.of('changed'), [], 'changes');
+  }],
+  ['the source of a formula is taken letter by letter', async (recorder) => {
+    open('a $x$ b\n');
+    await settle(recorder);
+    find('.math-inline').dispatchEvent(new MouseEvent('dblclick', { bubbles: true }));
+    const field = find('.inline-field') as HTMLInputElement;
+    field.value = 'x^2';
+    field.dispatchEvent(new InputEvent('input', { bubbles: true }));
+    await turn();
+    expectEqual(recorder.text, 'a $x^2$ b\n', 'text while the field is open');
+    open('en annan not\n');
+    await turn();
+    expectEqual(recorder.text, 'a $x^2$ b\n', 'text after leaving the note');
+  }],
+  ['front matter and drawn blocks are shown without their source until the caret is there', async () => {
+    open('---\ntitel: x\n---\n\n$$\ny\n$$\n\nslut\n');
+    await turn();
+    const hidden = [...surface().querySelectorAll('.drawn > pre')].map((pre) => getComputedStyle(pre).display);
+    expectEqual(hidden, ['none', 'none'], 'source');
+    expectEqual(find('.summary').textContent, 'Egenskaper: titel', 'summary');
+  }],
   ['a clicked task box is checked in the text', async (recorder) => {
     open('- [ ] a\n- [x] b\n');
     await settle(recorder);

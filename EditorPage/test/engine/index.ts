@@ -15,6 +15,7 @@
  * engine (a shown view, offscreen is enough) and have the keyboard focus for typing.
  */
 import { bridgeTests } from './bridge';
+import { clipboardTests } from './clipboard';
 import { commandTests } from './commands';
 import { fidelityTests, type Sample } from './fidelity';
 import { Recorder, type Result } from './harness';
@@ -26,7 +27,7 @@ async function run(samples: readonly Sample[] = []): Promise<Result[]> {
   const recorder = new Recorder();
   recorder.install();
   const results: Result[] = [];
-  const tests: Test[] = [...bridgeTests, ...commandTests, ...safetyTests, ...fidelityTests(samples)];
+  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...safetyTests, ...fidelityTests(samples)];
   try {
     for (const [name, test] of tests) results.push(await runOne(name, test, recorder));
   } finally {

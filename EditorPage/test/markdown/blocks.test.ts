@@ -29,14 +29,23 @@ test('every kind of block has its node', () => {
 test('boxes are read with the items that have them', () => {
   const [list] = readEntries('- a\n- [x] b\n- [ ] c\n- [ ]\n', true).entries;
 
-  assert.deepEqual(list!.node.children.map((item) => item.attrs.checked), [null, true, false, false]);
+  assert.deepEqual(
+    list!.node.children.map((item) => item.attrs.checked),
+    [null, true, false, false],
+  );
 });
 
 test('all rows of a table are as long as its longest', () => {
   const [table] = readEntries('| a | b |\n|:-:|---|\n| 1 |\n| 1 | 2 | 3 |\n', true).entries;
 
-  assert.deepEqual(table!.node.children.map((row) => row.childCount), [3, 3, 3]);
-  assert.deepEqual(table!.node.child(1).children.map((cell) => cell.attrs.align), ['center', null, null]);
+  assert.deepEqual(
+    table!.node.children.map((row) => row.childCount),
+    [3, 3, 3],
+  );
+  assert.deepEqual(
+    table!.node.child(1).children.map((cell) => cell.attrs.align),
+    ['center', null, null],
+  );
 });
 
 test('a rule at the start does not spoil what follows', () => {
@@ -51,12 +60,17 @@ test('a letter alone is no list', () => {
 /** Calls back for every text block with the source offset of its piece. */
 function visit(node: Node, piece: Piece, start: number, found: (node: Node, piece: Piece, start: number) => void) {
   if (node.isTextblock) found(node, piece, start);
-  else node.forEach((child, _offset, index) => visit(child, piece.children[index]!, start + piece.children[index]!.start, found));
+  else
+    node.forEach((child, _offset, index) =>
+      visit(child, piece.children[index]!, start + piece.children[index]!.start, found),
+    );
 }
 
 test('every stretch of text stands in the source where its place says', () => {
   let compared = 0;
-  for (const { text, name } of allSamples().filter((sample) => !/[\r\0]/.test(sample.text) && sample.text.length < 100_000)) {
+  for (const { text, name } of allSamples().filter(
+    (sample) => !/[\r\0]/.test(sample.text) && sample.text.length < 100_000,
+  )) {
     for (const { parsed, piece, source } of readEntries(text, true).entries) {
       visit(parsed, piece, piece.start, (node, own, start) => {
         for (const { at, size, from, length } of own.segments) {

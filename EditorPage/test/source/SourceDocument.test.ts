@@ -203,7 +203,9 @@ test('a rule at the start never becomes front matter', () => {
 
 test('an unclosed fence is closed before something follows it', () => {
   const session = new Session('```\ncode');
-  session.dispatch(session.state.tr.insert(session.state.doc.content.size, nodes.paragraph.create(null, schema.text('a'))));
+  session.dispatch(
+    session.state.tr.insert(session.state.doc.content.size, nodes.paragraph.create(null, schema.text('a'))),
+  );
 
   assert.equal(disagreement(session.source), null);
   assert.match(session.source.text, /```\n\na$/);
@@ -266,6 +268,16 @@ test('a block tells its bytes', () => {
 
   assert.equal(source.sliceOf(source.doc.child(1)), '__b__');
   assert.equal(source.sliceOf(nodes.paragraph.create()), null);
+});
+
+test('words survive even what no writer knows', () => {
+  const source = SourceDocument.load('a\n');
+  const strange = nodes.table.create(null, []);
+  const quote = nodes.blockquote.create(null, [nodes.paragraph.create(null, schema.text('kept')), strange]);
+
+  source.apply(nodes.doc.create(null, [source.doc.firstChild!, quote]));
+  assert.match(source.text, /^a\n\n.*kept/s);
+  assert.equal(disagreement(source), null);
 });
 
 test('a label leads to its definition', () => {

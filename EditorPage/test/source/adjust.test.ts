@@ -31,9 +31,18 @@ test('a table gets one header row, equally long rows and the alignment of its co
   const body = nodes.table_row.create(null, [nodes.table_header.create(null, schema.text('c'))]);
 
   const [first, second] = adjusted(nodes.table.create(null, [head, body])).children;
-  assert.deepEqual(first!.children.map((one) => one.type.name), ['table_header', 'table_header']);
-  assert.deepEqual(second!.children.map((one) => one.type.name), ['table_cell', 'table_cell']);
-  assert.deepEqual(second!.children.map((one) => one.attrs.align), ['right', null]);
+  assert.deepEqual(
+    first!.children.map((one) => one.type.name),
+    ['table_header', 'table_header'],
+  );
+  assert.deepEqual(
+    second!.children.map((one) => one.type.name),
+    ['table_cell', 'table_cell'],
+  );
+  assert.deepEqual(
+    second!.children.map((one) => one.attrs.align),
+    ['right', null],
+  );
 });
 
 test('a wide cell becomes several', () => {

@@ -42,7 +42,10 @@ test('an item that would swallow the next one is noticed', () => {
   const at = longList.indexOf('- item 150');
   const splice = { from: at, to: at, text: '  ' };
 
-  assert.equal(readPart(block, splice, withChildren(block.parsed, [], 150, 151, [block.parsed.child(150)]), labels), undefined);
+  assert.equal(
+    readPart(block, splice, withChildren(block.parsed, [], 150, 151, [block.parsed.child(150)]), labels),
+    undefined,
+  );
   assert.equal(readPart(block, { ...splice, from: at + 1, to: at + 2, text: '' }, edited(block), labels), null);
 });
 

@@ -8,7 +8,35 @@ import { spliced, type Splice } from '../../src/source/patch';
 import { Random } from '../random';
 import { disagreement } from '../editing';
 
-const vocabulary = ['och', 'ord,', 'slut.', '*fet*', '**a', 'b**', '`kod x', 'y`', '[a b]', '(c)', 'a_b', '$5', 'x$', '==m', 'n==', '1.', '#', '-', '!', '\\', '&', 'www.x', 'a@b', ':', '~~', 'Å', '\n'];
+const vocabulary = [
+  'och',
+  'ord,',
+  'slut.',
+  '*fet*',
+  '**a',
+  'b**',
+  '`kod x',
+  'y`',
+  '[a b]',
+  '(c)',
+  'a_b',
+  '$5',
+  'x$',
+  '==m',
+  'n==',
+  '1.',
+  '#',
+  '-',
+  '!',
+  '\\',
+  '&',
+  'www.x',
+  'a@b',
+  ':',
+  '~~',
+  'Å',
+  '\n',
+];
 
 function longText(random: Random): string {
   // Brackets make the rules stricter: half of the texts are without.
@@ -28,13 +56,20 @@ test('what is not read back would have read the same', () => {
     if (!block) continue;
     for (let attempt = 0; attempt < 40; attempt += 1) {
       const from = random.below(block.source.length);
-      const splice: Splice = { from, to: Math.min(block.source.length, from + random.below(3)), text: random.pick(typed) };
+      const splice: Splice = {
+        from,
+        to: Math.min(block.source.length, from + random.below(3)),
+        text: random.pick(typed),
+      };
       const edited = quickEdit(block, splice, block.parsed, labels);
       if (!edited) continue;
       const read = readBlock(spliced(block.source, splice), block.parsed.type, labels);
       quick += 1;
       assert.ok(read, `seed ${seed}, ${JSON.stringify(splice)}`);
-      assert.equal(read.parsed.textContent.length - block.parsed.textContent.length, splice.text.length - (splice.to - splice.from));
+      assert.equal(
+        read.parsed.textContent.length - block.parsed.textContent.length,
+        splice.text.length - (splice.to - splice.from),
+      );
       assert.deepEqual(edited.piece.segments, read.piece.segments, `seed ${seed}, ${JSON.stringify(splice)}`);
     }
   }

@@ -20,7 +20,10 @@ test('the main line end is the one used most', () => {
 test('an edit is carried over without touching other line ends', () => {
   const raw = 'one\r\ntwo\nthree\rfour';
 
-  assert.equal(carryOver(raw, 'one\ntwo\nthree\nfour', 'one\ntwo\nX\nthree\nfour', '\r\n'), 'one\r\ntwo\nX\r\nthree\rfour');
+  assert.equal(
+    carryOver(raw, 'one\ntwo\nthree\nfour', 'one\ntwo\nX\nthree\nfour', '\r\n'),
+    'one\r\ntwo\nX\r\nthree\rfour',
+  );
 });
 
 test('common ends do not overlap', () => {

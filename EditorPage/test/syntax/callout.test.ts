@@ -11,5 +11,6 @@ test('a quote that begins with a kind is a callout', () => {
 });
 
 test('other quotes are none', () => {
-  for (const text of ['> a [!note]', '> **[!note]**', '[!note]', '> # [!note]', '> [note]']) assert.equal(callout(text), null, text);
+  for (const text of ['> a [!note]', '> **[!note]**', '[!note]', '> # [!note]', '> [note]'])
+    assert.equal(callout(text), null, text);
 });

@@ -6,7 +6,13 @@ const shown = (text: string) => readEntries(text, true).entries[0]!.node.toStrin
 
 test('two equals signs mark text', () => {
   assert.equal(shown('a ==b== c'), 'paragraph("a ", highlight("b"), " c")');
-  assert.equal(shown('==a *b* c=='), 'paragraph(highlight("a "), highlight(em("b")), highlight(" c"))'.replace('highlight(em("b"))', 'em(highlight("b"))'));
+  assert.equal(
+    shown('==a *b* c=='),
+    'paragraph(highlight("a "), highlight(em("b")), highlight(" c"))'.replace(
+      'highlight(em("b"))',
+      'em(highlight("b"))',
+    ),
+  );
   assert.equal(shown('*a ==b== c*'), 'paragraph(em("a "), em(highlight("b")), em(" c"))');
 });
 

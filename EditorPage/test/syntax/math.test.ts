@@ -4,7 +4,9 @@ import { readEntries } from '../../src/source/entries';
 
 const first = (text: string) => readEntries(text, true).entries[0]!.node;
 const formulas = (text: string) =>
-  first(text).children.filter((child) => child.type.name === 'math_inline').map((child) => child.attrs.value);
+  first(text)
+    .children.filter((child) => child.type.name === 'math_inline')
+    .map((child) => child.attrs.value);
 
 test('dollars close to what they hold are a formula', () => {
   assert.deepEqual(formulas('a $x^2$, $$y$$ and $z_1*b*$.'), ['x^2', 'y', 'z_1*b*']);
@@ -12,7 +14,8 @@ test('dollars close to what they hold are a formula', () => {
 });
 
 test('amounts of money are text', () => {
-  for (const text of ['$5 and $10', '$ a $', 'a$5', '$5 or $x', '\\$x$', '`$x$`']) assert.deepEqual(formulas(text), [], text);
+  for (const text of ['$5 and $10', '$ a $', 'a$5', '$5 or $x', '\\$x$', '`$x$`'])
+    assert.deepEqual(formulas(text), [], text);
   assert.deepEqual(formulas('$5 and $x^2$'), ['x^2']);
 });
 

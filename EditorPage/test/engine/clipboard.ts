@@ -1,0 +1,64 @@
+/** Copy and paste through the engine's own clipboard events. */
+import { editor, expectEqual, open, paste, surface, turn, type Recorder } from './harness';
+
+type Test = readonly [string, (recorder: Recorder) => Promise<string | void>];
+
+const CELLS = '| a | b |\n| - | - |\n| c | d |\n';
+
+/** Note with the caret at its end, clipboard, and the note afterwards. */
+const pastes: readonly (readonly [string, Record<string, string>, string])[] = [
+  ['a\n', { 'text/plain': ' **b** c' }, 'a **b** c\n'],
+  ['a\n', { 'text/plain': '# R\n\n* x\n* y\n\n1) z\n' }, 'a\n\n# R\n\n* x\n* y\n\n1) z\n'],
+  ['```\nx\n```\n', { 'text/plain': '**b**\nc' }, '```\nx**b**\nc\n```\n'],
+  [CELLS, { 'text/plain': 'x\n\ny' }, '| a | b |\n| - | - |\n| c | dx y |\n'],
+  ['a\n', { 'text/html': '<b style="font-weight:normal"><p>\n  Hej <span style="font-weight:700">du</span>\n</p></b>' }, 'aHej **du**\n'],
+  ['a\n', { 'text/html': '<ul>\n <li>x</li>\n <li><i>y</i></li></ul>' }, 'a\n\n- x\n- *y*\n'],
+  ['a\n', { 'text/html': '<p>b<script>c</script></p>' }, 'ab\n'],
+];
+
+const pasteTests: Test[] = pastes.map(([before, clipboard, after]) => [
+  `pasting ${JSON.stringify(clipboard)} into ${JSON.stringify(before)}`,
+  async (recorder) => {
+    open(before);
+    await turn();
+    paste(clipboard);
+    await turn();
+    expectEqual(recorder.text, after, 'after the paste');
+    editor().exec('undo');
+    await turn();
+    expectEqual(recorder.text, before, 'after undo');
+  },
+]);
+
+/** What a copy of the current selection puts on the clipboard. */
+function copied(kind: string): string {
+  const clipboardData = new DataTransfer();
+  surface().dispatchEvent(new ClipboardEvent('copy', { clipboardData, bubbles: true, cancelable: true }));
+  return clipboardData.getData(kind);
+}
+
+async function selectAll(): Promise<void> {
+  document.execCommand('selectAll');
+  // The engine tells about a new selection in a turn of its own.
+  await new Promise((resolve) => requestAnimationFrame(resolve));
+  await turn();
+}
+
+export const clipboardTests: Test[] = [
+  ...pasteTests,
+  ['a copied note is its own text', async () => {
+    open('*  a\n*  b\n\nc __d__ [[E|f]]\n');
+    await selectAll();
+    expectEqual(copied('text/plain').trimEnd(), '*  a\n*  b\n\nc __d__ [[E|f]]', 'copied text');
+  }],
+  ['what was copied from a note comes back as it was', async (recorder) => {
+    open('a [[D|e]] $x$ ==y== ~~z~~\n');
+    await selectAll();
+    const html = copied('text/html');
+    open('');
+    await turn();
+    paste({ 'text/html': html, 'text/plain': 'q' });
+    await turn();
+    expectEqual(recorder.text?.trimEnd(), 'a [[D|e]] $x$ ==y== ~~z~~', 'pasted');
+  }],
+];

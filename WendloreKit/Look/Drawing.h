@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QColor>
+#include <QRectF>
+
+class QPainter;
+
+namespace wendlore {
+
+/// Fills `area` with rounded corners.
+void fillRounded(QPainter& painter, const QRectF& area, const QColor& color, qreal radius);
+/// Draws a line of `width` just inside `area`, with rounded corners.
+void strokeRounded(QPainter& painter, const QRectF& area, const QColor& color, qreal width, qreal radius);
+/// The ring around what has the keyboard focus, just inside `area`.
+void drawFocusRing(QPainter& painter, const QRectF& area, const QColor& accent);
+
+} // namespace wendlore

@@ -1,0 +1,100 @@
+#include "Look/NoticeView.h"
+
+#include "Look/Colors.h"
+#include "Look/Fonts.h"
+#include "Look/Metrics.h"
+#include "Look/Symbols.h"
+
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace wendlore {
+
+namespace {
+
+constexpr int spacing = 16;
+constexpr int margin = 32;
+constexpr int textWidth = 360;
+
+} // namespace
+
+class NoticeView::Symbol final : public QWidget
+{
+public:
+    Symbol(QString name, int size, QWidget* parent)
+        : QWidget(parent)
+        , m_name(std::move(name))
+    {
+        setFixedSize(size, size);
+    }
+
+    void setName(const QString& name)
+    {
+        m_name = name;
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        drawSymbol(painter, rect(), m_name, Colors::of(palette()).muted, width());
+    }
+
+private:
+    QString m_name;
+};
+
+NoticeView::NoticeView(const QString& symbol, int symbolSize, QWidget* parent)
+    : QWidget(parent)
+    , m_symbol(new Symbol(symbol, symbolSize, this))
+    , m_title(new QLabel(this))
+    , m_message(new QLabel(this))
+    , m_stack(new QVBoxLayout(this))
+{
+    m_title->setFont(sized(font(), metrics::titleSize, QFont::DemiBold));
+    m_message->setForegroundRole(mutedRole);
+    for (QLabel* label : {m_title, m_message}) {
+        label->setAlignment(Qt::AlignCenter);
+        label->setWordWrap(true);
+        label->setTextFormat(Qt::PlainText);
+        label->setFixedWidth(textWidth);
+        label->hide();
+    }
+    m_stack->setContentsMargins(margin, margin, margin, margin);
+    m_stack->setSpacing(spacing);
+    m_stack->addStretch();
+    m_stack->addWidget(m_symbol, 0, Qt::AlignHCenter);
+    m_stack->addWidget(m_title, 0, Qt::AlignHCenter);
+    m_stack->addWidget(m_message, 0, Qt::AlignHCenter);
+    m_stack->addStretch();
+}
+
+void NoticeView::setSymbol(const QString& symbol)
+{
+    m_symbol->setName(symbol);
+}
+
+void NoticeView::setTitle(const QString& title)
+{
+    m_title->setText(title);
+    m_title->show();
+}
+
+void NoticeView::setMessage(const QString& message)
+{
+    m_message->setText(message);
+    m_message->show();
+}
+
+QPushButton* NoticeView::addButton(const QString& text)
+{
+    auto* button = new QPushButton(text, this);
+    button->setAutoDefault(false);
+    m_stack->insertWidget(m_stack->count() - 1, button, 0, Qt::AlignHCenter);
+    return button;
+}
+
+} // namespace wendlore

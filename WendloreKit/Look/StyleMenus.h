@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QSize>
+
+class QPainter;
+class QStyleOptionMenuItem;
+
+namespace wendlore {
+
+inline constexpr int menuMargin = 5;
+
+/// Draws one entry of a menu: icon or tick, text, shortcut, arrow of a submenu; or a divider.
+void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item);
+void drawMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item);
+[[nodiscard]] QSize menuItemSize(const QStyleOptionMenuItem& item, const QSize& contents);
+[[nodiscard]] QSize menuBarItemSize(const QSize& contents);
+
+} // namespace wendlore

@@ -1,0 +1,26 @@
+#include "Previews/OpenExternally.h"
+
+#include "Vault/FilePreviewKind.h"
+
+#include <algorithm>
+
+namespace wendlore {
+
+bool opensInExternalApp(const FileURL& file)
+{
+    switch (FilePreviewKind::of(file)) {
+    case FilePreviewKind::pdf:
+    case FilePreviewKind::image:
+    case FilePreviewKind::html:
+    case FilePreviewKind::google:
+        return true;
+    case FilePreviewKind::editor:
+        return false;
+    case FilePreviewKind::other:
+        break;
+    }
+    const std::string extension = file.pathExtension().toLower().toStdString();
+    return std::ranges::find(documentExtensions, extension) != documentExtensions.end();
+}
+
+} // namespace wendlore

@@ -1,0 +1,96 @@
+#include "Shell/SidebarView.h"
+
+#include "Shell/BucketSwitcher.h"
+#include "Shell/FileTreeView.h"
+#include "Shell/SidebarFooter.h"
+
+#include "Editor/Scheduler.h"
+#include "Look/Colors.h"
+#include "Look/FlatButton.h"
+#include "Look/Metrics.h"
+#include "State/AppState.h"
+#include "Vault/FileTree.h"
+
+#include <QHBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+constexpr int topMargin = 10;
+constexpr int actionsInset = 10;
+
+} // namespace
+
+SidebarView::SidebarView(AppState& state, QWidget* parent)
+    : QWidget(parent)
+    , m_state(state)
+    , m_tree(new FileTreeView(state, this))
+{
+    setAccessibleName(u"Sidofält"_s);
+    setAutoFillBackground(true);
+    setBackgroundRole(sideRole);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, topMargin, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(new BucketSwitcher(state, this));
+    layout->addSpacing(metrics::inset / 2);
+    layout->addWidget(makeActions());
+    layout->addSpacing(metrics::inset);
+    layout->addWidget(m_tree, 1);
+    layout->addWidget(new SidebarFooter(state.services().workspace, this));
+    connect(&state, &AppState::vaultURLChanged, this, &SidebarView::showWhatIsPossible);
+    showWhatIsPossible();
+}
+
+SidebarView::~SidebarView() = default;
+
+QWidget* SidebarView::makeActions()
+{
+    auto* row = new QWidget(this);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(actionsInset, 0, actionsInset, 0);
+    layout->setSpacing(metrics::toolbarSpacing);
+    m_newNote = new IconButton(u"square.and.pencil"_s, u"Ny not"_s, u"Ny not"_s, row);
+    m_refresh = new IconButton(u"arrow.clockwise"_s, u"Uppdatera"_s,
+                               u"Uppdatera (puffar iCloud/Dropbox att synka)"_s, row);
+    m_newFolder = new IconButton(u"folder.badge.plus"_s, u"Ny mapp"_s, u"Ny mapp"_s, row);
+    for (IconButton* button : {m_newNote, m_newFolder, m_refresh})
+        layout->addWidget(button);
+    layout->addStretch();
+    connect(m_newNote, &IconButton::clicked, &m_state, [this] { m_state.newNote(); });
+    connect(m_newFolder, &IconButton::clicked, &m_state, [this] {
+        if (const auto folder = m_state.activeDirectory())
+            m_state.newFolder(*folder);
+    });
+    connect(m_refresh, &IconButton::clicked, this, &SidebarView::refresh);
+    return row;
+}
+
+void SidebarView::refresh()
+{
+    m_state.reloadTree();
+    if (!m_state.vaultURL())
+        return;
+    const auto walk = [bucket = *m_state.vaultURL(), this]() -> std::function<void()> {
+        static_cast<void>(buildTree(bucket));
+        return [this] {
+            m_state.reloadTree();
+            m_walk.reset();
+            showWhatIsPossible();
+        };
+    };
+    m_walk = m_state.services().scheduler.inBackground(walk);
+    showWhatIsPossible();
+}
+
+void SidebarView::showWhatIsPossible()
+{
+    m_newNote->setEnabled(m_state.vaultURL().has_value());
+    m_newFolder->setEnabled(m_state.vaultURL().has_value());
+    m_refresh->setEnabled(m_state.vaultURL().has_value() && !m_walk);
+}
+
+} // namespace wendlore

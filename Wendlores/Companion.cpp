@@ -1,0 +1,81 @@
+#include "Wendlores/Companion.h"
+
+#include "Vault/Blanks.h"
+#include "Vault/Collation.h"
+#include "Vault/FileTree.h"
+#include "Vault/NoteSearch.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+enum Status { Succeeded = 0, NothingFound = 1, Misused = 2 };
+
+const QString searchCommand = u"search"_s;
+const QString treeCommand = u"tree"_s;
+
+Companion::Answer refusal(const QString& reason)
+{
+    return {Misused, {}, u"wendlores: %1\n"_s.arg(reason).toUtf8()};
+}
+
+QByteArray relativePath(const FileURL& url, const FileURL& root)
+{
+    const QByteArray prefix = root.bytes().endsWith('/') ? root.bytes() : root.bytes() + '/';
+    return url.bytes().mid(prefix.size());
+}
+
+Companion::Answer search(const FileURL& root, const QString& text)
+{
+    const QString query = withoutOuterBlanks(text);
+    Companion::Answer answer{NothingFound, {}, {}};
+    if (query.isEmpty())
+        return answer;
+    for (const SearchHit& hit : searchNotes(root, query, NameOrder(), userFoldingRule())) {
+        answer.output += relativePath(hit.url, root) + '\t' + hit.snippet.toUtf8() + '\n';
+        answer.status = Succeeded;
+    }
+    return answer;
+}
+
+void writeTree(QByteArray& output, const std::vector<FileNode>& nodes, const FileURL& root)
+{
+    for (const FileNode& node : nodes) {
+        output += relativePath(node.url, root) + (node.isDirectory ? "/\n" : "\n");
+        if (node.children)
+            writeTree(output, *node.children, root);
+    }
+}
+
+} // namespace
+
+bool Companion::isCommand(const QStringList& arguments)
+{
+    return !arguments.isEmpty() && (arguments.front() == searchCommand || arguments.front() == treeCommand);
+}
+
+Companion::Answer Companion::run(const QStringList& arguments, const QString& currentFolder)
+{
+    const bool isSearch = arguments.value(0) == searchCommand;
+    if (arguments.size() != (isSearch ? 3 : 2))
+        return refusal(isSearch ? u"användning: wendlores search MAPP TEXT"_s
+                                : u"användning: wendlores tree MAPP"_s);
+    const QString path = QDir::cleanPath(QDir(currentFolder).absoluteFilePath(arguments[1]));
+    if (arguments[1].isEmpty() || !QFileInfo(path).isDir())
+        return refusal(u"ingen mapp: %1"_s.arg(arguments[1]));
+
+    const auto root = FileURL::fromBytes(QFile::encodeName(path), true);
+    if (isSearch)
+        return search(root, arguments[2]);
+    Answer answer;
+    writeTree(answer.output, buildTree(root), root);
+    return answer;
+}
+
+} // namespace wendlore

@@ -1,0 +1,155 @@
+#include "Wendlores/CommandLine.h"
+#include "Wendlores/Companion.h"
+#include "Wendlores/MainWindow.h"
+#include "Wendlores/OpenLocation.h"
+#include "Wendlores/SwedishTexts.h"
+
+#include "Editor/WebEngineEditorView.h"
+#include "Look/Fonts.h"
+#include "Look/Style.h"
+#include "Platform/CoordinatedReader.h"
+#include "Platform/DesktopAppearance.h"
+#include "Platform/DesktopWorkspace.h"
+#include "Platform/FilePanels.h"
+#include "Platform/FreedesktopTrash.h"
+#include "Platform/PathBookmarks.h"
+#include "Platform/QtScheduler.h"
+#include "Platform/QuitSignals.h"
+#include "Platform/SettingsFile.h"
+#include "Platform/StandardPaths.h"
+#include "Platform/SyncedFolderStore.h"
+#include "Shell/Appearance.h"
+#include "State/AppState.h"
+#include "State/ResourceBundle.h"
+#include "Vault/AtomicFile.h"
+#include "Vault/RecoveredTexts.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace wendlore;
+
+namespace {
+
+enum ExitCode { Succeeded = 0, Failed = 1, Misused = 2 };
+
+void print(const QString& text, std::FILE* stream)
+{
+    std::fputs(text.toUtf8().constData(), stream);
+}
+
+QStringList argumentsOf(int count, char** words)
+{
+    QStringList arguments;
+    for (int i = 1; i < count; ++i)
+        arguments.append(QFile::decodeName(words[i]));
+    return arguments;
+}
+
+/// Carries out a command that needs no window; gives the exit status.
+int runCompanion(const QStringList& arguments)
+{
+    const Companion::Answer answer = Companion::run(arguments, QDir::currentPath());
+    std::fwrite(answer.output.constData(), 1, size_t(answer.output.size()), stdout);
+    std::fwrite(answer.errors.constData(), 1, size_t(answer.errors.size()), stderr);
+    return std::fflush(stdout) == 0 ? answer.status : Misused;
+}
+
+/// The web engine's sandbox refuses to work for root, and switching it off is nobody's decision but theirs.
+bool isRootWithSandbox()
+{
+    return ::geteuid() == 0 && !qEnvironmentVariableIsSet("QTWEBENGINE_DISABLE_SANDBOX");
+}
+
+const QString rootNotice =
+    u"wendlores: webbmotorns sandlåda går inte att använda som root. Starta som vanlig användare,\n"
+    "eller, i en behållare som redan skyddar dig: QTWEBENGINE_DISABLE_SANDBOX=1 wendlores\n"_s;
+
+/// The desktop that this program really runs on.
+struct Desktop final
+{
+    SettingsFile defaults{StandardPaths::configDirectory().appending(u"settings.json"_s)};
+    SyncedFolderStore cloud{
+        SyncedFolderStore::chosenFolder(defaults, StandardPaths::dataDirectory().appending(u"cloud"_s, true)),
+        SyncedFolderStore::thisDevice(StandardPaths::configDirectory()),
+        StandardPaths::stateDirectory().appending(u"cloud.lock"_s)};
+    PathBookmarks bookmarks;
+    CoordinatedReader coordinator;
+    DesktopWorkspace workspace;
+    FilePanels panels;
+    QtScheduler scheduler;
+    RecoveredTexts recovered{StandardPaths::stateDirectory().appending(u"recovered"_s, true)};
+    FreedesktopTrash trash;
+
+    Services services()
+    {
+        return {defaults,  cloud,
+                bookmarks, coordinator,
+                workspace, panels,
+                scheduler, recovered,
+                trash,     [] { return std::make_unique<WebEngineEditorView>(); }};
+    }
+};
+
+int run(QApplication& application, const CommandLine& commandLine)
+{
+    auto* style = new Style; // the application owns it
+    DesktopAppearance desktopAppearance;
+    QApplication::setStyle(style);
+    QApplication::setFont(interfaceFont());
+    SwedishTexts texts;
+    QCoreApplication::installTranslator(&texts);
+
+    Desktop desktop;
+    AtomicFile::setBackupDirectory(StandardPaths::stateDirectory().appending(u"interrupted"_s, true));
+    AtomicFile::settleInterruptedWrites(desktop.recovered);
+    static_cast<void>(resourceBundle());
+
+    // The first state makes the web view, so the engine starts while the tree is being read.
+    AppState state(desktop.services());
+    Appearance appearance(state, desktopAppearance, *style);
+    if (!desktop.defaults.string(u"theme"_s))
+        state.setTheme(AppTheme::light); // until the user chooses
+    if (commandLine.location)
+        openLocation(state, *commandLine.location);
+    MainWindow window(state);
+    QuitSignals signals;
+    QObject::connect(&signals, &QuitSignals::quitRequested, &window, &QWidget::close);
+    window.show();
+    return application.exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (Companion::isCommand(arguments))
+        return runCompanion(arguments);
+    const CommandLine commandLine = CommandLine::parse(arguments, QDir::currentPath());
+    if (commandLine.action != CommandLine::Action::Run) {
+        const bool isRefused = commandLine.action == CommandLine::Action::RefuseUsage;
+        print(commandLine.text, isRefused ? stderr : stdout);
+        return isRefused ? Misused : Succeeded;
+    }
+    if (commandLine.location && !QFileInfo::exists(commandLine.location->path())) {
+        print(u"wendlores: finns inte: %1\n"_s.arg(commandLine.location->path()), stderr);
+        return Failed;
+    }
+    if (isRootWithSandbox()) {
+        print(rootNotice, stderr);
+        return Failed;
+    }
+    registerEditorScheme();
+    QCoreApplication::setApplicationName(u"wendlores"_s);
+    QCoreApplication::setApplicationVersion(u"" WENDLORE_VERSION ""_s);
+    QGuiApplication::setApplicationDisplayName(u"Wendlores"_s);
+    QGuiApplication::setDesktopFileName(u"wendlores"_s);
+    QApplication application(argc, argv);
+    return run(application, commandLine);
+}

@@ -1,0 +1,144 @@
+#include "Wendlores/MenuCommands.h"
+
+#include "Editor/WebEditorController.h"
+#include "Fakes/Bucket.h"
+#include "Fakes/FakeServices.h"
+#include "State/AppState.h"
+#include "Wendlores/MainWindow.h"
+
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace wendlore;
+
+namespace {
+
+/// The main window's menus over a state without a bucket.
+class Menus final
+{
+public:
+    Menus()
+        : state(services.services())
+        , window(state)
+    {}
+
+    [[nodiscard]] QAction* entry(const QString& title) const
+    {
+        for (auto* action : window.findChildren<QAction*>()) {
+            if (action->text() == title)
+                return action;
+        }
+        qFatal("no entry %s", qPrintable(title));
+    }
+
+    FakeServices services;
+    AppState state;
+    MainWindow window;
+};
+
+} // namespace
+
+class MenuCommandsTests final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void withoutABucketNothingCanBeMadeInIt()
+    {
+        const Menus menus;
+
+        QVERIFY(menus.entry(u"Öppna bucket…"_s)->isEnabled());
+        QVERIFY(!menus.entry(u"Ny not"_s)->isEnabled());
+        QVERIFY(!menus.entry(u"Ny mapp"_s)->isEnabled());
+    }
+
+    void withoutAFileTheTextHasNoSize()
+    {
+        const Bucket bucket({{"A.md", ""}});
+        Menus menus;
+        const QStringList zoom{u"Förstora text"_s, u"Förminska text"_s, u"Återställ textstorlek"_s};
+        menus.state.switchVault(bucket.root());
+        for (const QString& title : zoom)
+            QVERIFY2(!menus.entry(title)->isEnabled(), qPrintable(title));
+
+        menus.state.setSelectedFile(bucket.file(u"A.md"_s));
+
+        for (const QString& title : zoom)
+            QVERIFY2(menus.entry(title)->isEnabled(), qPrintable(title));
+        menus.entry(zoom[0])->trigger();
+        menus.entry(zoom[0])->trigger();
+        QCOMPARE(menus.state.editorZoom(), 1.2);
+        menus.entry(zoom[2])->trigger();
+        QCOMPARE(menus.state.editorZoom(), 1.0);
+    }
+
+    void newItemsAreMadeInTheBucket()
+    {
+        const Bucket bucket({{"A.md", ""}});
+        Menus menus;
+        menus.state.switchVault(bucket.root());
+
+        menus.entry(u"Ny not"_s)->trigger();
+        menus.entry(u"Ny mapp"_s)->trigger();
+
+        QCOMPARE(bucket.names(), QStringList({u"A.md"_s, u"Ny mapp"_s, u"Ny not.md"_s}));
+    }
+
+    void theThemeThatIsChosenIsTicked()
+    {
+        Menus menus;
+        QVERIFY(menus.entry(u"Automatiskt"_s)->isChecked());
+
+        menus.entry(u"Mörkt"_s)->trigger();
+
+        QCOMPARE(menus.state.theme(), AppTheme::dark);
+        QVERIFY(menus.entry(u"Mörkt"_s)->isChecked());
+        QVERIFY(!menus.entry(u"Automatiskt"_s)->isChecked());
+    }
+
+    void theShortcutsAreTheUsualOnes_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("shortcut");
+        QTest::newRow("open") << u"Öppna bucket…"_s << u"Ctrl+Shift+O"_s;
+        QTest::newRow("note") << u"Ny not"_s << u"Ctrl+N"_s;
+        QTest::newRow("larger") << u"Förstora text"_s << u"Ctrl++"_s;
+        QTest::newRow("smaller") << u"Förminska text"_s << u"Ctrl+-"_s;
+        QTest::newRow("reset") << u"Återställ textstorlek"_s << u"Ctrl+0"_s;
+        QTest::newRow("typography") << u"Importera typografi…"_s << u"Ctrl+Alt+T"_s;
+    }
+
+    void theShortcutsAreTheUsualOnes()
+    {
+        QFETCH(const QString, title);
+        QFETCH(const QString, shortcut);
+        const Menus menus;
+
+        QCOMPARE(menus.entry(title)->shortcut().toString(QKeySequence::PortableText), shortcut);
+    }
+
+    void editingGoesToTheFieldThatHasTheFocus()
+    {
+        Menus menus;
+        menus.window.show();
+        QApplication::setActiveWindow(&menus.window);
+        QLineEdit field(&menus.window);
+        field.setText(u"hej"_s);
+        field.show();
+        field.setFocus();
+        menus.services.page->post(u"ready"_s);
+
+        menus.entry(u"Markera allt"_s)->trigger();
+        QCOMPARE(field.selectedText(), u"hej"_s);
+
+        field.clearFocus();
+        menus.entry(u"Ångra"_s)->trigger();
+        QVERIFY(menus.services.page->scripts.contains(u"window.VaultEditor.exec(\"undo\")"_s));
+    }
+};
+
+QTEST_MAIN(MenuCommandsTests)
+#include "MenuCommandsTests.moc"
