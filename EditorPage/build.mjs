@@ -24,21 +24,21 @@ async function filesBelow(folder, suffix) {
 async function buildPage(out) {
   await rm(out, { recursive: true, force: true });
   await mkdir(out, { recursive: true });
-  const entryPoints = [inPage('src/index.ts'), inPage('src/style/index.css')].filter((file) => existsSync(file));
-  await build({
-    entryPoints,
+  const options = {
     outdir: out,
     entryNames: '[name]',
     assetNames: 'files/[name]',
     bundle: true,
     minify: true,
-    format: 'iife',
     target: 'chrome102',
     charset: 'utf8',
     legalComments: 'none',
     logLevel: 'warning',
     loader: { '.svg': 'text', '.woff2': 'file', '.woff': 'empty', '.ttf': 'empty' },
-  });
+  };
+  const page = [inPage('src/index.ts'), inPage('src/style/index.css')];
+  await build({ ...options, entryPoints: page, format: 'iife', external: ['./katex.js'] });
+  await build({ ...options, entryPoints: [inPage('src/views/katex.ts')], format: 'esm' });
   await cp(inPage('src/index.html'), path.join(out, 'index.html'));
 }
 

@@ -25,10 +25,13 @@ export function contenders({ bin, out }) {
   const source = path.join(folder, 'source.md');
   writeFileSync(source, makeNote(noteSizes['1 MB']));
   const program = path.join(bin, 'bench-save');
-  const measureProgram = async (way) => {
+  const measureProgram = (way) => {
     const target = path.join(folder, `${way}.md`);
-    const times = JSON.parse(await run(program, [way, source, target, String(writesPerRound)]));
-    return { write: median(times), process: await elapsed(program, [way, source, target, '1']) };
+    return medianOf(writesPerRound, async () => {
+      const start = performance.now();
+      const write = Number(await run(program, [way, source, target]));
+      return { write, process: performance.now() - start };
+    });
   };
   return [
     { name: ours, measure: () => measureProgram('atomic') },
@@ -43,14 +46,19 @@ async function elapsed(program, args) {
   return performance.now() - start;
 }
 
+/** The median of each value over `count` runs. Every write has a process of its own, as every dd has. */
+async function medianOf(count, measure) {
+  const runs = [];
+  for (let i = 0; i < count; i++) runs.push(await measure());
+  return Object.fromEntries(Object.keys(runs[0]).map((name) => [name, median(runs.map((values) => values[name]))]));
+}
+
 /** The time of a copy, and of the same copy less what a dd costs that copies nothing. */
-async function measureDd(source, target) {
+function measureDd(source, target) {
   const copy = [`if=${source}`, `of=${target}`, 'bs=1M', 'conv=fsync', 'status=none'];
   const nothing = ['if=/dev/null', 'of=/dev/null', 'status=none'];
-  const [copies, starts] = [[], []];
-  for (let i = 0; i < writesPerRound; i++) {
-    copies.push(await elapsed('dd', copy));
-    starts.push(await elapsed('dd', nothing));
-  }
-  return { process: median(copies), write: median(copies) - median(starts) };
+  return medianOf(writesPerRound, async () => {
+    const process = await elapsed('dd', copy);
+    return { process, write: process - (await elapsed('dd', nothing)) };
+  });
 }

@@ -13,8 +13,8 @@ const { nodes } = schema;
 /** The kinds of block whose source is hidden while the caret is elsewhere. */
 const DRAWN = new Set([nodes.html_block, nodes.math_block, nodes.front_matter]);
 
-/** Fills `place` with the drawing of `source`; throws when the source cannot be drawn. */
-export type Draw = (place: HTMLElement, source: string) => void;
+/** Fills `place` with the drawing of `source`; throws when the source cannot be drawn. Calls `redraw` when it can be drawn better. */
+export type Draw = (place: HTMLElement, source: string, redraw: () => void) => void;
 
 /** What a kind of drawn block looks like. */
 export interface DrawnKind {
@@ -75,11 +75,15 @@ class DrawnBlock implements NodeView {
     const source = this.node.textContent;
     if (source === this.#source) return;
     this.#source = source;
+    this.#draw(source);
+  }
+
+  #draw(source: string): void {
     this.#drawing.replaceChildren();
     this.#drawing.dataset['label'] = this.kind.label;
     this.dom.classList.remove('failed');
     try {
-      this.kind.draw(this.#drawing, source);
+      this.kind.draw(this.#drawing, source, () => this.#draw(this.node.textContent));
     } catch (error) {
       this.dom.classList.add('failed');
       this.#drawing.textContent = source.trim() === '' ? '' : `${source}\n${error instanceof Error ? error.message : ''}`.trim();

@@ -12,8 +12,8 @@ export interface InlineKind {
   read(node: Node): string;
   /** The attributes that say `source`; null when it says nothing, and the node goes. */
   write(source: string): Attrs | null;
-  /** Fills `place`; throws when the source cannot be drawn. */
-  draw(place: HTMLElement, source: string, node: Node): void;
+  /** Fills `place`; throws when the source cannot be drawn. Calls `redraw` when it can be drawn better. */
+  draw(place: HTMLElement, source: string, node: Node, redraw: () => void): void;
 }
 
 /** Asks the node under the caret to open its field. */
@@ -121,7 +121,7 @@ class InlineSource implements NodeView {
     this.#drawing.replaceChildren();
     this.dom.classList.remove('failed');
     try {
-      this.kind.draw(this.#drawing, source, this.node);
+      this.kind.draw(this.#drawing, source, this.node, () => this.#redraw());
     } catch {
       this.dom.classList.add('failed');
       this.#drawing.textContent = source;

@@ -134,6 +134,12 @@ export const bridgeTests: Test[] = [
     await turn();
     expectEqual(recorder.of('changed'), [], 'changes');
   }],
+  ['formulas are drawn as soon as what draws them has come', async () => {
+    open('a $x^2$ b\n\n$$\ny\n$$\n\nslut\n');
+    await import(new URL('katex.js', document.baseURI).href);
+    await turn();
+    expectEqual(surface().querySelectorAll('.katex').length, 2, 'formulas');
+  }],
   ['the source of a formula is taken letter by letter', async (recorder) => {
     open('a $x$ b\n');
     await settle(recorder);
