@@ -186,6 +186,9 @@ void WebEngineEditorView::drain(std::function<void()> done)
 
 void WebEngineEditorView::receive(const QString& name, const QJsonValue& body, Generation generation)
 {
+    // The page works as soon as it speaks, which can be before the engine counts it as loaded.
+    if (name == "ready"_L1)
+        m_isLoaded = true;
     if (name == "drained"_L1) {
         if (const auto waiting = m_drains.extract(body.toInt()))
             waiting.mapped()();

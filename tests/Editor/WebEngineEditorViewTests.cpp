@@ -22,6 +22,7 @@ private Q_SLOTS:
     void everyTextReachesThePageUnchanged();
     void editsBeforeANewContentCarryTheOldGeneration();
     void drainingWaitsForTypedKeys();
+    void drainingWaitsForAPageThatIsJustReady();
     void drainingWithoutAPageEndsAtOnce();
     void aKilledPageIsReportedAndCanBeLoadedAgain();
     void aMissingPageIsReported();
@@ -91,6 +92,31 @@ void WebEngineEditorViewTests::drainingWaitsForTypedKeys()
     f.drain();
 
     QCOMPARE(f.lastChange().first.size(), 15);
+}
+
+void WebEngineEditorViewTests::drainingWaitsForAPageThatIsJustReady()
+{
+    WebEngineEditorView view;
+    QStringList order;
+    view.setEvents({
+        .message =
+            [&](const QString& name, const QJsonValue&, EditorWebView::Generation) {
+                order.append(name);
+                if (name != u"ready"_s)
+                    return;
+                view.evaluate(u"window.VaultEditor.setContent('a')"_s, 1);
+                view.drain([&order] { order.append(u"drained"_s); });
+            },
+        .contentProcessTerminated = [] {},
+        .navigationFailed = [] {},
+        .vaultRoot = [] { return std::nullopt; },
+    });
+
+    view.load(u"vault://app/index.html"_s);
+
+    QTRY_VERIFY_WITH_TIMEOUT(order.contains(u"drained"_s), patience);
+    QCOMPARE(order.last(), u"drained"_s);
+    QVERIFY(order.contains(u"shown"_s));
 }
 
 void WebEngineEditorViewTests::drainingWithoutAPageEndsAtOnce()
