@@ -95,6 +95,11 @@ export class NoteEditor implements VaultEditor {
     this.view.focus();
   }
 
+  /** Takes in all of the note that is not shown yet: what looks through the note must have it whole. */
+  readAll(): void {
+    this.#finish();
+  }
+
   #freshState(): EditorState {
     const { doc } = this.#source;
     return EditorState.create({ doc, selection: firstPlace(doc), plugins: this.#plugins });

@@ -8,6 +8,8 @@ import { typingRules } from './commands/inputRules';
 import { keyPlugins } from './commands/keys';
 import { selectionReporter } from './commands/reporter';
 import { tableShape } from './commands/tableShape';
+import { countStatus } from './counts/status';
+import { findMarks } from './find/marks';
 import { caretBlock } from './views/caretBlock';
 import type { NoteContext } from './views/context';
 import { drawnBlockPlugin } from './views/drawn';
@@ -25,6 +27,8 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     ...keyPlugins(context),
     linkClicks(context),
     textDecorations(),
+    findMarks(),
+    countStatus(),
     history(),
     tableEditing(),
     tableShape(),
