@@ -10,6 +10,9 @@ import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
+import { changeBetween } from './source/update';
+import { offsetOf, placeAt } from './sourceView/offsets';
+import { TextStep } from './sourceView/textStep';
 import { markViews, nodeViews } from './views';
 import { firstPlace, lastPlace } from './views/drawn';
 
@@ -31,6 +34,8 @@ export class NoteEditor implements VaultEditor {
   #plugins: Plugin[];
   #reportDue = false;
   #lastEdit: Transaction | null = null;
+  /** Changes of the source that were undone or redone and not yet taken over. */
+  #textSteps: TextStep[] = [];
   #placed = true;
 
   constructor(root: HTMLElement) {
@@ -100,6 +105,48 @@ export class NoteEditor implements VaultEditor {
     this.#finish();
   }
 
+  /** The whole note, byte for byte. */
+  get text(): string {
+    this.#report();
+    return this.#source.text;
+  }
+
+  /** Makes `text` of the note, as one step that can be undone. The host is taken to know it already. */
+  rewrite(text: string): void {
+    this.#finish();
+    const before = this.text;
+    const change = changeBetween(before, text);
+    if (change === null) return;
+    const { from, to, nodes } = this.#source.reload(text)!;
+    const tr = replaceChildren(closeHistory(this.view.state.tr), from, to, nodes);
+    tr.step(new TextStep(change.from, before.slice(change.from, change.to), change.insert));
+    this.view.dispatch(tr.setMeta(FROM_TEXT, true));
+    this.view.dispatch(closeHistory(this.view.state.tr));
+  }
+
+  /** The caret's place in the source, with line ends of one character and no byte order mark. */
+  get caret(): number {
+    this.#finish();
+    return offsetOf(this.#source.blocks, this.view.state.selection.head);
+  }
+
+  set caret(offset: number) {
+    this.#finish();
+    const { tr } = this.view.state;
+    this.view.dispatch(tr.setSelection(placeAt(tr.doc, this.#source.blocks, offset)));
+  }
+
+  /** Brings the caret into sight. */
+  showCaret(): void {
+    const { top, bottom } = this.view.coordsAtPos(this.view.state.selection.head);
+    if (top < 0 || bottom > innerHeight) window.scrollBy(0, (top + bottom - innerHeight) / 2);
+  }
+
+  /** Hides the note while something else stands in its place. */
+  set isHidden(isHidden: boolean) {
+    this.view.dom.parentElement!.hidden = isHidden;
+  }
+
   #freshState(): EditorState {
     const { doc } = this.#source;
     return EditorState.create({ doc, selection: firstPlace(doc), plugins: this.#plugins });
@@ -155,6 +202,7 @@ export class NoteEditor implements VaultEditor {
     this.view.updateState(this.view.state.apply(tr));
     if (tr.selectionSet) this.#placed = true;
     if (!tr.docChanged || tr.getMeta(FROM_TEXT) === true) return;
+    for (const step of tr.steps) if (step instanceof TextStep) this.#textSteps.push(step);
     this.#lastEdit = tr;
     this.#scheduleReport();
   }
@@ -170,10 +218,21 @@ export class NoteEditor implements VaultEditor {
     if (!this.#reportDue) return;
     this.#reportDue = false;
     this.#complete();
+    const isRewritten = this.#takeTextSteps();
     const { change, corrections } = this.#apply(this.view.state.doc);
-    if (change !== null) post('changed', this.#source.text);
+    if (change !== null || isRewritten) post('changed', this.#source.text);
     // A correction would break an input method's composition; the same one comes again when it has ended.
     if (corrections.length > 0 && !this.view.composing) this.#correct(corrections);
+  }
+
+  /** Undoes or redoes what was changed in the source. What the document shows comes in step right after. */
+  #takeTextSteps(): boolean {
+    const before = this.#source.text;
+    for (const step of this.#textSteps.splice(0)) {
+      const text = step.changed(this.#source.text);
+      if (text !== null) this.#source.reload(text);
+    }
+    return this.#source.text !== before;
   }
 
   /** Puts the rest of the note behind a document that was edited before all of it was there. */

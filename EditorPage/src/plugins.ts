@@ -12,6 +12,7 @@ import { countStatus } from './counts/status';
 import { findMarks } from './find/marks';
 import { caretBlock } from './views/caretBlock';
 import type { NoteContext } from './views/context';
+import { codeColors } from './views/codeColors';
 import { drawnBlockPlugin } from './views/drawn';
 import { inlineSourceKeys } from './views/inlineSource';
 import { linkClicks } from './views/links';
@@ -27,6 +28,7 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     ...keyPlugins(context),
     linkClicks(context),
     textDecorations(),
+    codeColors(),
     findMarks(),
     countStatus(),
     history(),

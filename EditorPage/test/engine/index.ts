@@ -22,13 +22,15 @@ import { Recorder, type Result } from './harness';
 import { findTests } from './find';
 import { safetyTests } from './safety';
 
+import { sourceViewTests } from './sourceView';
+
 type Test = readonly [name: string, run: (recorder: Recorder) => Promise<string | void>];
 
 async function run(samples: readonly Sample[] = []): Promise<Result[]> {
   const recorder = new Recorder();
   recorder.install();
   const results: Result[] = [];
-  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...findTests, ...safetyTests, ...fidelityTests(samples)];
+  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...findTests, ...sourceViewTests, ...safetyTests, ...fidelityTests(samples)];
   try {
     for (const [name, test] of tests) results.push(await runOne(name, test, recorder));
   } finally {
