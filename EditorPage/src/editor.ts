@@ -3,7 +3,7 @@ import { closeHistory } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
-import { post, type VaultEditor } from './bridge';
+import { post } from './bridge';
 import { clipboardProps } from './clipboard/index';
 import { commandFor } from './commands/exec';
 import { markdownOf } from './markdown/write';
@@ -28,7 +28,7 @@ const USES_WHOLE_NOTE = ['keydown', 'beforeinput', 'copy', 'cut', 'paste', 'drop
 /** Marks transactions that bring the document in step with the text; they are no edits. */
 const FROM_TEXT = 'fromText';
 
-export class NoteEditor implements VaultEditor {
+export class NoteEditor {
   readonly view: EditorView;
   #source = SourceDocument.load('');
   #plugins: Plugin[];

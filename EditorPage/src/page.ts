@@ -1,10 +1,12 @@
 /** The page as the host drives it: the note's editor with what stands around it. */
 import type { VaultEditor } from './bridge';
+import { takeNoteNames } from './completion/plugin';
 import { TOGGLE_COUNTS } from './counts/status';
 import type { NoteEditor } from './editor';
 import { FindBar } from './find/bar';
 import { FOUND } from './find/marks';
 import { NoteTarget } from './find/noteTarget';
+import { receiveImage } from './images/plugin';
 import { SourceView } from './sourceView/sourceView';
 
 /** Actions of the page that the host's menus may send beside the commands that change the note. */
@@ -52,6 +54,14 @@ export class Page implements VaultEditor {
     else if (command === 'undo') this.#source.undo();
     else if (command === 'redo') this.#source.redo();
     else this.#execInSource(command, value);
+  }
+
+  setNoteNames(names: readonly string[]): void {
+    takeNoteNames(this.editor.view, names);
+  }
+
+  imageImported(id: number, path: string | null): void {
+    receiveImage(this.editor.view, id, path);
   }
 
   /** A command on the shown note, of which the source is shown afterwards. */

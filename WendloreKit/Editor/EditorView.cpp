@@ -1,5 +1,6 @@
 #include "Editor/EditorView.h"
 
+#include "Editor/PageRequests.h"
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
 
@@ -36,6 +37,7 @@ EditorView::EditorView(AppState& appState, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
+    new PageRequests(appState, appState.editorController(), this);
     showWebView();
     takeColors();
     connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);

@@ -16,6 +16,7 @@
  */
 import { bridgeTests } from './bridge';
 import { clipboardTests } from './clipboard';
+import { completionTests } from './completion';
 import { commandTests } from './commands';
 import { fidelityTests, type Sample } from './fidelity';
 import { Recorder, type Result } from './harness';
@@ -30,7 +31,7 @@ async function run(samples: readonly Sample[] = []): Promise<Result[]> {
   const recorder = new Recorder();
   recorder.install();
   const results: Result[] = [];
-  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...findTests, ...sourceViewTests, ...safetyTests, ...fidelityTests(samples)];
+  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...completionTests, ...findTests, ...sourceViewTests, ...safetyTests, ...fidelityTests(samples)];
   try {
     for (const [name, test] of tests) results.push(await runOne(name, test, recorder));
   } finally {
