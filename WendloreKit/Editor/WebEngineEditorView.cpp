@@ -1,6 +1,7 @@
 #include "Editor/WebEngineEditorView.h"
 
 #include "Editor/EditorPage.h"
+#include "Editor/Spelling.h"
 #include "Editor/WendloreSchemeHandler.h"
 
 #include <QMenu>
@@ -102,6 +103,7 @@ void WebEngineEditorView::makeProfile()
 {
     // Nobody accepts downloads here, so the engine refuses them.
     m_profile = std::make_unique<QWebEngineProfile>();
+    checkSpelling(*m_profile);
     auto* handler = new WendloreSchemeHandler(m_profile.get());
     handler->setVaultProvider([this] { return m_events.vaultRoot ? m_events.vaultRoot() : std::nullopt; });
     m_profile->installUrlSchemeHandler(schemeName, handler);
@@ -213,6 +215,7 @@ void WebEngineEditorView::showContextMenu(const QPoint& position)
     };
     auto* menu = new QMenu(m_view);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    addSpellingSuggestions(*menu, *m_page, m_view->lastContextMenuRequest());
     for (const auto& [webAction, title] : std::initializer_list<Entry>{
              {QWebEnginePage::Cut, u"Klipp ut"_s},
              {QWebEnginePage::Copy, u"Kopiera"_s},
