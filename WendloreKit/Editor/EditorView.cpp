@@ -1,13 +1,17 @@
 #include "Editor/EditorView.h"
 
+#include "Editor/EditorToolbar.h"
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
 
+#include "Look/Colors.h"
+#include "Look/Metrics.h"
 #include "State/AppState.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QMessageBox>
+#include <QPainter>
 #include <QVBoxLayout>
 #include <QWebEnginePage>
 #include <QWebEngineView>
@@ -34,12 +38,14 @@ EditorView::EditorView(AppState& appState, QWidget* parent)
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
     showWebView();
     takeColors();
     connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);
     connect(&m_session, &EditorSession::focusTaken, this, [this] { setFocus(); });
+    connect(&appState.editorController(), &WebEditorController::focused, this, [this] { setFocus(); });
     connect(&appState.editorController(), &WebEditorController::becameReady, this,
             &EditorView::giveFocusBack);
 }
@@ -55,6 +61,21 @@ void EditorView::showWebView()
     m_webView->setAccessibleName(u"Anteckning"_s);
     layout()->addWidget(m_webView);
     setFocusProxy(m_webView);
+}
+
+void EditorView::setInlineToolbar(bool isShown)
+{
+    if (isShown == (m_inlineToolbar != nullptr))
+        return;
+    if (!isShown) {
+        delete std::exchange(m_inlineToolbar, nullptr);
+        return;
+    }
+    m_inlineToolbar = new EditorToolbar(m_appState, m_appState.editorController(), this);
+    m_inlineToolbar->setContentsMargins(metrics::toolbarMargin, metrics::inset, metrics::toolbarMargin,
+                                        metrics::inset);
+    static_cast<QVBoxLayout*>(layout())->insertWidget(0, m_inlineToolbar);
+    m_inlineToolbar->show();
 }
 
 void EditorView::takeColors()
@@ -88,6 +109,14 @@ bool EditorView::event(QEvent* event)
         break;
     }
     return QWidget::event(event);
+}
+
+void EditorView::paintEvent(QPaintEvent* event)
+{
+    QWidget::paintEvent(event);
+    if (m_inlineToolbar)
+        QPainter(this).fillRect(0, m_inlineToolbar->geometry().bottom(), width(), 1,
+                                Colors::of(palette()).line);
 }
 
 void EditorView::showConflictNotice()

@@ -10,6 +10,8 @@ class QWebEngineView;
 
 namespace wendlore {
 
+class EditorToolbar;
+
 /// Shows the note that its session edits, and tells the user of conflicts.
 class EditorView final : public QWidget
 {
@@ -20,9 +22,12 @@ public:
     ~EditorView() override;
 
     [[nodiscard]] EditorSession& session() { return m_session; }
+    /// Shows the formatting buttons in a bar above the note, for windows that have no toolbar of their own.
+    void setInlineToolbar(bool isShown);
 
 protected:
     bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void showWebView();
@@ -34,6 +39,7 @@ private:
     AppState& m_appState;
     EditorSession m_session;
     QPointer<QWebEngineView> m_webView;
+    EditorToolbar* m_inlineToolbar = nullptr;
     QMessageBox* m_notice = nullptr;
 };
 
