@@ -1,17 +1,14 @@
 #include "Editor/EditorView.h"
 
-#include "Editor/EditorToolbar.h"
+#include "Editor/EditorBar.h"
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
 
-#include "Look/Colors.h"
-#include "Look/Metrics.h"
 #include "State/AppState.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QMessageBox>
-#include <QPainter>
 #include <QVBoxLayout>
 #include <QWebEnginePage>
 #include <QWebEngineView>
@@ -71,9 +68,7 @@ void EditorView::setInlineToolbar(bool isShown)
         delete std::exchange(m_inlineToolbar, nullptr);
         return;
     }
-    m_inlineToolbar = new EditorToolbar(m_appState, m_appState.editorController(), this);
-    m_inlineToolbar->setContentsMargins(metrics::toolbarMargin, metrics::inset, metrics::toolbarMargin,
-                                        metrics::inset);
+    m_inlineToolbar = new EditorBar(m_appState, this);
     static_cast<QVBoxLayout*>(layout())->insertWidget(0, m_inlineToolbar);
     m_inlineToolbar->show();
 }
@@ -109,14 +104,6 @@ bool EditorView::event(QEvent* event)
         break;
     }
     return QWidget::event(event);
-}
-
-void EditorView::paintEvent(QPaintEvent* event)
-{
-    QWidget::paintEvent(event);
-    if (m_inlineToolbar)
-        QPainter(this).fillRect(0, m_inlineToolbar->geometry().bottom(), width(), 1,
-                                Colors::of(palette()).line);
 }
 
 void EditorView::showConflictNotice()

@@ -10,7 +10,7 @@ class QWebEngineView;
 
 namespace wendlore {
 
-class EditorToolbar;
+class EditorBar;
 
 /// Shows the note that its session edits, and tells the user of conflicts.
 class EditorView final : public QWidget
@@ -27,7 +27,6 @@ public:
 
 protected:
     bool event(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
     void showWebView();
@@ -39,7 +38,7 @@ private:
     AppState& m_appState;
     EditorSession m_session;
     QPointer<QWebEngineView> m_webView;
-    EditorToolbar* m_inlineToolbar = nullptr;
+    EditorBar* m_inlineToolbar = nullptr;
     QMessageBox* m_notice = nullptr;
 };
 

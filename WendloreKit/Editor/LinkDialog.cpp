@@ -57,6 +57,7 @@ LinkDialog::LinkDialog(WebEditorController& controller, QStringList noteNames, Q
     kind->addStretch();
     m_parts->addWidget(makeNotePart());
     m_parts->addWidget(makeAddressPart());
+    layout()->setSizeConstraint(QLayout::SetFixedSize); // as large as what is asked
     contents().addLayout(kind);
     contents().addWidget(m_parts);
     addCancelButton();

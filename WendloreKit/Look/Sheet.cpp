@@ -36,7 +36,6 @@ Sheet::Sheet(const QString& title, QWidget* parent)
     auto* stack = new QVBoxLayout(this);
     stack->setContentsMargins(margin, margin, margin, margin);
     stack->setSpacing(spacing);
-    stack->setSizeConstraint(QLayout::SetFixedSize);
     m_contents->setSpacing(spacing);
     m_buttons->setSpacing(metrics::inset);
     m_buttons->addStretch();

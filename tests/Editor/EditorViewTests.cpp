@@ -1,6 +1,6 @@
 #include "Editor/EditorView.h"
 
-#include "Editor/EditorToolbar.h"
+#include "Editor/EditorBar.h"
 #include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
@@ -144,15 +144,15 @@ void EditorViewTests::aDarkPaletteMakesThePageDark()
 void EditorViewTests::theToolbarStandsInsideWhereItIsAskedFor()
 {
     Fixture f;
-    QVERIFY(!f.view.findChild<EditorToolbar*>());
+    QVERIFY(!f.view.findChild<EditorBar*>());
 
     f.view.setInlineToolbar(true);
-    const auto* bar = f.view.findChild<EditorToolbar*>();
+    const auto* bar = f.view.findChild<EditorBar*>();
     QVERIFY(bar && bar->isVisible());
     QVERIFY(f.view.minimumSizeHint().width() <= 320);
 
     f.view.setInlineToolbar(false);
-    QVERIFY(!f.view.findChild<EditorToolbar*>());
+    QVERIFY(!f.view.findChild<EditorBar*>());
 }
 
 } // namespace wendlore

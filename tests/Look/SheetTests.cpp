@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -16,21 +17,19 @@ namespace {
 class Question final : public Sheet
 {
 public:
-    Question()
-        : Sheet(u"Fråga"_s, nullptr)
+    explicit Question(QWidget* parent)
+        : Sheet(u"Fråga"_s, parent)
         , field(makeField(u"Svar"_s))
         , cancel(addCancelButton())
-        , answer(addButton(u"Svara"_s))
+        , save(addButton(u"Spara"_s))
     {
         contents().addWidget(field);
-        answer->setDefault(true);
-        connect(answer, &QPushButton::clicked, this, &QDialog::accept);
-        showAt(*this, sizeHint());
+        save->setDefault(true);
     }
 
     QLineEdit* field;
     QPushButton* cancel;
-    QPushButton* answer;
+    QPushButton* save;
 };
 
 } // namespace
@@ -42,43 +41,53 @@ class SheetTests final : public QObject
 private Q_SLOTS:
     void initTestCase() { useProductLook(); }
 
-    void enterPressesTheDefaultButton()
+    void itBelongsToItsWindowAndGoesWhenItIsClosed()
     {
-        const QPointer<Question> sheet = new Question;
+        QWidget window;
+        const QPointer sheet = new Question(&window);
+        sheet->open();
+        QCOMPARE(sheet->windowTitle(), u"Fråga"_s);
+        QCOMPARE(sheet->windowModality(), Qt::WindowModal);
+
+        QTest::mouseClick(sheet->cancel, Qt::LeftButton);
+
+        QTRY_VERIFY(!sheet);
+    }
+
+    void enterPressesTheDefaultButtonAndEscapeCancels()
+    {
+        QWidget window;
+        const QPointer sheet = new Question(&window);
+        sheet->open();
+        const QSignalSpy saves(sheet->save, &QPushButton::clicked);
 
         QTest::keyClick(sheet->field, Qt::Key_Return);
+        QCOMPARE(saves.count(), 1);
+        QTest::keyClick(sheet->field, Qt::Key_Escape);
 
-        QCOMPARE(sheet->result(), int(QDialog::Accepted));
-        QVERIFY(!sheet->isVisible());
+        QTRY_VERIFY(!sheet);
     }
 
     void enterPressesTheButtonThatHasTheFocus()
     {
-        const QPointer<Question> sheet = new Question;
+        QWidget window;
+        const QPointer sheet = new Question(&window);
+        sheet->open();
+        const QSignalSpy saves(sheet->save, &QPushButton::clicked);
         sheet->cancel->setFocus();
 
         QTest::keyClick(sheet->cancel, Qt::Key_Return);
 
-        QCOMPARE(sheet->result(), int(QDialog::Rejected));
-        QVERIFY(!sheet->isVisible());
-    }
-
-    void itGoesAwayOnceItIsClosed()
-    {
-        const QPointer<Question> sheet = new Question;
-
-        QTest::keyClick(sheet, Qt::Key_Escape);
-
+        QCOMPARE(saves.count(), 0);
         QTRY_VERIFY(!sheet);
     }
 
     void aFieldIsNamedByWhatItAsksFor()
     {
-        const QPointer<Question> sheet = new Question;
+        const Question sheet(nullptr);
 
-        QCOMPARE(sheet->field->accessibleName(), u"Svar"_s);
-        QCOMPARE(sheet->field->placeholderText(), u"Svar"_s);
-        delete sheet;
+        QCOMPARE(sheet.field->accessibleName(), u"Svar"_s);
+        QCOMPARE(sheet.field->placeholderText(), u"Svar"_s);
     }
 };
 
