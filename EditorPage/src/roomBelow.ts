@@ -11,5 +11,6 @@ export function keepRoomBelow(root: HTMLElement): void {
     const height = note.offsetHeight - parseFloat(style.paddingBottom) + parseFloat(style.paddingTop);
     root.toggleAttribute('data-long', height > window.innerHeight + 1);
   };
-  new ResizeObserver(measure).observe(root);
+  // Room that came or went at once would be seen as a change that nobody may see any more in this frame.
+  new ResizeObserver(() => requestAnimationFrame(measure)).observe(root);
 }
