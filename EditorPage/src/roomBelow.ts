@@ -4,8 +4,8 @@
  */
 export function keepRoomBelow(root: HTMLElement): void {
   const measure = (): void => {
-    const note = root.firstElementChild;
-    if (!(note instanceof HTMLElement)) return;
+    const note = root.querySelector<HTMLElement>('.ProseMirror');
+    if (note === null) return;
     const style = getComputedStyle(note);
     // Without the room, the margin below is the one above.
     const height = note.offsetHeight - parseFloat(style.paddingBottom) + parseFloat(style.paddingTop);
