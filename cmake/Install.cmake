@@ -16,6 +16,14 @@ configure_package_config_file(cmake/WendloreKitConfig.cmake.in ${CMAKE_BINARY_DI
                               INSTALL_DESTINATION ${package_dir} PATH_VARS bundle_dir)
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/WendloreKitConfigVersion.cmake
                                  VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
+
+# A host that links the library needs the packages that CMakeLists.txt finds, but for those of the tests.
+file(READ ${CMAKE_SOURCE_DIR}/CMakeLists.txt build_script)
+string(REGEX MATCHALL "(find_package|pkg_check_modules)\\([^)]*\\)" packages "${build_script}")
+list(FILTER packages EXCLUDE REGEX "COMPONENTS Test")
+list(JOIN packages "\n" packages)
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/Dependencies.cmake CONTENT "${packages}\n" @ONLY)
+
 install(FILES ${CMAKE_BINARY_DIR}/WendloreKitConfig.cmake ${CMAKE_BINARY_DIR}/WendloreKitConfigVersion.cmake
-              cmake/Dependencies.cmake
+              ${CMAKE_BINARY_DIR}/Dependencies.cmake
         DESTINATION ${package_dir} COMPONENT library)
