@@ -3,7 +3,7 @@ import { closeHistory } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
-import { post, type VaultEditor } from './bridge';
+import { ChangeReporter, type VaultEditor } from './bridge';
 import { clipboardProps } from './clipboard/index';
 import { commandFor } from './commands/exec';
 import { markdownOf } from './markdown/write';
@@ -28,6 +28,7 @@ const FROM_TEXT = 'fromText';
 export class NoteEditor implements VaultEditor {
   readonly view: EditorView;
   #source = SourceDocument.load('');
+  #reporter = new ChangeReporter();
   #plugins: Plugin[];
   #reportDue = false;
   #lastEdit: Transaction | null = null;
@@ -64,10 +65,16 @@ export class NoteEditor implements VaultEditor {
    */
   setContent(text: string): void {
     this.#report();
+    this.#reporter.restart();
     const before = this.#source.text;
     if (text === before) return;
     if (isSameNote(before, text)) this.#reload(text);
     else this.#open(text);
+  }
+
+  reportWhole(): void {
+    this.#report();
+    this.#reporter.tellWhole(this.#source.text);
   }
 
   /** Runs one of the toolbar's commands as one step that can be undone; unknown ones do nothing. */
@@ -189,7 +196,7 @@ export class NoteEditor implements VaultEditor {
   /** Tells the host what the note is with the document `doc`, and gives what the document has to become. */
   #tell(doc: Node): readonly Correction[] {
     const { change, corrections } = this.#apply(doc);
-    if (change !== null) post('changed', this.#source.text);
+    if (change !== null) this.#reporter.tell(change, this.#source.text);
     return corrections;
   }
 

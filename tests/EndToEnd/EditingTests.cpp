@@ -79,6 +79,8 @@ void EditingTests::typedTextIsWrittenExactly_data()
                                                             "a\r\n\r\nslut\r\n")
                                               << QByteArray("\xEF\xBB\xBF"
                                                             "a\r\n\r\nslut åäö\r\n");
+    const QByteArray many = QByteArray("Ett stycke som är långt nog, med **fet** text.\n\n").repeated(1500);
+    QTest::newRow("long") << many + "slut\n" << many + "slut åäö\n";
     QTest::newRow("empty") << QByteArray() << QByteArray(" åäö");
 }
 

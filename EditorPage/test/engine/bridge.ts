@@ -60,6 +60,35 @@ export const bridgeTests: Test[] = [
       expectEqual(recorder.text, wanted, 'text');
     }
   }],
+  ['a long note is reported as what has changed in it, and as a whole when asked', async (recorder) => {
+    const note = 'Ett stycke med **fet** text och mer.\n\n'.repeat(1200);
+    let text = '';
+    let count = 0;
+    window.webkit!.messageHandlers!.edited = {
+      postMessage: (edit) => {
+        text = text.slice(0, edit.from) + edit.insert + text.slice(edit.to);
+        expectEqual([edit.count, edit.length], [++count, text.length], 'count and length');
+      },
+    };
+    open(note);
+    text = note;
+    for (const step of ['a', 'b', ' ', '*c', '*']) {
+      type(step);
+      await turn();
+    }
+    editor().exec('heading', 2);
+    editor().exec('undo');
+    editor().exec('undo');
+    expect(count >= 6, `${count} edits`);
+    expectEqual(recorder.of('changed'), [], 'whole notes');
+    editor().reportWhole();
+    expectEqual(recorder.text === text, true, 'the edits give the whole text');
+    editor().setContent(text);
+    count = 0;
+    type('!');
+    await turn();
+    expectEqual(count, 1, 'edits after the content was set anew');
+  }],
   ['another note starts its own history', async (recorder) => {
     open('ett\n');
     type('!');
