@@ -12,6 +12,7 @@ import { isSameNote } from './similarity';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
 import { markViews, nodeViews } from './views';
 import { firstPlace, lastPlace } from './views/drawn';
+import { isTooLong, showTooLong } from './views/tooLong';
 
 /** Of a longer note this much is shown first, and taken in with every idle moment; in characters. */
 const FIRST_PART = 4_000;
@@ -34,15 +35,18 @@ export class NoteEditor implements VaultEditor {
   #lastEdit: Transaction | null = null;
   /** Whether the next edit is what the user is typing right now. */
   #isTyping = false;
+  /** A note that is too long to be shown. Nothing of it can be edited. */
+  #unshown: string | null = null;
   #placed = true;
 
-  constructor(root: HTMLElement) {
+  constructor(private root: HTMLElement) {
     const context = { definitionFor: (label: string) => this.#source.definitionFor(label) };
     this.#plugins = editorPlugins(context);
     this.view = new EditorView(root, {
       state: this.#freshState(),
       nodeViews: nodeViews(context),
       markViews,
+      editable: () => this.#unshown === null,
       attributes: {
         role: 'textbox',
         'aria-multiline': 'true',
@@ -67,20 +71,23 @@ export class NoteEditor implements VaultEditor {
     this.#report();
     this.#reporter.restart();
     const before = this.#source.text;
-    if (text === before) return;
-    if (isSameNote(before, text)) this.#reload(text);
+    if (text === (this.#unshown ?? before)) return;
+    this.#unshown = isTooLong(text) ? text : null;
+    showTooLong(this.root, this.#unshown);
+    if (this.#unshown !== null) this.#open('');
+    else if (isSameNote(before, text)) this.#reload(text);
     else this.#open(text);
   }
 
   reportWhole(): void {
     this.#report();
-    this.#reporter.tellWhole(this.#source.text);
+    this.#reporter.tellWhole(this.#unshown ?? this.#source.text);
   }
 
   /** Runs one of the toolbar's commands as one step that can be undone; unknown ones do nothing. */
   exec(command: string, value?: string | number): void {
     const run = commandFor(command, value);
-    if (run === null) return;
+    if (run === null || this.#unshown !== null) return;
     this.#expectInput(false);
     this.#report();
     this.view.focus();
@@ -161,6 +168,7 @@ export class NoteEditor implements VaultEditor {
   }
 
   #dispatch(tr: Transaction): void {
+    if (tr.docChanged && this.#unshown !== null) return;
     const next = this.view.state.apply(tr);
     const isEdit = tr.docChanged && tr.getMeta(FROM_TEXT) !== true;
     if (tr.selectionSet) this.#placed = true;
