@@ -1,5 +1,5 @@
 /**
- * The only place that talks to the host: it offers `window.VaultEditor` and posts the messages
+ * The only place that talks to the host: it offers `window.VaultEditor` and posts its messages
  * through `window.webkit.messageHandlers`. Outside the host (in a plain browser) messages go nowhere.
  */
 
@@ -32,12 +32,23 @@ export interface Edit {
   length: number;
 }
 
+/** A picture that the host is to put into the bucket; it answers with `imageImported`. */
+export interface ImageImport {
+  id: number;
+  name: string;
+  /** The file's bytes in base64. */
+  data: string;
+}
+
 interface MessageBodies {
   ready: Record<string, never>;
   changed: string;
   edited: Edit;
   selection: SelectionReport;
   openLink: LinkRequest;
+  /** Asks for the names of all notes; the host answers with `setNoteNames`. */
+  noteNames: Record<string, never>;
+  importImage: ImageImport;
 }
 
 type MessageHandlers = { [Name in keyof MessageBodies]?: { postMessage(body: MessageBodies[Name]): void } };
@@ -50,6 +61,9 @@ export interface VaultEditor {
   focus(): void;
   /** Posts the whole note, for a host that has lost count of its edits. */
   reportWhole(): void;
+  setNoteNames(names: readonly string[]): void;
+  /** `path` is where the picture `id` now lies in the bucket; null when it could not be put there. */
+  imageImported(id: number, path: string | null): void;
 }
 
 declare global {
