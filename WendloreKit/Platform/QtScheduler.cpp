@@ -1,7 +1,6 @@
 #include "Platform/QtScheduler.h"
 
 #include <QPointer>
-#include <QtConcurrent>
 #include <QTimer>
 
 #include <algorithm>
@@ -61,11 +60,16 @@ std::unique_ptr<ScheduledTask> QtScheduler::after(std::chrono::milliseconds dela
 std::unique_ptr<ScheduledTask> QtScheduler::inBackground(std::function<std::function<void()>()> work)
 {
     auto task = std::make_unique<BackgroundTask>();
-    QtConcurrent::run(&m_threads, std::move(work))
-        .then(&m_context, [token = task->token()](const std::function<void()>& deliver) {
-            if (!token.expired() && deliver)
-                deliver();
-        });
+    // Queued: work that ends at once must not deliver before the caller holds the task.
+    m_threads.start([this, work = std::move(work), token = task->token()] {
+        QMetaObject::invokeMethod(
+            &m_context,
+            [token, deliver = work()] {
+                if (!token.expired() && deliver)
+                    deliver();
+            },
+            Qt::QueuedConnection);
+    });
     return task;
 }
 

@@ -186,6 +186,7 @@ QWidget* ManageBucketsSheet::makeBucketRow(const FileURL& bucket, QWidget* paren
 QWidget* ManageBucketsSheet::makePendingRow(const SyncedVaultEntry& entry, QWidget* parent)
 {
     auto* link = new LabelButton(u"Länka…"_s, Tone::muted, parent);
+    link->setFont(sized(font(), metrics::textSize));
     link->describe(u"Länka %1"_s.arg(entry.name), {});
     connect(link, &LabelButton::clicked, this, [this, entry] {
         accept();

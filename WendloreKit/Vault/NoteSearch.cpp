@@ -48,7 +48,6 @@ public:
                 hits.push_back({folder.entry(notes[note].name, notes[note].isDirectory),
                                 std::move(snippets[note]).value_or(QString())});
         }
-        hits.shrink_to_fit(); // a hundred thousand of them wait for their order
         return hits;
     }
 
@@ -87,25 +86,34 @@ std::string_view fileName(const FileURL& url)
     return path.substr(path.rfind('/') + 1);
 }
 
-/// The hits of all folders in the order of their file names.
-std::vector<SearchHit> sortedByName(std::vector<std::vector<SearchHit>> folders, const NameOrder& order)
+/// Puts the element of place `places[i]` at place i, without a second list.
+void reorder(std::vector<SearchHit>& hits, std::vector<std::uint32_t> places)
 {
-    std::vector<SearchHit*> hits;
-    std::vector<std::string_view> names;
-    for (std::vector<SearchHit>& folder : folders) {
-        for (SearchHit& hit : folder) {
-            hits.push_back(&hit);
-            names.push_back(fileName(hit.url));
+    for (std::uint32_t start = 0; start < hits.size(); ++start) {
+        if (places[start] == start)
+            continue;
+        SearchHit first = std::move(hits[start]);
+        std::uint32_t free = start;
+        for (std::uint32_t next = places[free]; next != start; next = places[free]) {
+            hits[free] = std::move(hits[next]);
+            places[free] = free;
+            free = next;
         }
+        hits[free] = std::move(first);
+        places[free] = free;
     }
-    std::vector<SearchHit> sorted;
-    sorted.reserve(hits.size());
+}
+
+void sortByName(std::vector<SearchHit>& hits, const NameOrder& order)
+{
+    std::vector<std::string_view> names;
+    names.reserve(hits.size());
+    for (const SearchHit& hit : hits)
+        names.push_back(fileName(hit.url));
     const auto isBefore = [&](std::uint32_t left, std::uint32_t right) {
-        return isListedBefore(hits[left]->url, hits[right]->url);
+        return isListedBefore(hits[left].url, hits[right].url);
     };
-    for (const std::uint32_t place : order.sorted(names, isBefore))
-        sorted.push_back(std::move(*hits[place]));
-    return sorted;
+    reorder(hits, order.sorted(names, isBefore));
 }
 
 } // namespace
@@ -116,7 +124,7 @@ std::vector<SearchHit> searchNotes(const FileURL& root, const QString& query, co
     const SearchNeedle needle(query.toStdString(), rule);
     const FolderSearch search(needle);
     std::mutex mutex;
-    std::vector<std::vector<SearchHit>> hits;
+    std::vector<SearchHit> hits;
     const auto searchFolder = [&](const FileURL& folder, FollowLink followLink) {
         const FolderListing listing(folder, followLink);
         std::vector<FileNode> subfolders;
@@ -124,14 +132,14 @@ std::vector<SearchHit> searchNotes(const FileURL& root, const QString& query, co
             if (entry.isDirectory)
                 subfolders.push_back({folder.entry(entry.name, true), true, std::vector<FileNode>()});
         }
-        if (std::vector<SearchHit> found = search.hits(folder, listing); !found.empty()) {
-            const std::lock_guard lock(mutex);
-            hits.push_back(std::move(found));
-        }
+        std::vector<SearchHit> found = search.hits(folder, listing);
+        const std::lock_guard lock(mutex);
+        std::ranges::move(found, std::back_inserter(hits));
         return subfolders;
     };
     (void)walkFolders(root, searchFolder);
-    return sortedByName(std::move(hits), order);
+    sortByName(hits, order);
+    return hits;
 }
 
 } // namespace wendlore

@@ -29,7 +29,7 @@ export function run(program, args, { env = environment(), timeout = 300_000 } = 
   });
 }
 
-/** Starts a program and gives how to end it; what it prints goes nowhere. `started` is in milliseconds since 1970. */
+/** Starts a program and gives its number and how to end it; what it prints goes nowhere. `started` is in ms since 1970. */
 export function start(program, args, { env = environment() } = {}) {
   const started = performance.timeOrigin + performance.now();
   const child = spawn(program, args, { env, stdio: 'ignore' });
@@ -41,5 +41,5 @@ export function start(program, args, { env = environment() } = {}) {
     child.kill('SIGTERM');
     return ended;
   };
-  return { started, end };
+  return { started, end, pid: child.pid };
 }

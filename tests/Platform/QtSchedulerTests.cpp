@@ -22,6 +22,7 @@ private Q_SLOTS:
     void workMayScheduleItselfAgain();
     void taskMayOutliveItsScheduler();
     void backgroundWorkRunsElsewhereAndIsDeliveredHere();
+    void nothingIsDeliveredBeforeTheCallerHoldsTheTask();
     void resultNobodyWaitsForIsDropped();
     void deliveryMayDestroyItsOwnTask();
     void slowWorkDoesNotHoldUpOtherWork();
@@ -114,6 +115,18 @@ void QtSchedulerTests::taskMayOutliveItsScheduler()
     scheduler.reset();
 
     QVERIFY(task && background);
+}
+
+void QtSchedulerTests::nothingIsDeliveredBeforeTheCallerHoldsTheTask()
+{
+    QtScheduler scheduler;
+    for (int round = 0; round < 2000; ++round) {
+        int deliveries = 0;
+        const auto task = scheduler.inBackground([&] { return [&] { ++deliveries; }; });
+        QCOMPARE(deliveries, 0);
+        while (deliveries == 0)
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
 }
 
 void QtSchedulerTests::backgroundWorkRunsElsewhereAndIsDeliveredHere()
