@@ -129,7 +129,9 @@ export class NoteEditor {
 
   /** Makes `text` of the note, as one step that can be undone. The host is taken to know it already. */
   rewrite(text: string): void {
+    if (this.#unshown !== null) return;
     this.#finish();
+    this.#reporter.restart();
     const before = this.text;
     this.#reporter.restart();
     if (this.#unshown !== null) return this.setContent(text);

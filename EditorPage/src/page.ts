@@ -48,6 +48,7 @@ export class Page implements VaultEditor {
 
   reportWhole(): void {
     this.#source.settle();
+    this.#source.settle();
     this.editor.reportWhole();
   }
 

@@ -34,7 +34,7 @@ export class SourceView {
   /** Opens the source, or goes back to the note as it is shown. */
   async toggle(): Promise<void> {
     if (this.#open) this.#close();
-    else if (!this.#isOpening) await this.#show();
+    else if (!this.#isOpening && this.editor.view.editable) await this.#show();
   }
 
   /** Brings the note in step with the source, so that others can work on it. */
