@@ -49,6 +49,10 @@ export class SourceView {
   /** Shows what the note has become. */
   reload(): void {
     if (!this.#open) return;
+    if (!this.editor.view.editable) {
+      this.#close();
+      return;
+    }
     const { field, target } = this.#open;
     const text = new ShownText(this.editor.text);
     this.#open.text = text;
