@@ -27,7 +27,7 @@ public:
 
     [[nodiscard]] QAction* entry(const QString& title) const
     {
-        for (auto* action : window.findChildren<QAction*>()) {
+        for (auto* action : window.menuBar()->findChildren<QAction*>()) {
             if (action->text() == title)
                 return action;
         }
