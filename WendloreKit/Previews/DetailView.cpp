@@ -3,11 +3,13 @@
 #include "Previews/DetailToolbar.h"
 #include "Previews/EmptyVaultView.h"
 #include "Previews/FileCard.h"
+#include "Previews/FileOpenElsewhereView.h"
 
 #include "Editor/EditorSession.h"
 #include "Editor/EditorView.h"
 #include "Look/Colors.h"
 #include "State/AppState.h"
+#include "State/OpenFileWindows.h"
 #include "Vault/FilePreviewKind.h"
 
 #include <QLabel>
@@ -39,9 +41,10 @@ DetailView::DetailView(AppState& state, QWidget* parent)
     , m_placeholder(makePlaceholder(m_stack))
     , m_editor(new EditorView(state, m_stack))
     , m_card(new FileCard(state, m_stack))
+    , m_elsewhere(new FileOpenElsewhereView(m_stack))
 {
-    for (QWidget* view :
-         {m_empty, m_placeholder, static_cast<QWidget*>(m_editor), static_cast<QWidget*>(m_card)})
+    for (QWidget* view : {m_empty, m_placeholder, static_cast<QWidget*>(m_editor),
+                          static_cast<QWidget*>(m_card), static_cast<QWidget*>(m_elsewhere)})
         m_stack->addWidget(view);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -57,6 +60,7 @@ DetailView::DetailView(AppState& state, QWidget* parent)
     connect(&session, &EditorSession::titleChanged, this, &DetailView::showTitle);
     connect(&state, &AppState::vaultURLChanged, this, &DetailView::showSelection);
     connect(&state, &AppState::selectedFileChanged, this, &DetailView::showSelection);
+    connect(&OpenFileWindows::shared(), &OpenFileWindows::openChanged, this, &DetailView::showSelection);
     showSelection();
 }
 
@@ -69,6 +73,8 @@ void DetailView::showSelection()
         m_editor->session().close();
     if (view == m_card)
         m_card->setFile(*m_state.selectedFile());
+    if (view == m_elsewhere)
+        m_elsewhere->setFile(*m_state.selectedFile());
     m_toolbar->showEditorCommands(view == m_editor);
     m_stack->setCurrentWidget(view);
     showTitle();
@@ -81,6 +87,8 @@ QWidget* DetailView::viewForSelection()
     const auto& file = m_state.selectedFile();
     if (!file || !isViewableFile(*file))
         return m_placeholder;
+    if (OpenFileWindows::shared().isOpen(*file))
+        return m_elsewhere;
     return FilePreviewKind::of(*file) == FilePreviewKind::editor ? static_cast<QWidget*>(m_editor) : m_card;
 }
 
@@ -89,7 +97,7 @@ void DetailView::showTitle()
     const QWidget* view = m_stack->currentWidget();
     if (view == m_editor)
         m_toolbar->setTitle(m_editor->session().title(), DetailToolbar::Title::editable);
-    else if (view == m_card)
+    else if (view == m_card || view == m_elsewhere)
         m_toolbar->setTitle(m_state.selectedFile()->nameWithoutExtension(), DetailToolbar::Title::fixed);
     else
         m_toolbar->setTitle({}, DetailToolbar::Title::fixed);

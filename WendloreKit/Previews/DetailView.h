@@ -10,6 +10,7 @@ class AppState;
 class DetailToolbar;
 class EditorView;
 class FileCard;
+class FileOpenElsewhereView;
 
 /// The right column: the toolbar, and below it the viewer that suits the selected file.
 class DetailView final : public QWidget
@@ -34,6 +35,7 @@ private:
     /// One for as long as the window: edits may still arrive for a note after another file was selected.
     EditorView* m_editor;
     FileCard* m_card;
+    FileOpenElsewhereView* m_elsewhere;
 };
 
 } // namespace wendlore
