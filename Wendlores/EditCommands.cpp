@@ -20,6 +20,8 @@ struct EditCommands::Command final
     QString title;
     QKeySequence::StandardKey shortcut;
     std::function<void(QLineEdit&)> inField;
+    /// Whether the command could change or take anything in the field now.
+    std::function<bool(const QLineEdit&)> isPossibleInField;
     /// The page's own word for the command; empty where the engine carries it out.
     QString word;
     QWebEnginePage::WebAction inPage = QWebEnginePage::NoWebAction;
@@ -27,6 +29,11 @@ struct EditCommands::Command final
 };
 
 namespace {
+
+QLineEdit* focusedField()
+{
+    return qobject_cast<QLineEdit*>(QApplication::focusWidget());
+}
 
 QWebEngineView* focusedPage()
 {
@@ -37,6 +44,26 @@ QWebEngineView* focusedPage()
     return nullptr;
 }
 
+bool hasReadableSelection(const QLineEdit& field)
+{
+    return field.hasSelectedText() && field.echoMode() == QLineEdit::Normal;
+}
+
+bool hasRemovableSelection(const QLineEdit& field)
+{
+    return hasReadableSelection(field) && !field.isReadOnly();
+}
+
+bool isWritable(const QLineEdit& field)
+{
+    return !field.isReadOnly();
+}
+
+bool hasText(const QLineEdit& field)
+{
+    return !field.text().isEmpty();
+}
+
 } // namespace
 
 EditCommands::EditCommands(WebEditorController& controller, QObject* parent)
@@ -44,33 +71,48 @@ EditCommands::EditCommands(WebEditorController& controller, QObject* parent)
     , m_controller(controller)
 {}
 
+const std::vector<EditCommands::Command>& EditCommands::commands()
+{
+    using Key = QKeySequence;
+    using Page = QWebEnginePage;
+    static const std::vector<Command> all{
+        {u"Ångra"_s, Key::Undo, &QLineEdit::undo, &QLineEdit::isUndoAvailable, u"undo"_s},
+        {u"Gör om"_s, Key::Redo, &QLineEdit::redo, &QLineEdit::isRedoAvailable, u"redo"_s},
+        {u"Klipp ut"_s, Key::Cut, &QLineEdit::cut, hasRemovableSelection, {}, Page::Cut, true},
+        {u"Kopiera"_s, Key::Copy, &QLineEdit::copy, hasReadableSelection, {}, Page::Copy},
+        {u"Klistra in"_s, Key::Paste, &QLineEdit::paste, isWritable, {}, Page::Paste},
+        {u"Markera allt"_s, Key::SelectAll, &QLineEdit::selectAll, hasText, {}, Page::SelectAll, true},
+    };
+    return all;
+}
+
 void EditCommands::addTo(QMenu& menu)
 {
-    static const Command commands[] = {
-        {u"Ångra"_s, QKeySequence::Undo, &QLineEdit::undo, u"undo"_s},
-        {u"Gör om"_s, QKeySequence::Redo, &QLineEdit::redo, u"redo"_s},
-        {u"Klipp ut"_s, QKeySequence::Cut, &QLineEdit::cut, {}, QWebEnginePage::Cut, true},
-        {u"Kopiera"_s, QKeySequence::Copy, &QLineEdit::copy, {}, QWebEnginePage::Copy},
-        {u"Klistra in"_s, QKeySequence::Paste, &QLineEdit::paste, {}, QWebEnginePage::Paste},
-        {u"Markera allt"_s,
-         QKeySequence::SelectAll,
-         &QLineEdit::selectAll,
-         {},
-         QWebEnginePage::SelectAll,
-         true},
-    };
-    for (const Command& command : commands) {
+    for (const Command& command : commands()) {
         if (command.startsGroup)
             menu.addSeparator();
         QAction* action = menu.addAction(command.title);
         action->setShortcut(command.shortcut);
         connect(action, &QAction::triggered, this, [this, &command] { run(command); });
+        connect(&menu, &QMenu::aboutToShow, action,
+                [this, action, &command] { action->setEnabled(isPossible(command)); });
+        // A key has to reach what has the focus then, whatever the menu showed when it was open.
+        connect(&menu, &QMenu::aboutToHide, action, [action] { action->setEnabled(true); });
     }
+}
+
+bool EditCommands::isPossible(const Command& command) const
+{
+    if (const QLineEdit* field = focusedField())
+        return command.isPossibleInField(*field);
+    if (!command.word.isEmpty())
+        return m_controller.isReady() && m_controller.desiredContent().has_value();
+    return focusedPage() != nullptr;
 }
 
 void EditCommands::run(const Command& command)
 {
-    if (auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget()))
+    if (QLineEdit* field = focusedField())
         command.inField(*field);
     else if (!command.word.isEmpty())
         m_controller.exec(command.word);
