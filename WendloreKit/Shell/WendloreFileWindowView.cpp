@@ -15,6 +15,7 @@
 #include "Vault/Relocation.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -109,6 +110,7 @@ QWidget* WendloreFileWindowView::makeEditor()
     connect(
         &session, &EditorSession::loaded, this, [this] { m_windowState->editorController().focus(); },
         Qt::SingleShotConnection);
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, &session, &EditorSession::flush);
     m_editor->setFocus();
     return pane;
 }
