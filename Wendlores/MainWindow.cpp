@@ -6,6 +6,7 @@
 #include "Editor/EditorView.h"
 #include "Previews/ContentView.h"
 #include "Previews/DetailView.h"
+#include "Shell/FileTreeView.h"
 #include "Shell/SidebarView.h"
 #include "Shell/WindowGeometry.h"
 #include "Shell/WindowTabBar.h"
@@ -41,6 +42,7 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     , m_closing(*this, session())
 {
     buildContent();
+    connectSidebar(*m_content->findChild<SidebarView*>());
     setMinimumSize(smallest);
     restoreLayout();
     setOtherWindows({});
@@ -83,6 +85,14 @@ void MainWindow::bringForward()
     show();
     raise();
     activateWindow();
+}
+
+void MainWindow::connectSidebar(SidebarView& sidebar)
+{
+    FileTreeView& tree = sidebar.tree();
+    tree.setUndoRegistrar(&m_undo);
+    connect(&tree, &FileTreeView::undoRequested, &m_moves, &QUndoStack::undo);
+    connect(&tree, &FileTreeView::redoRequested, &m_moves, &QUndoStack::redo);
 }
 
 void MainWindow::showTitle()

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "Platform/UndoStackRegistrar.h"
 #include "Shell/WindowClosing.h"
 
 #include <QMainWindow>
+#include <QUndoStack>
 
 #include <memory>
 
@@ -12,6 +14,7 @@ class AppState;
 class ContentView;
 class EditorSession;
 class MenuCommands;
+class SidebarView;
 class WindowTabBar;
 
 /// The program's main window. Closing it first waits for the keys that were typed last, and writes them.
@@ -42,9 +45,13 @@ private:
     void keepLayout() const;
     void toggleSidebar();
     void toggleTabBar();
+    void connectSidebar(SidebarView& sidebar);
     void showTitle();
 
     AppState& m_state;
+    /// Moves in the sidebar, to be taken back there.
+    QUndoStack m_moves;
+    UndoStackRegistrar m_undo{m_moves};
     ContentView* m_content;
     MenuCommands* m_menus;
     WindowTabBar* m_tabs;

@@ -2,13 +2,12 @@
 
 #include "Shell/WindowClosing.h"
 
+#include "Editor/EditorBar.h"
 #include "Editor/EditorSession.h"
-#include "Editor/EditorToolbar.h"
 #include "Editor/EditorView.h"
 #include "Editor/WebEditorController.h"
 #include "Look/Colors.h"
-#include "Look/Metrics.h"
-#include "Previews/FileCard.h"
+#include "Previews/FileViewer.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
 #include "Vault/FilePreviewKind.h"
@@ -17,7 +16,6 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QPainter>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -30,29 +28,6 @@ namespace {
 
 constexpr QSize smallest(480, 320);
 constexpr QSize first(900, 700);
-
-/// The bar above the note, with the editor's commands in its middle.
-class CommandBar final : public QWidget
-{
-public:
-    CommandBar(AppState& state, QWidget* parent)
-        : QWidget(parent)
-    {
-        setFixedHeight(metrics::toolbarHeight);
-        auto* row = new QHBoxLayout(this);
-        row->setContentsMargins(metrics::toolbarMargin, 0, metrics::toolbarMargin, 0);
-        row->addWidget(new EditorToolbar(state, state.editorController(), this), 1, Qt::AlignCenter);
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        const Colors& colors = Colors::of(palette());
-        painter.fillRect(rect(), colors.paper);
-        painter.fillRect(0, height() - 1, width(), 1, colors.line);
-    }
-};
 
 } // namespace
 
@@ -89,9 +64,7 @@ QWidget* WendloreFileWindowView::makeContent()
     }
     if (FilePreviewKind::of(*m_fileURL) == FilePreviewKind::editor)
         return makeEditor();
-    auto* card = new FileCard(*m_windowState, this);
-    card->setFile(*m_fileURL);
-    return card;
+    return makeFileViewer(*m_windowState, *m_fileURL, this);
 }
 
 QWidget* WendloreFileWindowView::makeEditor()
@@ -102,7 +75,7 @@ QWidget* WendloreFileWindowView::makeEditor()
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(new CommandBar(*m_windowState, pane));
+    layout->addWidget(new EditorBar(*m_windowState, pane));
     layout->addWidget(m_editor, 1);
 
     EditorSession& session = m_editor->session();

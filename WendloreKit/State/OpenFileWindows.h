@@ -2,6 +2,7 @@
 
 #include "Vault/FileURL.h"
 
+#include <QMetaMethod>
 #include <QObject>
 
 #include <set>
@@ -22,6 +23,12 @@ public:
 
     [[nodiscard]] const std::set<FileURL>& open() const { return m_open; }
     [[nodiscard]] bool isOpen(const FileURL& file) const;
+
+    /// Whether there is anybody who makes such windows; not where the views are embedded in another program.
+    [[nodiscard]] bool canOpen() const
+    {
+        return isSignalConnected(QMetaMethod::fromSignal(&OpenFileWindows::windowRequested));
+    }
 
     /// For the windows themselves, when they appear and disappear.
     void insert(const FileURL& file);

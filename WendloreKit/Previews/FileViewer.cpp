@@ -1,0 +1,27 @@
+#include "Previews/FileViewer.h"
+
+#include "Previews/FileCard.h"
+
+#include "Vault/FilePreviewKind.h"
+
+namespace wendlore {
+
+QWidget* makeFileViewer(AppState& state, const FileURL& file, QWidget* parent)
+{
+    switch (FilePreviewKind::of(file)) {
+    case FilePreviewKind::image:
+        return new FileCard(state, file, parent);
+    case FilePreviewKind::pdf:
+        return new FileCard(state, file, parent);
+    case FilePreviewKind::html:
+        return new FileCard(state, file, parent);
+    case FilePreviewKind::google:
+        return new FileCard(state, file, parent);
+    case FilePreviewKind::editor:
+    case FilePreviewKind::other:
+        break;
+    }
+    return new FileCard(state, file, parent);
+}
+
+} // namespace wendlore
