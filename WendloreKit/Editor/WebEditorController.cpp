@@ -98,8 +98,10 @@ void WebEditorController::setZoom(double zoom)
 
 void WebEditorController::focus()
 {
-    if (m_isReady)
-        m_webView->evaluate(call(u"focus"_s, {}));
+    if (!m_isReady)
+        return;
+    m_webView->evaluate(call(u"focus"_s, {}));
+    Q_EMIT focused();
 }
 
 void WebEditorController::drain(std::function<void()> done)

@@ -67,6 +67,8 @@ Q_SIGNALS:
     void stateChanged();
     /// The page announced that it can be driven; it has been given all it should show.
     void becameReady();
+    /// The caret was put into the page, whose view is to get the keys.
+    void focused();
 
 private:
     /// One content that was put into the page, and who receives what is done to it.
