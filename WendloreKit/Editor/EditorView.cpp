@@ -1,6 +1,7 @@
 #include "Editor/EditorView.h"
 
 #include "Editor/EditorBar.h"
+#include "Editor/PageRequests.h"
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
 
@@ -38,6 +39,7 @@ EditorView::EditorView(AppState& appState, QWidget* parent)
     layout->setSpacing(0);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
+    new PageRequests(appState, appState.editorController(), this);
     showWebView();
     takeColors();
     connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);

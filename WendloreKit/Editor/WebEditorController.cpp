@@ -134,6 +134,8 @@ void WebEditorController::receive(const QString& name, const QJsonValue& body,
         pageSelects(ToolbarState::fromMessage(body.toObject()));
     else if (name == "openLink"_L1)
         pageOpensLink(body, generation);
+    else if (m_onRequest)
+        m_onRequest(name, body);
 }
 
 void WebEditorController::pageIsReady()
