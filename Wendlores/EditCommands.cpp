@@ -1,6 +1,7 @@
 #include "Wendlores/EditCommands.h"
 
 #include "Editor/WebEditorController.h"
+#include "Editor/WebEngineEditorView.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,7 +19,8 @@ namespace wendlore {
 struct EditCommands::Command final
 {
     QString title;
-    QKeySequence::StandardKey shortcut;
+    QKeySequence shortcut;
+    /// Empty for what only a note has.
     std::function<void(QLineEdit&)> inField;
     /// Whether the command could change or take anything in the field now.
     std::function<bool(const QLineEdit&)> isPossibleInField;
@@ -82,6 +84,8 @@ const std::vector<EditCommands::Command>& EditCommands::commands()
         {u"Kopiera"_s, Key::Copy, &QLineEdit::copy, hasReadableSelection, {}, Page::Copy},
         {u"Klistra in"_s, Key::Paste, &QLineEdit::paste, isWritable, {}, Page::Paste},
         {u"Markera allt"_s, Key::SelectAll, &QLineEdit::selectAll, hasText, {}, Page::SelectAll, true},
+        {u"Sök i anteckningen"_s, Key::Find, {}, {}, u"find"_s, Page::NoWebAction, true},
+        {u"Sök och ersätt"_s, Qt::CTRL | Qt::Key_H, {}, {}, u"replace"_s},
     };
     return all;
 }
@@ -103,7 +107,7 @@ void EditCommands::addTo(QMenu& menu)
 
 bool EditCommands::isPossible(const Command& command) const
 {
-    if (const QLineEdit* field = focusedField())
+    if (const QLineEdit* field = focusedField(); field && command.inField)
         return command.isPossibleInField(*field);
     if (!command.word.isEmpty())
         return m_controller.isReady() && m_controller.desiredContent().has_value();
@@ -112,12 +116,20 @@ bool EditCommands::isPossible(const Command& command) const
 
 void EditCommands::run(const Command& command)
 {
-    if (QLineEdit* field = focusedField())
+    if (QLineEdit* field = focusedField(); field && command.inField)
         command.inField(*field);
     else if (!command.word.isEmpty())
-        m_controller.exec(command.word);
+        execInNote(command);
     else if (QWebEngineView* page = focusedPage())
         page->triggerPageAction(command.inPage);
+}
+
+void EditCommands::execInNote(const Command& command)
+{
+    const auto* engine = dynamic_cast<const WebEngineEditorView*>(&m_controller.webView());
+    if (!command.inField && engine && engine->widget())
+        engine->widget()->setFocus(); // what opens there takes keys
+    m_controller.exec(command.word);
 }
 
 } // namespace wendlore

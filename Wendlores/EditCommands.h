@@ -27,6 +27,7 @@ private:
     [[nodiscard]] static const std::vector<Command>& commands();
     [[nodiscard]] bool isPossible(const Command& command) const;
     void run(const Command& command);
+    void execInNote(const Command& command);
 
     WebEditorController& m_controller;
 };

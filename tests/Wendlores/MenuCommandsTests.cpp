@@ -112,6 +112,7 @@ private Q_SLOTS:
         QTest::newRow("close") << u"Stäng fönster"_s << u"Ctrl+W"_s;
         QTest::newRow("quit") << u"Avsluta"_s << u"Ctrl+Q"_s;
         QTest::newRow("undo") << u"Ångra"_s << u"Ctrl+Z"_s;
+        QTest::newRow("find") << u"Sök i anteckningen"_s << u"Ctrl+F"_s;
         QTest::newRow("select all") << u"Markera allt"_s << u"Ctrl+A"_s;
         QTest::newRow("typography") << u"Importera typografi…"_s << u"Ctrl+Alt+T"_s;
     }
@@ -198,6 +199,8 @@ private Q_SLOTS:
         menus.entry(u"Markera allt"_s)->trigger();
         QCOMPARE(field.selectedText(), u"hej"_s);
 
+        menus.entry(u"Sök i anteckningen"_s)->trigger();
+        QVERIFY(menus.services.page->scripts.contains(u"window.VaultEditor.exec(\"find\")"_s));
         field.clearFocus();
         menus.entry(u"Ångra"_s)->trigger();
         QVERIFY(menus.services.page->scripts.contains(u"window.VaultEditor.exec(\"undo\")"_s));
