@@ -36,12 +36,13 @@ public:
             [&] { return (found = display.windows(title + u" — Wendlores"_s)).size() == count; }, patience));
         return found;
     }
-    /// Presses the key until the note on disk has it: nothing outside tells when the page takes keys.
-    [[nodiscard]] bool startTyping(const Bucket& bucket, const QString& note) const
+    /// Presses a key until the note on disk changes: nothing outside tells when the page takes keys.
+    [[nodiscard]] bool goOnTyping(const Bucket& bucket, const QString& note) const
     {
+        const QByteArray before = bucket.read(note);
         for (int tries = 0; tries < 10; ++tries) {
             display.type(u"x"_s);
-            if (QTest::qWaitFor([&] { return !bucket.read(note).isEmpty(); }, 4000))
+            if (QTest::qWaitFor([&] { return bucket.read(note) != before; }, 4000))
                 return true;
         }
         return false;
@@ -86,7 +87,7 @@ private Q_SLOTS:
 
         person.display.press(u"ctrl+n"_s);
         QTRY_VERIFY_WITH_TIMEOUT(bucket.exists(note), patience);
-        QVERIFY(person.startTyping(bucket, note));
+        QVERIFY(person.goOnTyping(bucket, note));
         person.display.type(u" hej"_s);
         QVERIFY(endsWith(bucket, note, " hej"));
 
@@ -95,13 +96,7 @@ private Q_SLOTS:
         QCOMPARE(both.size(), 2);
         both.removeAll(main[0]);
         person.display.focus(both[0]);
-        const QByteArray before = bucket.read(note);
-        QVERIFY(QTest::qWaitFor(
-            [&] {
-                person.display.type(u"y"_s);
-                return QTest::qWaitFor([&] { return bucket.read(note) != before; }, 4000);
-            },
-            patience));
+        QVERIFY(person.goOnTyping(bucket, note));
         person.display.press(u"ctrl+w"_s);
         QCOMPARE(person.windows(u"Ny not"_s, 1), main);
 
