@@ -21,6 +21,17 @@ export interface LinkRequest {
   wiki: boolean;
 }
 
+/** One change of a long note: `insert` in place of what stands from `from` to `to` of the text before it. */
+export interface Edit {
+  from: number;
+  to: number;
+  insert: string;
+  /** How many edits have been told since the host had the whole text, this one too. */
+  count: number;
+  /** How long the text is afterwards. */
+  length: number;
+}
+
 /** A picture that the host is to put into the bucket; it answers with `imageImported`. */
 export interface ImageImport {
   id: number;
@@ -32,6 +43,7 @@ export interface ImageImport {
 interface MessageBodies {
   ready: Record<string, never>;
   changed: string;
+  edited: Edit;
   selection: SelectionReport;
   openLink: LinkRequest;
   /** Asks for the names of all notes; the host answers with `setNoteNames`. */
@@ -47,6 +59,8 @@ export interface VaultEditor {
   exec(command: string, value?: string | number): void;
   setTheme(theme: string): void;
   focus(): void;
+  /** Posts the whole note, for a host that has lost count of its edits. */
+  reportWhole(): void;
   setNoteNames(names: readonly string[]): void;
   /** `path` is where the picture `id` now lies in the bucket; null when it could not be put there. */
   imageImported(id: number, path: string | null): void;
@@ -62,6 +76,30 @@ declare global {
 /** Posts one message to the host; without a host it does nothing. */
 export function post<Name extends keyof MessageBodies>(name: Name, body: MessageBodies[Name]): void {
   window.webkit?.messageHandlers?.[name]?.postMessage(body);
+}
+
+/** A note of up to so many characters is handed over whole with every change. */
+const WHOLE_LIMIT = 32_000;
+
+/** Tells the host how the note changes: the whole of it, or of a long one, to a host that takes that, only what has changed. */
+export class ChangeReporter {
+  #count = 0;
+
+  /** To be called when the host has given the page its text: both have the same. */
+  restart(): void {
+    this.#count = 0;
+  }
+
+  /** The note has become `text` by `change`. */
+  tell({ from, to, insert }: Pick<Edit, 'from' | 'to' | 'insert'>, text: string): void {
+    if (text.length <= WHOLE_LIMIT || !window.webkit?.messageHandlers?.edited) this.tellWhole(text);
+    else post('edited', { from, to, insert, count: ++this.#count, length: text.length });
+  }
+
+  tellWhole(text: string): void {
+    this.#count = 0;
+    post('changed', text);
+  }
 }
 
 /** Offers `editor` to the host and tells it that the page can be used. */

@@ -3,7 +3,7 @@ import { closeHistory } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
-import { post } from './bridge';
+import { ChangeReporter } from './bridge';
 import { clipboardProps } from './clipboard/index';
 import { commandFor } from './commands/exec';
 import { markdownOf } from './markdown/write';
@@ -15,6 +15,7 @@ import { offsetOf, placeAt } from './sourceView/offsets';
 import { TextStep } from './sourceView/textStep';
 import { markViews, nodeViews } from './views';
 import { firstPlace, lastPlace } from './views/drawn';
+import { isTooLong, showTooLong } from './views/tooLong';
 
 /** Of a longer note this much is shown first, and taken in with every idle moment; in characters. */
 const FIRST_PART = 4_000;
@@ -31,6 +32,7 @@ const FROM_TEXT = 'fromText';
 export class NoteEditor {
   readonly view: EditorView;
   #source = SourceDocument.load('');
+  #reporter = new ChangeReporter();
   #plugins: Plugin[];
   #reportDue = false;
   #lastEdit: Transaction | null = null;
@@ -38,15 +40,18 @@ export class NoteEditor {
   #textSteps: TextStep[] = [];
   /** Whether the next edit is what the user is typing right now. */
   #isTyping = false;
+  /** A note that is too long to be shown. Nothing of it can be edited. */
+  #unshown: string | null = null;
   #placed = true;
 
-  constructor(root: HTMLElement) {
+  constructor(private root: HTMLElement) {
     const context = { definitionFor: (label: string) => this.#source.definitionFor(label) };
     this.#plugins = editorPlugins(context);
     this.view = new EditorView(root, {
       state: this.#freshState(),
       nodeViews: nodeViews(context),
       markViews,
+      editable: () => this.#unshown === null,
       attributes: {
         role: 'textbox',
         'aria-multiline': 'true',
@@ -69,16 +74,25 @@ export class NoteEditor {
    */
   setContent(text: string): void {
     this.#report();
+    this.#reporter.restart();
     const before = this.#source.text;
-    if (text === before) return;
-    if (isSameNote(before, text)) this.#reload(text);
+    if (text === (this.#unshown ?? before)) return;
+    this.#unshown = isTooLong(text) ? text : null;
+    showTooLong(this.root, this.#unshown);
+    if (this.#unshown !== null) this.#open('');
+    else if (isSameNote(before, text)) this.#reload(text);
     else this.#open(text);
+  }
+
+  reportWhole(): void {
+    this.#report();
+    this.#reporter.tellWhole(this.#unshown ?? this.#source.text);
   }
 
   /** Runs one of the toolbar's commands as one step that can be undone; unknown ones do nothing. */
   exec(command: string, value?: string | number): void {
     const run = commandFor(command, value);
-    if (run === null) return;
+    if (run === null || this.#unshown !== null) return;
     this.#expectInput(false);
     this.#report();
     this.view.focus();
@@ -110,13 +124,15 @@ export class NoteEditor {
   /** The whole note, byte for byte. */
   get text(): string {
     this.#report();
-    return this.#source.text;
+    return this.#unshown ?? this.#source.text;
   }
 
   /** Makes `text` of the note, as one step that can be undone. The host is taken to know it already. */
   rewrite(text: string): void {
     this.#finish();
     const before = this.text;
+    this.#reporter.restart();
+    if (this.#unshown !== null) return this.setContent(text);
     const change = changeBetween(before, text);
     if (change === null) return;
     const { from, to, nodes } = this.#source.reload(text)!;
@@ -206,6 +222,7 @@ export class NoteEditor {
   }
 
   #dispatch(tr: Transaction): void {
+    if (tr.docChanged && this.#unshown !== null) return;
     const next = this.view.state.apply(tr);
     const isEdit = tr.docChanged && tr.getMeta(FROM_TEXT) !== true;
     if (tr.selectionSet) this.#placed = true;
@@ -245,7 +262,8 @@ export class NoteEditor {
   #tell(doc: Node): readonly Correction[] {
     const isRewritten = this.#takeTextSteps();
     const { change, corrections } = this.#apply(doc);
-    if (change !== null || isRewritten) post('changed', this.#source.text);
+    if (isRewritten) this.#reporter.tellWhole(this.#source.text);
+    else if (change !== null) this.#reporter.tell(change, this.#source.text);
     return corrections;
   }
 

@@ -46,6 +46,11 @@ export class Page implements VaultEditor {
     this.#source.reload();
   }
 
+  reportWhole(): void {
+    this.#source.settle();
+    this.editor.reportWhole();
+  }
+
   /** Runs an action of the page, or one of the toolbar's commands; unknown ones do nothing. */
   exec(command: string, value?: string | number): void {
     const action = Object.hasOwn(this.#actions, command) ? this.#actions[command] : undefined;

@@ -2,6 +2,7 @@
 
 #include "Editor/EditorScript.h"
 #include "Editor/Scheduler.h"
+#include "Editor/TextEdit.h"
 #include "Typography/TypographyScript.h"
 
 #include <QJsonObject>
@@ -58,7 +59,7 @@ void WebEditorController::setContent(const QString& text)
     if (!m_shown.empty() && !m_shown.back().isSent)
         m_shown.pop_back();
     m_desiredContent = text;
-    m_shown.push_back({++m_generation, m_onChanged, m_onOpenLink});
+    m_shown.push_back({++m_generation, m_onChanged, m_onOpenLink, text});
     if (m_isReady)
         sendContent();
 }
@@ -130,6 +131,8 @@ void WebEditorController::receive(const QString& name, const QJsonValue& body,
         pageIsReady();
     else if (name == "changed"_L1 && body.isString())
         pageChanged(body.toString(), generation);
+    else if (name == "edited"_L1 && body.isObject())
+        pageEdited(body.toObject(), generation);
     else if (name == "selection"_L1 && body.isObject())
         pageSelects(ToolbarState::fromMessage(body.toObject()));
     else if (name == "openLink"_L1)
@@ -150,15 +153,37 @@ void WebEditorController::pageIsReady()
     Q_EMIT becameReady();
 }
 
-void WebEditorController::pageChanged(const QString& text, EditorWebView::Generation generation)
+void WebEditorController::pageChanged(const QString& text, EditorWebView::Generation generation, int edits)
 {
     const std::optional<Shown> content = shown(generation);
     if (!content)
         return;
+    if (const auto known = std::ranges::find(m_shown, generation, &Shown::generation);
+        known != m_shown.end()) {
+        known->text = text;
+        known->edits = edits;
+    }
     if (generation == m_generation)
         m_desiredContent = text;
     if (content->changed)
         content->changed(text);
+}
+
+/// A long note comes as what has changed in it. What does not fit what is known of it is asked for as a
+/// whole.
+void WebEditorController::pageEdited(const QJsonObject& body, EditorWebView::Generation generation)
+{
+    const std::optional<Shown> content = shown(generation);
+    if (!content)
+        return;
+    const std::optional<TextEdit> edit = TextEdit::fromMessage(body);
+    const bool isNext = edit && edit->count == content->edits + 1;
+    if (const std::optional<QString> text = isNext ? edit->appliedTo(content->text) : std::nullopt)
+        pageChanged(*text, generation, edit->count);
+    else if (generation == m_generation)
+        m_webView->evaluate(call(u"reportWhole"_s, {}));
+    else
+        qWarning("an edit of a note that was left does not fit its text");
 }
 
 void WebEditorController::pageSelects(const ToolbarState& state)
@@ -185,13 +210,16 @@ WebEditorController::shown(EditorWebView::Generation generation) const
     if (found != m_shown.end())
         return *found;
     // Before the first content there is one page, which shows nothing yet.
-    return m_generation == 0 ? std::optional(Shown{0, m_onChanged, m_onOpenLink}) : std::nullopt;
+    return m_generation == 0 ? std::optional(Shown{0, m_onChanged, m_onOpenLink, {}}) : std::nullopt;
 }
 
 void WebEditorController::sendContent()
 {
-    if (!m_shown.empty())
+    if (!m_shown.empty()) {
         m_shown.back().isSent = true;
+        m_shown.back().text = *m_desiredContent;
+        m_shown.back().edits = 0;
+    }
     m_webView->evaluate(call(u"setContent"_s, jsString(*m_desiredContent)), m_generation);
 }
 

@@ -80,12 +80,16 @@ private:
         EditorWebView::Generation generation;
         Changed changed;
         OpenLink openLink;
+        /// The note as the page has last reported it, and how many edits of it have come since it was whole.
+        QString text;
+        int edits = 0;
         bool isSent = false;
     };
 
     void receive(const QString& name, const QJsonValue& body, EditorWebView::Generation generation);
     void pageIsReady();
-    void pageChanged(const QString& text, EditorWebView::Generation generation);
+    void pageChanged(const QString& text, EditorWebView::Generation generation, int edits = 0);
+    void pageEdited(const QJsonObject& body, EditorWebView::Generation generation);
     void pageSelects(const ToolbarState& state);
     void pageOpensLink(const QJsonValue& body, EditorWebView::Generation generation);
     [[nodiscard]] std::optional<Shown> shown(EditorWebView::Generation generation) const;

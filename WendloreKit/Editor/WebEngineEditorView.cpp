@@ -31,7 +31,7 @@ const QString bridgeScript = uR"JS((() => {
   const post = (name, body = null) => transport.send(JSON.stringify(
     {type: 6, id: ++calls, object: 'host', method: 'post', args: [name, body, shown]}));
   const handlers = {};
-  for (const name of ['ready', 'changed', 'selection', 'openLink', 'noteNames', 'importImage'])
+  for (const name of ['ready', 'changed', 'edited', 'selection', 'openLink', 'noteNames', 'importImage'])
     handlers[name] = Object.freeze({postMessage: body => post(name, body)});
   window.webkit = Object.freeze({messageHandlers: Object.freeze(handlers)});
   Object.defineProperty(window, '__host', {value: Object.freeze({

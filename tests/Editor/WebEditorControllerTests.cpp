@@ -48,6 +48,12 @@ struct Fixture final
     QStringList links;
 };
 
+QJsonObject edit(int from, int to, const QString& insert, int count, int length)
+{
+    return {
+        {u"from"_s, from}, {u"to"_s, to}, {u"insert"_s, insert}, {u"count"_s, count}, {u"length"_s, length}};
+}
+
 } // namespace
 
 class WebEditorControllerTests final : public QObject
@@ -67,6 +73,9 @@ private Q_SLOTS:
     void changedGoesToTheReceiverAndIsRemembered();
     void malformedChangedIsIgnored_data();
     void malformedChangedIsIgnored();
+    void editsOfALongNoteGiveItsWholeText();
+    void anEditThatDoesNotFitAsksForTheWholeNote();
+    void lateEditsGoToTheNoteTheyWereTypedIn();
     void selectionPublishesTheState();
     void malformedSelectionIsIgnored();
     void openLinkTakesTextOrDictionary_data();
@@ -239,6 +248,56 @@ void WebEditorControllerTests::malformedChangedIsIgnored()
     QCOMPARE(f.controller->desiredContent(), u"a"_s);
 }
 
+void WebEditorControllerTests::editsOfALongNoteGiveItsWholeText()
+{
+    Fixture f;
+    f.page->post(u"ready"_s);
+    f.controller->setContent(u"åäö"_s);
+    f.newScripts();
+
+    f.page->post(u"edited"_s, edit(3, 3, u"\r\n"_s, 1, 5));
+    f.page->post(u"edited"_s, edit(1, 2, u""_s, 2, 4));
+
+    QCOMPARE(f.edits, (QStringList{u"A: åäö\r\n"_s, u"A: åö\r\n"_s}));
+    QCOMPARE(f.controller->desiredContent(), u"åö\r\n"_s);
+    QVERIFY(f.newScripts().isEmpty());
+}
+
+void WebEditorControllerTests::anEditThatDoesNotFitAsksForTheWholeNote()
+{
+    Fixture f;
+    f.page->post(u"ready"_s);
+    f.controller->setContent(u"abc"_s);
+    const QString question = u"window.VaultEditor.reportWhole()"_s;
+
+    for (const QJsonObject& body : {edit(0, 0, u"x"_s, 2, 4), edit(0, 0, u"x"_s, 1, 9), QJsonObject()}) {
+        f.newScripts();
+        f.page->post(u"edited"_s, body);
+        QCOMPARE(f.newScripts(), QStringList{question});
+    }
+    QVERIFY(f.edits.isEmpty());
+
+    f.page->post(u"changed"_s, u"xyabc"_s);
+    f.page->post(u"edited"_s, edit(5, 5, u"!"_s, 1, 6));
+    QCOMPARE(f.edits, (QStringList{u"A: xyabc"_s, u"A: xyabc!"_s}));
+}
+
+void WebEditorControllerTests::lateEditsGoToTheNoteTheyWereTypedIn()
+{
+    Fixture f;
+    f.page->post(u"ready"_s);
+    const auto a = f.show(u"A"_s, u"a"_s);
+    f.page->post(u"edited"_s, edit(1, 1, u"1"_s, 1, 2));
+    f.show(u"B"_s, u"b"_s);
+    f.newScripts();
+
+    f.page->postLate(u"edited"_s, edit(2, 2, u"2"_s, 2, 3), a);
+    f.page->post(u"edited"_s, edit(1, 1, u"3"_s, 1, 2));
+
+    QCOMPARE(f.edits, (QStringList{u"A: a1"_s, u"A: a12"_s, u"B: b3"_s}));
+    QVERIFY(f.newScripts().isEmpty());
+}
+
 void WebEditorControllerTests::selectionPublishesTheState()
 {
     Fixture f;
@@ -304,7 +363,7 @@ void WebEditorControllerTests::aDeadPageComesBackWithTheLastReportedText()
     Fixture f;
     f.page->post(u"ready"_s);
     f.controller->setContent(u"a"_s);
-    f.page->post(u"changed"_s, u"ab"_s);
+    f.page->post(u"edited"_s, edit(1, 1, u"b"_s, 1, 2));
     f.newScripts();
 
     f.page->terminateContentProcess();
@@ -316,8 +375,9 @@ void WebEditorControllerTests::aDeadPageComesBackWithTheLastReportedText()
     f.page->post(u"ready"_s);
 
     QCOMPARE(f.newScripts().last(), u"window.VaultEditor.setContent(\"ab\")"_s);
-    f.page->post(u"changed"_s, u"abc"_s);
-    QCOMPARE(f.edits, (QStringList{u"A: ab"_s, u"A: abc"_s}));
+    f.page->post(u"edited"_s, edit(2, 2, u"c"_s, 1, 3));
+    f.page->post(u"changed"_s, u"abcd"_s);
+    QCOMPARE(f.edits, (QStringList{u"A: ab"_s, u"A: abc"_s, u"A: abcd"_s}));
 }
 
 void WebEditorControllerTests::aPageThatKeepsFailingIsRetried()

@@ -64,6 +64,7 @@ private Q_SLOTS:
     void aKilledPageComesBackWithTheText();
     void typographyAndZoomReachThePage();
     void aRestartFindsEverythingAgain();
+    void aNoteThatIsTooLongStaysAsItIs();
     void notesThatCannotBeReadDoNoHarm_data();
     void notesThatCannotBeReadDoNoHarm();
 };
@@ -79,6 +80,8 @@ void EditingTests::typedTextIsWrittenExactly_data()
                                                             "a\r\n\r\nslut\r\n")
                                               << QByteArray("\xEF\xBB\xBF"
                                                             "a\r\n\r\nslut åäö\r\n");
+    const QByteArray many = QByteArray("Ett stycke som är långt nog, med **fet** text.\n\n").repeated(1500);
+    QTest::newRow("long") << many + "slut\n" << many + "slut åäö\n";
     QTest::newRow("empty") << QByteArray() << QByteArray(" åäö");
 }
 
@@ -291,6 +294,23 @@ void EditingTests::aRestartFindsEverythingAgain()
     QCOMPARE(window.state.theme(), AppTheme::dark);
     QCOMPARE(window.state.typographyTheme().h1.fontSize, 40.0);
     QTRY_VERIFY_WITH_TIMEOUT(window.shownText().contains(u"två"_s), patience);
+}
+
+void EditingTests::aNoteThatIsTooLongStaysAsItIs()
+{
+    const QByteArray bytes = QByteArray("Rad med åäö\n").repeated(3'600'000);
+    Fixture f({{"B.md", "två\n"}});
+    f.bucket.write(u"A.md"_s, bytes);
+
+    f.open(u"A.md"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(f.window.value(u"document.querySelector('.too-long') !== null"_s).toBool(),
+                             patience);
+    f.window.type(u"x"_s);
+    f.open(u"B.md"_s);
+    f.window.type(u"!"_s);
+
+    f.waitFor(u"B.md"_s, "två!\n");
+    QVERIFY(f.bucket.read(u"A.md"_s) == bytes);
 }
 
 void EditingTests::notesThatCannotBeReadDoNoHarm_data()

@@ -7,7 +7,7 @@ import { markdownOf, writeBlock } from '../markdown/write';
 import { schema } from '../schema';
 import type { SourceDocument } from '../source/SourceDocument';
 import { isOwnCopy, pastedHtml } from './pastedHtml';
-import { withPlainTables } from './tables';
+import { tableFromTabs, withPlainTables } from './tables';
 
 const { paragraph } = schema.nodes;
 
@@ -82,6 +82,8 @@ function asBlock(node: Node): Node {
 
 /** Pasted Markdown as what it says. Whole blocks keep their own source. */
 function markdownText(text: string, source: SourceDocument): Slice {
+  const range = tableFromTabs(text);
+  if (range !== null) return new Slice(Fragment.from(range), 0, 0);
   const blocks = source.adopt(text);
   const isLine = blocks.length === 1 && blocks[0]!.type === paragraph && !/[\r\n]/.test(text.trim());
   if (!isLine) return openAtParagraphs(Fragment.from(blocks));

@@ -9,6 +9,20 @@ export function withPlainTables(slice: Slice): Slice {
   return new Slice(mapTables(slice.content), slice.openStart, slice.openEnd);
 }
 
+/** Text whose lines all have as many tabs, as a spreadsheet puts it on the clipboard, as a table; null for other text. */
+export function tableFromTabs(text: string): Node | null {
+  const rows = text.replace(/\r\n?/g, '\n').replace(/\n$/, '').split('\n').map((line) => line.split('\t'));
+  const width = rows[0]!.length;
+  // Code begins its lines with tabs; a range has something in its first column.
+  const isRange = rows.length > 1 && width > 1 && rows.every((row) => row.length === width && row[0] !== '');
+  if (!isRange) return null;
+  const made = rows.map((row, index) => {
+    const type = index === 0 ? headerType : cellType;
+    return rowType.create(null, row.map((words) => type.create(null, words.trim() === '' ? null : schema.text(words.trim()))));
+  });
+  return table.create(null, made);
+}
+
 function mapTables(content: Fragment): Fragment {
   const mapped = content.content.map((node) => {
     if (node.type === table) return plainTable(node);

@@ -26,6 +26,9 @@ interface Completion {
 
 type Order = { names: true } | { index: number } | { dismiss: true };
 
+/** No name of a note is longer; with its brackets. */
+const LONGEST = 210;
+
 const key = new PluginKey<Completion>('completion');
 
 /** The names that the host gave last. */
@@ -93,10 +96,11 @@ function linkAtCaret(state: EditorState): Pick<Offer, 'from' | 'to' | 'typed' | 
   const { $from, empty } = state.selection;
   if (!empty || !$from.parent.inlineContent || $from.parent.type.spec.code) return null;
   if (schema.marks.code.isInSet(state.storedMarks ?? $from.marks())) return null;
-  const text = $from.parent.textBetween(0, $from.parentOffset, undefined, '\ufffc');
-  const match = /(!?)\[\[([^[\]|#\n\ufffc]{0,200})$/.exec(text);
+  const start = Math.max(0, $from.parentOffset - LONGEST);
+  const text = $from.parent.textBetween(start, $from.parentOffset, undefined, '\ufffc');
+  const match = /(!?)\[\[([^[\]|#\n\ufffc]*)$/.exec(text);
   if (match === null) return null;
-  return { from: $from.start() + match.index, to: $from.pos, typed: match[2]!, isEmbed: match[1] === '!' };
+  return { from: $from.start() + start + match.index, to: $from.pos, typed: match[2]!, isEmbed: match[1] === '!' };
 }
 
 function press(view: EditorView, event: KeyboardEvent): boolean {

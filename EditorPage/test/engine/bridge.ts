@@ -1,7 +1,7 @@
 /** The page keeps its side of the contract with the host. */
 import { NoteEditor } from '../../src/editor';
 import { SourceDocument } from '../../src/source/SourceDocument';
-import { editor, expect, expectEqual, open, surface, turn, type, type Recorder } from './harness';
+import { editor, expect, expectEqual, open, paste, surface, turn, type, type Recorder } from './harness';
 
 type Test = readonly [string, (recorder: Recorder) => Promise<string | void>];
 
@@ -14,7 +14,7 @@ const press = (target: Element): void => {
 };
 
 function find(selector: string): Element {
-  const found = surface().querySelector(selector);
+  const found = document.querySelector(`#editor ${selector}`);
   if (found === null) throw new Error(`no ${selector} in the note`);
   return found;
 }
@@ -59,6 +59,57 @@ export const bridgeTests: Test[] = [
       await turn();
       expectEqual(recorder.text, wanted, 'text');
     }
+  }],
+  ['a long note is reported as what has changed in it, and as a whole when asked', async (recorder) => {
+    const note = 'Ett stycke med **fet** text och mer.\n\n'.repeat(1200);
+    let text = '';
+    let count = 0;
+    window.webkit!.messageHandlers!.edited = {
+      postMessage: (edit) => {
+        text = text.slice(0, edit.from) + edit.insert + text.slice(edit.to);
+        expectEqual([edit.count, edit.length], [++count, text.length], 'count and length');
+      },
+    };
+    open(note);
+    text = note;
+    for (const step of ['a', 'b', ' ', '*c', '*']) {
+      type(step);
+      await turn();
+    }
+    editor().exec('heading', 2);
+    editor().exec('undo');
+    editor().exec('undo');
+    expect(count >= 6, `${count} edits`);
+    expectEqual(recorder.of('changed'), [], 'whole notes');
+    editor().reportWhole();
+    expectEqual(recorder.text === text, true, 'the edits give the whole text');
+    editor().setContent(text);
+    count = 0;
+    type('!');
+    await turn();
+    expectEqual(count, 1, 'edits after the content was set anew');
+  }],
+  ['a note that is too long is not shown, and nothing of it can be changed', async (recorder) => {
+    open('före\n');
+    await settle(recorder);
+    const text = 'Rad med åäö\n'.repeat(4_000_000);
+    editor().setContent(text);
+    expect(find('.too-long').textContent!.includes('48 miljoner tecken'), 'the notice says how long the note is');
+    editor().focus();
+    type('x');
+    editor().exec('bulletList');
+    editor().exec('undo');
+    paste({ 'text/plain': 'x' });
+    editor().setContent(text);
+    await turn();
+    expectEqual(recorder.of('changed'), [], 'changes');
+    editor().reportWhole();
+    expect(recorder.text === text, 'the whole note is another');
+    open('efter\n');
+    expect(surface().parentElement!.querySelector('.too-long') === null, 'the notice is gone');
+    type('!');
+    await turn();
+    expectEqual(recorder.text, 'efter!\n', 'text');
   }],
   ['another note starts its own history', async (recorder) => {
     open('ett\n');

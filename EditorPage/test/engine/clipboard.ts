@@ -10,6 +10,8 @@ const pastes: readonly (readonly [string, Record<string, string>, string])[] = [
   ['a\n', { 'text/plain': ' **b** c' }, 'a **b** c\n'],
   ['a\n', { 'text/plain': '# R\n\n* x\n* y\n\n1) z\n' }, 'a\n\n# R\n\n* x\n* y\n\n1) z\n'],
   ['```\nx\n```\n', { 'text/plain': '**b**\nc' }, '```\nx**b**\nc\n```\n'],
+  ['a\n', { 'text/plain': 'x\ty\n1\t2\n' }, 'a\n\n| x | y |\n| - | - |\n| 1 | 2 |\n'],
+  [CELLS, { 'text/plain': '1\t2\n3\t4\n' }, '| a | b | |\n| - | - | - |\n| c | 1 | 2 |\n| | 3 | 4 |\n'],
   [CELLS, { 'text/plain': 'x\n\ny' }, '| a | b |\n| - | - |\n| c | dx y |\n'],
   ['a\n', { 'text/html': '<b style="font-weight:normal"><p>\n  Hej <span style="font-weight:700">du</span>\n</p></b>' }, 'aHej **du**\n'],
   ['a\n', { 'text/html': '<ul>\n <li>x</li>\n <li><i>y</i></li></ul>' }, 'a\n\n- x\n- *y*\n'],

@@ -1,5 +1,6 @@
 /** Notes and clipboards from strangers run nothing, fetch nothing and lead nowhere. */
 import { editor, expect, expectEqual, open, paste, surface, turn, type Recorder } from './harness';
+import { morePayloads } from './morePayloads';
 import { hostilePayloads } from './payloads';
 
 type Test = readonly [string, (recorder: Recorder) => Promise<string | void>];
@@ -75,8 +76,41 @@ const payloadTests: Test[] = hostilePayloads.map((payload) => [
   },
 ]);
 
+/** So many payloads share the wait for what comes in later turns. */
+const BATCH = 10;
+
+const batches = Array.from({ length: Math.ceil(morePayloads.length / BATCH) }, (_, index) => morePayloads.slice(index * BATCH, (index + 1) * BATCH));
+
+const batchTests: Test[] = batches.map((payloads) => [
+  `endures ${JSON.stringify(payloads[0]).slice(0, 70)} and ${payloads.length - 1} more`,
+  async (recorder) => {
+    const ways: ReadonlyArray<(payload: string) => void> = [
+      (payload) => open(`före ${payload}\n\n${payload}\n\nefter\n`),
+      (payload) => (open('text\n'), paste({ 'text/html': `<p>a</p>${payload}<p>b</p>`, 'text/plain': 'a' })),
+      (payload) => (open('text\n'), paste({ 'text/plain': payload })),
+    ];
+    for (const way of ways) {
+      await endure(() => {
+        for (const payload of payloads) {
+          way(payload);
+          expectHarmless();
+        }
+      });
+    }
+    for (const payload of payloads) {
+      open(payload);
+      await clickAll(recorder);
+    }
+    await endure(() => open('text\n'));
+  },
+]);
+
 export const safetyTests: Test[] = [
+  ['three hundred payloads and more are tried', async () => {
+    expect(new Set([...hostilePayloads, ...morePayloads]).size >= 300, `${hostilePayloads.length + morePayloads.length} payloads`);
+  }],
   ...payloadTests,
+  ...batchTests,
   ['the policy forbids script made from text', async () => {
     let threw = false;
     try {
