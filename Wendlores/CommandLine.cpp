@@ -1,5 +1,9 @@
 #include "Wendlores/CommandLine.h"
 
+#include "Wendlores/ThemeLink.h"
+
+#include "Platform/FileAddress.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -9,12 +13,15 @@ namespace wendlore {
 
 namespace {
 
-const QString usage = u"Användning: wendlores [MAPP|FIL]\n"_s;
+const QString usage = u"Användning: wendlores [MAPP|FIL|LÄNK]\n"_s;
 const QString help = usage + uR"(
 Öppnar Wendlores, anteckningar som vanliga filer i vanliga mappar.
 
   MAPP            öppna mappen som bucket
   FIL             öppna filen, i den bucket som den ligger i
+  LÄNK            följ en länk som börjar med wendlore:// eller file://
+
+Är Wendlores redan igång öppnas det där.
 
 Utan fönster, för skript:
 
@@ -30,7 +37,25 @@ kommandot inte gick att förstå.
 
 CommandLine refusal(const QString& reason)
 {
-    return {CommandLine::Action::RefuseUsage, u"wendlores: %1\n"_s.arg(reason) + usage, std::nullopt};
+    return {CommandLine::Action::RefuseUsage, u"wendlores: %1\n"_s.arg(reason) + usage};
+}
+
+CommandLine forPath(const QString& path, const QString& folder)
+{
+    const QString whole = QDir::cleanPath(QDir(folder).absoluteFilePath(path));
+    return {CommandLine::Action::Run,
+            {},
+            QFileInfo(whole).isDir() ? FileURL::directory(whole) : FileURL::file(whole)};
+}
+
+CommandLine forLink(const QString& text)
+{
+    const QUrl link(text);
+    if (isOwnLink(link))
+        return {CommandLine::Action::Run, {}, std::nullopt, link};
+    if (const auto file = fileAt(link))
+        return {CommandLine::Action::Run, {}, file};
+    return refusal(u"länken går inte att öppna här: %1"_s.arg(text));
 }
 
 } // namespace
@@ -45,22 +70,21 @@ CommandLine CommandLine::parse(const QStringList& arguments, const QString& fold
         else if (argument == u"--"_s)
             areOptionsOver = true;
         else if (argument == u"-h"_s || argument == u"--help"_s)
-            return {Action::ShowText, help, std::nullopt};
+            return {Action::ShowText, help};
         else if (argument == u"-v"_s || argument == u"--version"_s)
-            return {Action::ShowText, u"Wendlores " WENDLORE_VERSION " (" WENDLORE_BUILD ")\n"_s,
-                    std::nullopt};
+            return {Action::ShowText, u"Wendlores " WENDLORE_VERSION " (" WENDLORE_BUILD ")\n"_s};
         else
             return refusal(u"okänd flagga %1"_s.arg(argument));
     }
     if (paths.size() > 1)
-        return refusal(u"bara en mapp eller fil åt gången"_s);
+        return refusal(u"bara en mapp, fil eller länk åt gången"_s);
     if (paths.isEmpty())
         return {};
     if (paths.front().isEmpty())
         return refusal(u"tom sökväg"_s);
 
-    const QString path = QDir::cleanPath(QDir(folder).absoluteFilePath(paths.front()));
-    return {Action::Run, {}, QFileInfo(path).isDir() ? FileURL::directory(path) : FileURL::file(path)};
+    const bool isLink = !areOptionsOver && paths.front().contains("://"_L1);
+    return isLink ? forLink(paths.front()) : forPath(paths.front(), folder);
 }
 
 } // namespace wendlore

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QUrl>
 
 #include <optional>
 
@@ -16,9 +17,11 @@ struct CommandLine final
 
     Action action = Action::Run;
     /// What to print before ending, for any action but `Run`.
-    QString text;
+    QString text = {};
     /// The folder or file to open; it need not exist.
-    std::optional<FileURL> location;
+    std::optional<FileURL> location = std::nullopt;
+    /// The link of the program's own scheme to follow.
+    std::optional<QUrl> link = std::nullopt;
 
     /// Reads the arguments that follow the program's name; a relative path starts at `folder`.
     [[nodiscard]] static CommandLine parse(const QStringList& arguments, const QString& folder);

@@ -1,6 +1,7 @@
 #include "Wendlores/EditCommands.h"
 
 #include "Editor/WebEditorController.h"
+#include "Editor/WebEngineEditorView.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,8 +19,11 @@ namespace wendlore {
 struct EditCommands::Command final
 {
     QString title;
-    QKeySequence::StandardKey shortcut;
+    QKeySequence shortcut;
+    /// Empty for what only a note has.
     std::function<void(QLineEdit&)> inField;
+    /// Whether the command could change or take anything in the field now.
+    std::function<bool(const QLineEdit&)> isPossibleInField;
     /// The page's own word for the command; empty where the engine carries it out.
     QString word;
     QWebEnginePage::WebAction inPage = QWebEnginePage::NoWebAction;
@@ -27,6 +31,11 @@ struct EditCommands::Command final
 };
 
 namespace {
+
+QLineEdit* focusedField()
+{
+    return qobject_cast<QLineEdit*>(QApplication::focusWidget());
+}
 
 QWebEngineView* focusedPage()
 {
@@ -37,6 +46,26 @@ QWebEngineView* focusedPage()
     return nullptr;
 }
 
+bool hasReadableSelection(const QLineEdit& field)
+{
+    return field.hasSelectedText() && field.echoMode() == QLineEdit::Normal;
+}
+
+bool hasRemovableSelection(const QLineEdit& field)
+{
+    return hasReadableSelection(field) && !field.isReadOnly();
+}
+
+bool isWritable(const QLineEdit& field)
+{
+    return !field.isReadOnly();
+}
+
+bool hasText(const QLineEdit& field)
+{
+    return !field.text().isEmpty();
+}
+
 } // namespace
 
 EditCommands::EditCommands(WebEditorController& controller, QObject* parent)
@@ -44,38 +73,63 @@ EditCommands::EditCommands(WebEditorController& controller, QObject* parent)
     , m_controller(controller)
 {}
 
+const std::vector<EditCommands::Command>& EditCommands::commands()
+{
+    using Key = QKeySequence;
+    using Page = QWebEnginePage;
+    static const std::vector<Command> all{
+        {u"Ångra"_s, Key::Undo, &QLineEdit::undo, &QLineEdit::isUndoAvailable, u"undo"_s},
+        {u"Gör om"_s, Key::Redo, &QLineEdit::redo, &QLineEdit::isRedoAvailable, u"redo"_s},
+        {u"Klipp ut"_s, Key::Cut, &QLineEdit::cut, hasRemovableSelection, {}, Page::Cut, true},
+        {u"Kopiera"_s, Key::Copy, &QLineEdit::copy, hasReadableSelection, {}, Page::Copy},
+        {u"Klistra in"_s, Key::Paste, &QLineEdit::paste, isWritable, {}, Page::Paste},
+        {u"Markera allt"_s, Key::SelectAll, &QLineEdit::selectAll, hasText, {}, Page::SelectAll, true},
+        {u"Sök i anteckningen"_s, Key::Find, {}, {}, u"find"_s, Page::NoWebAction, true},
+        {u"Sök och ersätt"_s, Qt::CTRL | Qt::Key_H, {}, {}, u"replace"_s},
+    };
+    return all;
+}
+
 void EditCommands::addTo(QMenu& menu)
 {
-    static const Command commands[] = {
-        {u"Ångra"_s, QKeySequence::Undo, &QLineEdit::undo, u"undo"_s},
-        {u"Gör om"_s, QKeySequence::Redo, &QLineEdit::redo, u"redo"_s},
-        {u"Klipp ut"_s, QKeySequence::Cut, &QLineEdit::cut, {}, QWebEnginePage::Cut, true},
-        {u"Kopiera"_s, QKeySequence::Copy, &QLineEdit::copy, {}, QWebEnginePage::Copy},
-        {u"Klistra in"_s, QKeySequence::Paste, &QLineEdit::paste, {}, QWebEnginePage::Paste},
-        {u"Markera allt"_s,
-         QKeySequence::SelectAll,
-         &QLineEdit::selectAll,
-         {},
-         QWebEnginePage::SelectAll,
-         true},
-    };
-    for (const Command& command : commands) {
+    for (const Command& command : commands()) {
         if (command.startsGroup)
             menu.addSeparator();
         QAction* action = menu.addAction(command.title);
         action->setShortcut(command.shortcut);
         connect(action, &QAction::triggered, this, [this, &command] { run(command); });
+        connect(&menu, &QMenu::aboutToShow, action,
+                [this, action, &command] { action->setEnabled(isPossible(command)); });
+        // A key has to reach what has the focus then, whatever the menu showed when it was open.
+        connect(&menu, &QMenu::aboutToHide, action, [action] { action->setEnabled(true); });
     }
+}
+
+bool EditCommands::isPossible(const Command& command) const
+{
+    if (const QLineEdit* field = focusedField(); field && command.inField)
+        return command.isPossibleInField(*field);
+    if (!command.word.isEmpty())
+        return m_controller.isReady() && m_controller.desiredContent().has_value();
+    return focusedPage() != nullptr;
 }
 
 void EditCommands::run(const Command& command)
 {
-    if (auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget()))
+    if (QLineEdit* field = focusedField(); field && command.inField)
         command.inField(*field);
     else if (!command.word.isEmpty())
-        m_controller.exec(command.word);
+        execInNote(command);
     else if (QWebEngineView* page = focusedPage())
         page->triggerPageAction(command.inPage);
+}
+
+void EditCommands::execInNote(const Command& command)
+{
+    const auto* engine = dynamic_cast<const WebEngineEditorView*>(&m_controller.webView());
+    if (!command.inField && engine && engine->widget())
+        engine->widget()->setFocus(); // what opens there takes keys
+    m_controller.exec(command.word);
 }
 
 } // namespace wendlore

@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+#include <vector>
+
 class QMenu;
 
 namespace wendlore {
@@ -9,7 +11,7 @@ namespace wendlore {
 class WebEditorController;
 
 /// The usual commands for text. They go to whatever has the keyboard focus: a field of the window, or else
-/// the editor page.
+/// the editor page. While the menu is open it shows which of them would do anything there.
 class EditCommands final : public QObject
 {
     Q_OBJECT
@@ -22,7 +24,10 @@ public:
 private:
     struct Command;
 
+    [[nodiscard]] static const std::vector<Command>& commands();
+    [[nodiscard]] bool isPossible(const Command& command) const;
     void run(const Command& command);
+    void execInNote(const Command& command);
 
     WebEditorController& m_controller;
 };

@@ -8,12 +8,16 @@
 #include "Previews/DetailView.h"
 #include "Shell/FileTreeView.h"
 #include "Shell/SidebarView.h"
+#include "Shell/WindowGeometry.h"
+#include "Shell/WindowTabBar.h"
 #include "State/AppState.h"
 #include "State/UserDefaults.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QMenuBar>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +27,7 @@ namespace {
 
 const QString geometryKey = u"wendloreWindowGeometry"_s;
 const QString splitKey = u"wendloreWindowSplit"_s;
+const QString tabBarKey = u"wendloreWindowTabBar"_s;
 constexpr QSize smallest(700, 400);
 constexpr QSize first(1180, 790);
 
@@ -32,18 +37,54 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     : QMainWindow(parent)
     , m_state(state)
     , m_content(new ContentView(state, new SidebarView(state)))
+    , m_menus(new MenuCommands(state, *this, MenuCommands::Scene::main))
+    , m_tabs(new WindowTabBar(this))
+    , m_closing(*this, session())
 {
-    setCentralWidget(m_content);
+    buildContent();
     connectSidebar(*m_content->findChild<SidebarView*>());
-    new MenuCommands(state, *this);
     setMinimumSize(smallest);
-    restoreGeometryAndSplit();
-    EditorSession& session = m_content->detail().editor().session();
-    connect(qGuiApp, &QGuiApplication::commitDataRequest, &session, [&session] { session.flush(); });
-    connect(&session, &EditorSession::titleChanged, this, &MainWindow::showTitle);
+    restoreLayout();
+    setOtherWindows({});
+    connect(m_menus, &MenuCommands::sidebarToggled, this, &MainWindow::toggleSidebar);
+    connect(m_menus, &MenuCommands::tabBarToggled, this, &MainWindow::toggleTabBar);
+    connect(m_menus, &MenuCommands::quitRequested, this, &MainWindow::quitRequested);
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, &session(), &EditorSession::flush);
+    connect(&session(), &EditorSession::titleChanged, this, &MainWindow::showTitle);
     connect(&state, &AppState::selectedFileChanged, this, &MainWindow::showTitle);
     connect(&state, &AppState::vaultURLChanged, this, &MainWindow::showTitle);
     showTitle();
+}
+
+EditorSession& MainWindow::session() const
+{
+    return m_content->detail().editor().session();
+}
+
+void MainWindow::buildContent()
+{
+    auto* stack = new QWidget(this);
+    auto* layout = new QVBoxLayout(stack);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_tabs);
+    layout->addWidget(m_content, 1);
+    setCentralWidget(stack);
+}
+
+void MainWindow::setOtherWindows(const QList<QWidget*>& windows)
+{
+    const QList<QWidget*> all = QList<QWidget*>{this} + windows;
+    m_tabs->setWindows(all);
+    m_menus->setWindows(all);
+}
+
+void MainWindow::bringForward()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
 }
 
 void MainWindow::connectSidebar(SidebarView& sidebar)
@@ -62,41 +103,42 @@ void MainWindow::showTitle()
     setWindowTitle(file ? file->nameWithoutExtension() : bucket ? bucket->lastPathComponent() : QString());
 }
 
-void MainWindow::restoreGeometryAndSplit()
+void MainWindow::toggleSidebar()
 {
-    const UserDefaults& defaults = m_state.services().defaults;
-    if (!restoreGeometry(defaults.data(geometryKey).value_or(QByteArray())))
-        resize(first);
-    if (const auto split = defaults.data(splitKey))
-        m_content->restoreState(*split);
+    QWidget* sidebar = m_content->widget(0);
+    sidebar->setVisible(sidebar->isHidden());
 }
 
-void MainWindow::keepGeometryAndSplit() const
+void MainWindow::toggleTabBar()
+{
+    m_tabs->setVisible(m_tabs->isHidden());
+    m_state.services().defaults.setNumber(tabBarKey, m_tabs->isHidden() ? 0 : 1);
+}
+
+void MainWindow::restoreLayout()
+{
+    const UserDefaults& defaults = m_state.services().defaults;
+    const auto stored = QJsonDocument::fromJson(defaults.data(geometryKey).value_or(QByteArray()));
+    resize(first);
+    if (const auto geometry = WindowGeometry::fromJson(stored.object()))
+        geometry->applyTo(*this);
+    if (const auto split = defaults.data(splitKey))
+        m_content->restoreState(*split);
+    m_tabs->setVisible(defaults.number(tabBarKey) != 0);
+}
+
+void MainWindow::keepLayout() const
 {
     UserDefaults& defaults = m_state.services().defaults;
-    defaults.setData(geometryKey, saveGeometry());
+    defaults.setData(geometryKey,
+                     QJsonDocument(WindowGeometry::of(*this).toJson()).toJson(QJsonDocument::Compact));
     defaults.setData(splitKey, m_content->saveState());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (m_closing == Closing::settled) {
-        event->accept();
-        return;
-    }
-    event->ignore();
-    if (m_closing == Closing::waiting)
-        return;
-    m_closing = Closing::waiting;
-    keepGeometryAndSplit();
-    const auto closeForGood = [this] {
-        m_closing = Closing::settled;
-        close();
-    };
-    m_content->detail().editor().session().settle([this, closeForGood] {
-        // Perhaps at once, and this very event has to end first.
-        QMetaObject::invokeMethod(this, closeForGood, Qt::QueuedConnection);
-    });
+    if (m_closing.mayClose(*event))
+        keepLayout();
 }
 
 } // namespace wendlore

@@ -1,15 +1,21 @@
 #pragma once
 
 #include "Platform/UndoStackRegistrar.h"
+#include "Shell/WindowClosing.h"
 
 #include <QMainWindow>
 #include <QUndoStack>
+
+#include <memory>
 
 namespace wendlore {
 
 class AppState;
 class ContentView;
+class EditorSession;
+class MenuCommands;
 class SidebarView;
+class WindowTabBar;
 
 /// The program's main window. Closing it first waits for the keys that were typed last, and writes them.
 class MainWindow final : public QMainWindow
@@ -20,15 +26,25 @@ public:
     explicit MainWindow(AppState& state, QWidget* parent = nullptr);
 
     [[nodiscard]] ContentView& content() const { return *m_content; }
+    [[nodiscard]] MenuCommands& menus() const { return *m_menus; }
+    [[nodiscard]] EditorSession& session() const;
+    /// Shows what other windows the program has, in the row of tabs and in the window menu.
+    void setOtherWindows(const QList<QWidget*>& windows);
+    /// Shows the window, also after it was closed, and gives it the keyboard.
+    void bringForward();
+
+Q_SIGNALS:
+    void quitRequested();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    enum class Closing { notAsked, waiting, settled };
-
-    void restoreGeometryAndSplit();
-    void keepGeometryAndSplit() const;
+    void buildContent();
+    void restoreLayout();
+    void keepLayout() const;
+    void toggleSidebar();
+    void toggleTabBar();
     void connectSidebar(SidebarView& sidebar);
     void showTitle();
 
@@ -37,7 +53,9 @@ private:
     QUndoStack m_moves;
     UndoStackRegistrar m_undo{m_moves};
     ContentView* m_content;
-    Closing m_closing = Closing::notAsked;
+    MenuCommands* m_menus;
+    WindowTabBar* m_tabs;
+    WindowClosing m_closing;
 };
 
 } // namespace wendlore

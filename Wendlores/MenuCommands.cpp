@@ -2,24 +2,32 @@
 
 #include "Editor/WebEditorController.h"
 #include "State/AppState.h"
+#include "State/OpenFileWindows.h"
+#include "State/Workspace.h"
+#include "Vault/FilePreviewKind.h"
 
 #include <QActionGroup>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
-MenuCommands::MenuCommands(AppState& state, QMainWindow& window)
+MenuCommands::MenuCommands(AppState& state, QMainWindow& window, Scene scene)
     : QObject(&window)
     , m_state(state)
     , m_window(window)
+    , m_scene(scene)
     , m_edit(state.editorController())
 {
     addFileMenu();
     addEditMenu();
     addViewMenu();
+    addWindowMenu();
+    addHelpMenu();
     connect(&state, &AppState::vaultURLChanged, this, &MenuCommands::showWhatIsPossible);
     connect(&state, &AppState::selectedFileChanged, this, &MenuCommands::showWhatIsPossible);
     showWhatIsPossible();
@@ -33,19 +41,22 @@ QMenu* MenuCommands::addMenu(const QString& title)
 void MenuCommands::addFileMenu()
 {
     QMenu* menu = addMenu(u"&Arkiv"_s);
-    menu->addAction(u"Öppna bucket…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), &m_state,
-                    &AppState::pickVault);
-    m_needBucket.push_back(menu->addAction(u"Ny not"_s, QKeySequence(Qt::CTRL | Qt::Key_N), &m_state,
-                                           [this] { m_state.newNote(); }));
-    m_needBucket.push_back(menu->addAction(u"Ny mapp"_s, &m_state, [this] {
-        if (const auto& bucket = m_state.vaultURL())
-            m_state.newFolder(*bucket);
-    }));
-    menu->addSeparator();
-    menu->addAction(u"Importera typografi…"_s, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_T), &m_state,
-                    &AppState::importTypographyTheme);
-    menu->addSeparator();
-    menu->addAction(u"Avsluta"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), &m_window, &QWidget::close);
+    if (m_scene == Scene::main) {
+        menu->addAction(u"Öppna bucket…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), &m_state,
+                        &AppState::pickVault);
+        m_needBucket.push_back(menu->addAction(u"Ny not"_s, QKeySequence(Qt::CTRL | Qt::Key_N), &m_state,
+                                               [this] { m_state.newNote(); }));
+        m_needBucket.push_back(menu->addAction(u"Ny mapp"_s, &m_state, [this] {
+            if (const auto& bucket = m_state.vaultURL())
+                m_state.newFolder(*bucket);
+        }));
+        menu->addSeparator();
+        menu->addAction(u"Importera typografi…"_s, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_T), &m_state,
+                        &AppState::importTypographyTheme);
+        menu->addSeparator();
+    }
+    menu->addAction(u"Stäng fönster"_s, QKeySequence(Qt::CTRL | Qt::Key_W), &m_window, &QWidget::close);
+    menu->addAction(u"Avsluta"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &MenuCommands::quitRequested);
 }
 
 void MenuCommands::addEditMenu()
@@ -56,16 +67,32 @@ void MenuCommands::addEditMenu()
 void MenuCommands::addViewMenu()
 {
     QMenu* menu = addMenu(u"&Visa"_s);
-    QAction* larger = menu->addAction(u"Förstora text"_s, &m_state, &AppState::zoomIn);
+    if (m_scene == Scene::main) {
+        menu->addAction(u"Visa/Dölj sidofält"_s, QKeySequence(Qt::Key_F9), this,
+                        &MenuCommands::sidebarToggled);
+        menu->addSeparator();
+    }
+    addZoomCommands(*menu);
+    menu->addSeparator();
+    if (m_scene == Scene::main) {
+        menu->addAction(u"Visa/Dölj flikrad"_s, this, &MenuCommands::tabBarToggled);
+        addAppearanceMenu(*menu->addMenu(u"Utseende"_s));
+        menu->addSeparator();
+    }
+    menu->addAction(u"Helskärm"_s, QKeySequence(Qt::Key_F11), &m_window,
+                    [this] { m_window.setWindowState(m_window.windowState() ^ Qt::WindowFullScreen); });
+}
+
+void MenuCommands::addZoomCommands(QMenu& menu)
+{
+    QAction* larger = menu.addAction(u"Förstora text"_s, &m_state, &AppState::zoomIn);
     // The plus sign needs Shift on some keyboards; the key itself has to do there.
     larger->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
-    QAction* smaller = menu->addAction(u"Förminska text"_s, QKeySequence(Qt::CTRL | Qt::Key_Minus), &m_state,
-                                       &AppState::zoomOut);
-    QAction* reset = menu->addAction(u"Återställ textstorlek"_s, QKeySequence(Qt::CTRL | Qt::Key_0), &m_state,
-                                     &AppState::resetZoom);
+    QAction* smaller = menu.addAction(u"Förminska text"_s, QKeySequence(Qt::CTRL | Qt::Key_Minus), &m_state,
+                                      &AppState::zoomOut);
+    QAction* reset = menu.addAction(u"Återställ textstorlek"_s, QKeySequence(Qt::CTRL | Qt::Key_0), &m_state,
+                                    &AppState::resetZoom);
     m_needFile = {larger, smaller, reset};
-    menu->addSeparator();
-    addAppearanceMenu(*menu->addMenu(u"Utseende"_s));
 }
 
 void MenuCommands::addAppearanceMenu(QMenu& menu)
@@ -84,6 +111,66 @@ void MenuCommands::addAppearanceMenu(QMenu& menu)
         connect(&m_state, &AppState::themeChanged, action, showChoice);
         showChoice();
     }
+}
+
+void MenuCommands::addWindowMenu()
+{
+    m_windows = addMenu(u"&Fönster"_s);
+    m_windows->addAction(u"Minimera"_s, QKeySequence(Qt::CTRL | Qt::Key_M), &m_window,
+                         &QWidget::showMinimized);
+    if (m_scene == Scene::main) {
+        m_needFile.push_back(m_windows->addAction(u"Öppna i eget fönster"_s, &m_state, [this] {
+            if (const auto& file = m_state.selectedFile(); file && isViewableFile(*file))
+                OpenFileWindows::shared().requestWindow(*file);
+        }));
+    }
+    m_windows->addSeparator();
+    m_windowEntries = new QActionGroup(this);
+    setWindows({&m_window});
+}
+
+void MenuCommands::setWindows(const QList<QWidget*>& windows)
+{
+    const QList<QAction*> old = m_windowEntries->actions();
+    qDeleteAll(old);
+    for (QWidget* window : windows) {
+        QAction* entry = m_windows->addAction({}, window, [window] {
+            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+            window->show();
+            window->raise();
+            window->activateWindow();
+        });
+        entry->setCheckable(true);
+        entry->setChecked(window == &m_window);
+        m_windowEntries->addAction(entry);
+        const auto showTitle = [this, window, entry] {
+            const QString title = window->windowTitle().isEmpty() ? u"Wendlores"_s : window->windowTitle();
+            entry->setText(QString(title).replace(u'&', u"&&"_s));
+            entry->setChecked(window == &m_window);
+        };
+        connect(window, &QWidget::windowTitleChanged, entry, showTitle);
+        connect(entry, &QAction::triggered, entry, showTitle);
+        showTitle();
+    }
+}
+
+void MenuCommands::addHelpMenu()
+{
+    m_help = addMenu(u"&Hjälp"_s);
+    m_help->addAction(u"Om Wendlores"_s, this, &MenuCommands::showAbout);
+    m_help->addAction(u"Rapportera fel && önskemål"_s, this, [this] {
+        m_state.services().workspace.open(QUrl(QStringLiteral(WENDLORE_FEEDBACK_ADDRESS)));
+    });
+}
+
+void MenuCommands::showAbout()
+{
+    auto* about =
+        new QMessageBox(QMessageBox::NoIcon, u"Om Wendlores"_s,
+                        u"Wendlores " WENDLORE_VERSION " (" WENDLORE_BUILD ")"_s, QMessageBox::Ok, &m_window);
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->setInformativeText(u"Anteckningar som vanliga filer i vanliga mappar."_s);
+    about->open();
 }
 
 void MenuCommands::showWhatIsPossible()

@@ -2,11 +2,14 @@
 
 #include "Wendlores/EditCommands.h"
 
+#include <QKeySequence>
+#include <QList>
 #include <QObject>
 
 #include <vector>
 
 class QAction;
+class QActionGroup;
 class QMainWindow;
 class QMenu;
 
@@ -14,25 +17,47 @@ namespace wendlore {
 
 class AppState;
 
-/// The main window's menu bar. A command that cannot be carried out now is disabled.
+/// A window's menu bar. A command that cannot be carried out now is disabled.
 class MenuCommands final : public QObject
 {
     Q_OBJECT
 
 public:
-    MenuCommands(AppState& state, QMainWindow& window);
+    /// The main window has the commands for buckets and for the look of the program; the window of a single
+    /// file has those that concern its text and itself.
+    enum class Scene { main, file };
+
+    MenuCommands(AppState& state, QMainWindow& window, Scene scene);
+
+    /// Lists the program's windows in the window menu, the main window first.
+    void setWindows(const QList<QWidget*>& windows);
+    /// Where further commands about the program itself go.
+    [[nodiscard]] QMenu& helpMenu() const { return *m_help; }
+
+Q_SIGNALS:
+    void quitRequested();
+    void sidebarToggled();
+    void tabBarToggled();
 
 private:
     void addFileMenu();
     void addEditMenu();
     void addViewMenu();
+    void addZoomCommands(QMenu& menu);
     void addAppearanceMenu(QMenu& menu);
+    void addWindowMenu();
+    void addHelpMenu();
     QMenu* addMenu(const QString& title);
+    void showAbout();
     void showWhatIsPossible();
 
     AppState& m_state;
     QMainWindow& m_window;
+    Scene m_scene;
     EditCommands m_edit;
+    QMenu* m_windows = nullptr;
+    QActionGroup* m_windowEntries = nullptr;
+    QMenu* m_help = nullptr;
     std::vector<QAction*> m_needBucket;
     std::vector<QAction*> m_needFile;
 };

@@ -1,16 +1,18 @@
 #include "Wendlores/CommandLine.h"
 #include "Wendlores/Companion.h"
-#include "Wendlores/MainWindow.h"
 #include "Wendlores/OpenLocation.h"
 #include "Wendlores/SwedishTexts.h"
+#include "Wendlores/WendloreApp.h"
 
 #include "Editor/WebEngineEditorView.h"
 #include "Look/Fonts.h"
 #include "Look/Style.h"
 #include "Platform/Desktop.h"
 #include "Platform/DesktopAppearance.h"
+#include "Platform/FileAddress.h"
 #include "Platform/QuitSignals.h"
-#include "Shell/Appearance.h"
+#include "Platform/SingleInstance.h"
+#include "Platform/StandardPaths.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
 
@@ -60,7 +62,14 @@ const QString rootNotice =
     u"wendlores: webbmotorns sandlåda går inte att använda som root. Starta som vanlig användare,\n"
     "eller, i en behållare som redan skyddar dig: QTWEBENGINE_DISABLE_SANDBOX=1 wendlores\n"_s;
 
-int run(QApplication& application, const CommandLine& commandLine)
+Updater::Configuration updates()
+{
+    return {QUrl(u"" WENDLORE_UPDATE_FEED ""_s), QByteArrayLiteral(WENDLORE_UPDATE_KEY),
+            QVersionNumber::fromString(u"" WENDLORE_VERSION ""_s),
+            StandardPaths::cacheDirectory().appending(u"updates"_s, true)};
+}
+
+int run(QApplication& application, SingleInstance& instance, const CommandLine& commandLine)
 {
     auto* style = new Style; // the application owns it
     DesktopAppearance desktopAppearance;
@@ -72,18 +81,31 @@ int run(QApplication& application, const CommandLine& commandLine)
     Desktop desktop;
     static_cast<void>(resourceBundle());
 
-    // The first state makes the web view, so the engine starts while the tree is being read.
-    AppState state(desktop.services());
-    Appearance appearance(state, desktopAppearance, *style);
-    if (!desktop.defaults().string(u"theme"_s))
-        state.setTheme(AppTheme::light); // until the user chooses
+    WendloreApp app(desktop.services(), desktopAppearance, *style, updates());
     if (commandLine.location)
-        openLocation(state, *commandLine.location);
-    MainWindow window(state);
+        openLocation(app.appState(), *commandLine.location);
+    QObject::connect(&instance, &SingleInstance::activated, &app.mainWindow(), &MainWindow::bringForward);
+    QObject::connect(&instance, &SingleInstance::opened, &app, &WendloreApp::open);
     QuitSignals signals;
-    QObject::connect(&signals, &QuitSignals::quitRequested, &window, &QWidget::close);
-    window.show();
+    QObject::connect(&signals, &QuitSignals::quitRequested, &app, &WendloreApp::quit);
+    app.start();
+    if (commandLine.link)
+        app.open({*commandLine.link});
     return application.exec();
+}
+
+/// Lets the program that already runs do what this one was asked for; gives the exit status.
+int handOver(SingleInstance& instance, const CommandLine& commandLine)
+{
+    QList<QUrl> addresses;
+    if (commandLine.location)
+        addresses.append(fileAddress(*commandLine.location));
+    if (commandLine.link)
+        addresses.append(*commandLine.link);
+    if (instance.handOver(addresses) == SingleInstance::HandOver::taken)
+        return Succeeded;
+    print(u"wendlores: programmet är redan igång, men svarar inte\n"_s, stderr);
+    return Failed;
 }
 
 } // namespace
@@ -111,7 +133,10 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(u"wendlores"_s);
     QCoreApplication::setApplicationVersion(u"" WENDLORE_VERSION ""_s);
     QGuiApplication::setApplicationDisplayName(u"Wendlores"_s);
-    QGuiApplication::setDesktopFileName(u"wendlores"_s);
+    QGuiApplication::setDesktopFileName(SingleInstance::applicationId.toString());
     QApplication application(argc, argv);
-    return run(application, commandLine);
+    SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::standardSocket());
+    if (instance.claim() == SingleInstance::Role::second)
+        return handOver(instance, commandLine);
+    return run(application, instance, commandLine);
 }

@@ -6,6 +6,7 @@
 #include "State/AppState.h"
 
 #include "Vault/RecoveredTexts.h"
+#include "Vault/Relocation.h"
 
 #include <algorithm>
 
@@ -17,16 +18,6 @@ namespace wendlore {
 namespace {
 
 constexpr auto saveDelay = 1200ms;
-
-/// `url` after `from` has become `to`, which moves all that lies below it too.
-FileURL moved(const FileURL& url, const FileURL& from, const FileURL& to)
-{
-    if (url.bytes() == from.bytes())
-        return FileURL::fromBytes(to.bytes(), url.isDirectory());
-    if (url.isBelow(from))
-        return to.appendingBytes(url.bytes().mid(from.bytes().size() + 1), url.isDirectory());
-    return url;
-}
 
 QString conflictText(const FileURL& copy)
 {
@@ -104,11 +95,11 @@ void EditorSession::didMove(const FileURL& from, const FileURL& to)
 {
     for (const auto& weak : m_contents) {
         if (const SharedContent content = weak.lock())
-            content->note = moved(content->note, from, to);
+            content->note = relocated(content->note, from, to);
     }
-    if (!m_fileURL || moved(*m_fileURL, from, to) == *m_fileURL)
+    if (!m_fileURL || relocated(*m_fileURL, from, to) == *m_fileURL)
         return;
-    setFileURL(moved(*m_fileURL, from, to));
+    setFileURL(relocated(*m_fileURL, from, to));
     if (m_read)
         load();
 }

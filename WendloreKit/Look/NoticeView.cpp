@@ -15,6 +15,8 @@ namespace wendlore {
 namespace {
 
 constexpr int spacing = 16;
+constexpr int smallSpacing = 14;
+constexpr int headlineSize = 15;
 constexpr int margin = 32;
 constexpr int textWidth = 360;
 
@@ -54,7 +56,6 @@ NoticeView::NoticeView(const QString& symbol, int symbolSize, QWidget* parent)
     , m_message(new QLabel(this))
     , m_stack(new QVBoxLayout(this))
 {
-    m_title->setFont(sized(font(), metrics::titleSize, QFont::DemiBold));
     m_message->setForegroundRole(mutedRole);
     for (QLabel* label : {m_title, m_message}) {
         label->setAlignment(Qt::AlignCenter);
@@ -64,12 +65,19 @@ NoticeView::NoticeView(const QString& symbol, int symbolSize, QWidget* parent)
         label->hide();
     }
     m_stack->setContentsMargins(margin, margin, margin, margin);
-    m_stack->setSpacing(spacing);
+    setSize(Size::large);
     m_stack->addStretch();
     m_stack->addWidget(m_symbol, 0, Qt::AlignHCenter);
     m_stack->addWidget(m_title, 0, Qt::AlignHCenter);
     m_stack->addWidget(m_message, 0, Qt::AlignHCenter);
     m_stack->addStretch();
+}
+
+void NoticeView::setSize(Size size)
+{
+    const bool isLarge = size == Size::large;
+    m_title->setFont(sized(font(), isLarge ? metrics::titleSize : headlineSize, QFont::DemiBold));
+    m_stack->setSpacing(isLarge ? spacing : smallSpacing);
 }
 
 void NoticeView::setSymbol(const QString& symbol)

@@ -17,6 +17,9 @@ class NoticeView final : public QWidget
 public:
     NoticeView(const QString& symbol, int symbolSize, QWidget* parent = nullptr);
 
+    /// How loud it is: a whole empty window, or a part of the work.
+    enum class Size { large, small };
+    void setSize(Size size);
     void setSymbol(const QString& symbol);
     void setTitle(const QString& title);
     void setMessage(const QString& message);

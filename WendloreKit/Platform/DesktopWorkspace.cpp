@@ -1,5 +1,7 @@
 #include "Platform/DesktopWorkspace.h"
 
+#include "Platform/FileAddress.h"
+
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDesktopServices>
@@ -31,7 +33,7 @@ void DesktopWorkspace::open(const QUrl& address)
 
 void DesktopWorkspace::open(const FileURL& file)
 {
-    open(QUrl::fromEncoded("file://" + file.bytes().toPercentEncoding("/")));
+    open(fileAddress(file));
 }
 
 QString DesktopWorkspace::computerName() const

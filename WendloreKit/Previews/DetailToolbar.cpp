@@ -8,6 +8,7 @@
 #include "Look/FlatButton.h"
 #include "Look/Metrics.h"
 #include "State/AppState.h"
+#include "State/OpenFileWindows.h"
 #include "Vault/FilePreviewKind.h"
 
 #include <QHBoxLayout>
@@ -32,12 +33,13 @@ DetailToolbar::DetailToolbar(AppState& state, QWidget* parent)
     row->addWidget(m_title);
     row->addStretch(1);
     row->addWidget(m_editor);
+    addWindowButton(*row);
     addOpenButton(*row);
     connect(m_title, &TitleField::renamed, this, &DetailToolbar::renamed);
     connect(&state, &AppState::historyChanged, this, &DetailToolbar::showHistory);
-    connect(&state, &AppState::selectedFileChanged, this, &DetailToolbar::showOpenButton);
+    connect(&state, &AppState::selectedFileChanged, this, &DetailToolbar::showFileButtons);
     showHistory();
-    showOpenButton();
+    showFileButtons();
 }
 
 void DetailToolbar::addHistoryButtons(QHBoxLayout& row)
@@ -53,6 +55,18 @@ void DetailToolbar::addHistoryButtons(QHBoxLayout& row)
     connect(m_forward, &IconButton::clicked, &m_state, &AppState::goForward);
     row.addWidget(m_back);
     row.addWidget(m_forward);
+}
+
+void DetailToolbar::addWindowButton(QHBoxLayout& row)
+{
+    m_ownWindow = new IconButton(u"macwindow.on.rectangle"_s, u"Eget fönster"_s,
+                                 u"Öppna filen i ett eget fönster (⌘⌥N)"_s, this);
+    new QShortcut(Qt::CTRL | Qt::ALT | Qt::Key_N, m_ownWindow, m_ownWindow, &IconButton::click);
+    connect(m_ownWindow, &IconButton::clicked, &m_state, [this] {
+        if (const auto& file = m_state.selectedFile())
+            OpenFileWindows::shared().requestWindow(*file);
+    });
+    row.addWidget(m_ownWindow);
 }
 
 void DetailToolbar::addOpenButton(QHBoxLayout& row)
@@ -84,9 +98,10 @@ void DetailToolbar::showHistory()
     m_forward->setEnabled(m_state.history().canGoForward());
 }
 
-void DetailToolbar::showOpenButton()
+void DetailToolbar::showFileButtons()
 {
     const auto& file = m_state.selectedFile();
+    m_ownWindow->setVisible(file && isViewableFile(*file));
     m_open->setVisible(file && opensInExternalApp(*file));
     if (m_open->isHidden())
         return;

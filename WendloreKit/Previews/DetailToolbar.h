@@ -32,15 +32,17 @@ protected:
 
 private:
     void addHistoryButtons(QHBoxLayout& row);
+    void addWindowButton(QHBoxLayout& row);
     void addOpenButton(QHBoxLayout& row);
     void showHistory();
-    void showOpenButton();
+    void showFileButtons();
 
     AppState& m_state;
     IconButton* m_back = nullptr;
     IconButton* m_forward = nullptr;
     TitleField* m_title;
     EditorToolbar* m_editor;
+    IconButton* m_ownWindow = nullptr;
     IconButton* m_open = nullptr;
 };
 

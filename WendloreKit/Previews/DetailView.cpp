@@ -44,7 +44,7 @@ void DetailView::showTitle()
     m_toolbar->showEditorCommands(shown == PreviewArea::Shown::editor);
     if (shown == PreviewArea::Shown::editor)
         m_toolbar->setTitle(editor().session().title(), DetailToolbar::Title::editable);
-    else if (shown == PreviewArea::Shown::viewer)
+    else if (shown == PreviewArea::Shown::viewer || shown == PreviewArea::Shown::elsewhere)
         m_toolbar->setTitle(m_state.selectedFile()->nameWithoutExtension(), DetailToolbar::Title::fixed);
     else
         m_toolbar->setTitle({}, DetailToolbar::Title::fixed);

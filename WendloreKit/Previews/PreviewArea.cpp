@@ -1,12 +1,14 @@
 #include "Previews/PreviewArea.h"
 
 #include "Previews/EmptyVaultView.h"
+#include "Previews/FileOpenElsewhereView.h"
 #include "Previews/FileViewer.h"
 
 #include "Editor/EditorSession.h"
 #include "Editor/EditorView.h"
 #include "Look/Colors.h"
 #include "State/AppState.h"
+#include "State/OpenFileWindows.h"
 #include "Vault/FilePreviewKind.h"
 
 #include <QLabel>
@@ -33,12 +35,15 @@ PreviewArea::PreviewArea(AppState& state, Host host, QWidget* parent)
     , m_host(host)
     , m_empty(new EmptyVaultView(state, this))
     , m_placeholder(makePlaceholder(this))
+    , m_elsewhere(new FileOpenElsewhereView(this))
     , m_editor(new EditorView(state, this))
 {
-    for (QWidget* view : {m_empty, m_placeholder, static_cast<QWidget*>(m_editor)})
+    for (QWidget* view :
+         {m_empty, m_placeholder, static_cast<QWidget*>(m_elsewhere), static_cast<QWidget*>(m_editor)})
         addWidget(view);
     connect(&state, &AppState::vaultURLChanged, this, &PreviewArea::showSelection);
     connect(&state, &AppState::selectedFileChanged, this, &PreviewArea::showSelection);
+    connect(&OpenFileWindows::shared(), &OpenFileWindows::openChanged, this, &PreviewArea::showSelection);
     showSelection();
 }
 
@@ -53,6 +58,8 @@ void PreviewArea::showSelection()
         dropViewer();
     else if (m_viewedFile != m_state.selectedFile())
         makeViewer(*m_state.selectedFile());
+    if (m_shown == Shown::elsewhere)
+        m_elsewhere->setFile(*m_state.selectedFile());
     setCurrentWidget(widgetFor(m_shown));
     Q_EMIT shownChanged();
 }
@@ -64,6 +71,8 @@ PreviewArea::Shown PreviewArea::viewForSelection() const
     const auto& file = m_state.selectedFile();
     if (!file || !isViewableFile(*file))
         return Shown::placeholder;
+    if (m_host == Host::mainWindow && OpenFileWindows::shared().isOpen(*file))
+        return Shown::elsewhere;
     return FilePreviewKind::of(*file) == FilePreviewKind::editor ? Shown::editor : Shown::viewer;
 }
 
@@ -72,6 +81,8 @@ QWidget* PreviewArea::widgetFor(Shown shown)
     switch (shown) {
     case Shown::emptyVault:
         return m_empty;
+    case Shown::elsewhere:
+        return m_elsewhere;
     case Shown::editor:
         return m_editor;
     case Shown::viewer:

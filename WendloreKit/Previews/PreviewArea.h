@@ -10,6 +10,7 @@ namespace wendlore {
 
 class AppState;
 class EditorView;
+class FileOpenElsewhereView;
 
 /// Shows the selected file in the view that suits it: the editor for notes, else a viewer that is made for
 /// that file and goes with it.
@@ -18,9 +19,10 @@ class PreviewArea final : public QStackedWidget
     Q_OBJECT
 
 public:
-    /// Where the area stands: the main window asks for a bucket while none is open.
+    /// Where the area stands: the main window asks for a bucket while none is open, and does not show what
+    /// has a window of its own.
     enum class Host { mainWindow, embedded };
-    enum class Shown { emptyVault, placeholder, editor, viewer };
+    enum class Shown { emptyVault, placeholder, elsewhere, editor, viewer };
 
     PreviewArea(AppState& state, Host host, QWidget* parent = nullptr);
 
@@ -43,6 +45,7 @@ private:
     Shown m_shown = Shown::placeholder;
     QWidget* m_empty;
     QWidget* m_placeholder;
+    FileOpenElsewhereView* m_elsewhere;
     /// One for as long as the window: edits may still arrive for a note after another file was selected.
     EditorView* m_editor;
     QWidget* m_viewer = nullptr;

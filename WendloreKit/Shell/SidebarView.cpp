@@ -12,6 +12,7 @@
 #include "Look/FlatButton.h"
 #include "Look/Metrics.h"
 #include "State/AppState.h"
+#include "State/OpenFileWindows.h"
 #include "Vault/FileTree.h"
 
 #include <QHBoxLayout>
@@ -109,7 +110,9 @@ void SidebarView::startRename(const FileURL& item)
 
 void SidebarView::showMenu(const FileURL& item, bool isFolder, const QPoint& position)
 {
-    const TreeMenuActions actions{[this](const FileURL& target) { startRename(target); }, {}};
+    TreeMenuActions actions{[this](const FileURL& target) { startRename(target); }, {}};
+    if (OpenFileWindows::shared().canOpen())
+        actions.openWindow = [](const FileURL& file) { OpenFileWindows::shared().requestWindow(file); };
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     addItems(*menu, isFolder ? macFolderMenuItems(m_state, item, actions)

@@ -1,12 +1,13 @@
 /** Starting the measured programs. */
 import { spawn } from 'node:child_process';
 
-/** The environment of every measured program: no screen, and no sandbox where the web engine refuses it (root). */
+/** The environment of every measured program: no screen, no session bus, and no sandbox where the web engine refuses it (root). */
 export function environment(extra = {}) {
   const asRoot = process.getuid?.() === 0 ? { QTWEBENGINE_DISABLE_SANDBOX: '1' } : {};
   return {
     ...process.env,
     QT_QPA_PLATFORM: 'offscreen',
+    DBUS_SESSION_BUS_ADDRESS: 'disabled:', // else a running Wendlores would take the start over
     QTWEBENGINE_CHROMIUM_FLAGS: '--disable-gpu',
     ...asRoot,
     ...extra,

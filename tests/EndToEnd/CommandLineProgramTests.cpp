@@ -48,7 +48,7 @@ private Q_SLOTS:
         const Ending version = run({u"--version"_s}, noScreen);
 
         QCOMPARE(help.code, 0);
-        QVERIFY(help.output.contains(u"wendlores [MAPP|FIL]"_s));
+        QVERIFY(help.output.contains(u"wendlores [MAPP|FIL|LÄNK]"_s));
         QCOMPARE(version.code, 0);
         QVERIFY(version.output.startsWith(u"Wendlores "_s));
     }

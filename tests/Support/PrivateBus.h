@@ -25,6 +25,7 @@ public:
         m_daemon.waitForFinished();
     }
 
+    [[nodiscard]] const QString& address() const { return m_address; }
     [[nodiscard]] QDBusConnection connection(const QString& name)
     {
         m_connections.append(name);

@@ -38,6 +38,24 @@ private Q_SLOTS:
         QCOMPARE(line.location, FileURL::file(u"/b/-v"_s));
     }
 
+    void aLinkOfTheProgramIsTakenAsItIs()
+    {
+        const CommandLine line = CommandLine::parse({u"WENDLORE://apply-theme?data=%7B%7D"_s}, u"/"_s);
+
+        QCOMPARE(line.action, CommandLine::Action::Run);
+        QCOMPARE(line.link, QUrl(u"wendlore://apply-theme?data=%7B%7D"_s));
+        QVERIFY(!line.location);
+    }
+
+    void aFileMayBeGivenByItsAddress()
+    {
+        const Bucket bucket({{"Möte 1.md", ""}});
+        const QString address = u"file://"_s + bucket.root().path() + u"/M%C3%B6te%201.md"_s;
+
+        QCOMPARE(CommandLine::parse({address}, u"/"_s).location, bucket.file(u"Möte 1.md"_s));
+        QCOMPARE(CommandLine::parse({u"file://"_s + bucket.root().path()}, u"/"_s).location, bucket.root());
+    }
+
     void helpAndVersionArePrinted_data()
     {
         QTest::addColumn<QString>("argument");
@@ -64,6 +82,7 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("arguments");
         QTest::newRow("unknown option") << QStringList{u"--nonsens"_s};
         QTest::newRow("two paths") << QStringList{u"a"_s, u"b"_s};
+        QTest::newRow("a link of somebody else") << QStringList{u"https://example.com/a.md"_s};
         QTest::newRow("empty path") << QStringList{QString()};
     }
 

@@ -3,6 +3,7 @@
 #include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
+#include "Previews/ContentView.h"
 #include "State/AppState.h"
 #include "Wendlores/MainWindow.h"
 
@@ -108,6 +109,11 @@ private Q_SLOTS:
         QTest::newRow("larger") << u"Förstora text"_s << u"Ctrl++"_s;
         QTest::newRow("smaller") << u"Förminska text"_s << u"Ctrl+-"_s;
         QTest::newRow("reset") << u"Återställ textstorlek"_s << u"Ctrl+0"_s;
+        QTest::newRow("close") << u"Stäng fönster"_s << u"Ctrl+W"_s;
+        QTest::newRow("quit") << u"Avsluta"_s << u"Ctrl+Q"_s;
+        QTest::newRow("undo") << u"Ångra"_s << u"Ctrl+Z"_s;
+        QTest::newRow("find") << u"Sök i anteckningen"_s << u"Ctrl+F"_s;
+        QTest::newRow("select all") << u"Markera allt"_s << u"Ctrl+A"_s;
         QTest::newRow("typography") << u"Importera typografi…"_s << u"Ctrl+Alt+T"_s;
     }
 
@@ -118,6 +124,65 @@ private Q_SLOTS:
         const Menus menus;
 
         QCOMPARE(menus.entry(title)->shortcut().toString(QKeySequence::PortableText), shortcut);
+    }
+
+    void theBarHasTheUsualMenus()
+    {
+        const Menus menus;
+
+        QStringList titles;
+        for (const QAction* action : menus.window.menuBar()->actions())
+            titles.append(action->text().remove(u'&'));
+
+        QCOMPARE(titles, QStringList({u"Arkiv"_s, u"Redigera"_s, u"Visa"_s, u"Fönster"_s, u"Hjälp"_s}));
+    }
+
+    void thereAreNoSettings()
+    {
+        const Menus menus;
+
+        for (const auto* action : menus.window.findChildren<QAction*>())
+            QVERIFY2(!action->text().contains(u"nställningar"_s), qPrintable(action->text()));
+    }
+
+    void theOpenMenuShowsWhatAFieldAllows()
+    {
+        Menus menus;
+        menus.window.show();
+        QApplication::setActiveWindow(&menus.window);
+        QLineEdit field(&menus.window);
+        field.show();
+        field.setFocus();
+        auto* edit = qobject_cast<QMenu*>(menus.entry(u"Kopiera"_s)->parent());
+        QVERIFY(edit);
+
+        Q_EMIT edit->aboutToShow();
+        QVERIFY(!menus.entry(u"Kopiera"_s)->isEnabled());
+        QVERIFY(menus.entry(u"Klistra in"_s)->isEnabled());
+        field.setText(u"hej"_s);
+        field.selectAll();
+        Q_EMIT edit->aboutToShow();
+        QVERIFY(menus.entry(u"Kopiera"_s)->isEnabled());
+        QVERIFY(menus.entry(u"Klipp ut"_s)->isEnabled());
+
+        field.deselect();
+        Q_EMIT edit->aboutToShow();
+        Q_EMIT edit->aboutToHide();
+        QVERIFY(menus.entry(u"Kopiera"_s)->isEnabled()); // for its key
+    }
+
+    void theSidebarCanBeHidden()
+    {
+        Menus menus;
+        menus.window.show();
+        QWidget* sidebar = menus.window.content().widget(0);
+        QVERIFY(sidebar->isVisible());
+
+        menus.entry(u"Visa/Dölj sidofält"_s)->trigger();
+        QVERIFY(!sidebar->isVisible());
+        menus.entry(u"Visa/Dölj sidofält"_s)->trigger();
+
+        QVERIFY(sidebar->isVisible());
     }
 
     void editingGoesToTheFieldThatHasTheFocus()
@@ -134,6 +199,8 @@ private Q_SLOTS:
         menus.entry(u"Markera allt"_s)->trigger();
         QCOMPARE(field.selectedText(), u"hej"_s);
 
+        menus.entry(u"Sök i anteckningen"_s)->trigger();
+        QVERIFY(menus.services.page->scripts.contains(u"window.VaultEditor.exec(\"find\")"_s));
         field.clearFocus();
         menus.entry(u"Ångra"_s)->trigger();
         QVERIFY(menus.services.page->scripts.contains(u"window.VaultEditor.exec(\"undo\")"_s));

@@ -1,0 +1,101 @@
+#include "Wendlores/WendloreApp.h"
+
+#include "Wendlores/CheckForUpdatesView.h"
+#include "Wendlores/MenuCommands.h"
+#include "Wendlores/OpenLocation.h"
+#include "Wendlores/ThemeLink.h"
+
+#include "Editor/EditorSession.h"
+#include "Platform/FileAddress.h"
+#include "Shell/WendloreFileWindowView.h"
+#include "State/OpenFileWindows.h"
+#include "State/UserDefaults.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+WendloreApp::WendloreApp(const Services& services, SystemAppearance& system, Style& style,
+                         const Updater::Configuration& updates)
+    : m_updater(updates)
+    , m_appState(services) // makes the web view, so the engine starts while the tree is being read
+    , m_appearance(m_appState, system, style)
+    , m_mainWindow(m_appState)
+    , m_fileScene(m_appState, [this](const FileURL& file, std::function<void()> then) {
+        EditorSession& session = m_mainWindow.session();
+        if (session.fileURL() == file)
+            session.settle(std::move(then));
+        else
+            then();
+    })
+{
+    showLight();
+    new CheckForUpdatesView(m_mainWindow.menus().helpMenu(), m_updater, services.workspace, m_mainWindow);
+    connect(&m_fileScene, &WendloreFileScene::windowMade, this, &WendloreApp::equip);
+    connect(&m_fileScene, &WendloreFileScene::windowsChanged, this, &WendloreApp::showWindows);
+    connect(&m_fileScene, &WendloreFileScene::fileRequested, this, &WendloreApp::show);
+    connect(&m_mainWindow, &MainWindow::quitRequested, this, &WendloreApp::quit);
+}
+
+/// Light until the user chooses.
+void WendloreApp::showLight()
+{
+    if (!m_appState.services().defaults.string(u"theme"_s))
+        m_appState.setTheme(AppTheme::light);
+}
+
+void WendloreApp::start()
+{
+    m_mainWindow.show();
+    m_fileScene.restore();
+}
+
+void WendloreApp::show(const FileURL& location)
+{
+    if (OpenFileWindows::shared().isOpen(location)) {
+        m_fileScene.open(location);
+        return;
+    }
+    openLocation(m_appState, location);
+    m_mainWindow.bringForward();
+}
+
+void WendloreApp::open(const QList<QUrl>& addresses)
+{
+    m_mainWindow.bringForward();
+    for (const QUrl& address : addresses) {
+        if (const auto theme = themeOfLink(address))
+            m_appState.applyTypographyTheme(*theme);
+        else if (const auto file = fileAt(address); file && QFileInfo::exists(file->path()))
+            show(*file);
+    }
+}
+
+void WendloreApp::quit()
+{
+    m_fileScene.closeForQuitting();
+    m_mainWindow.close();
+}
+
+void WendloreApp::equip(WendloreFileWindowView& window)
+{
+    if (!window.windowState())
+        return; // there is no file, and nothing to do but to close
+    auto* menus = new MenuCommands(*window.windowState(), window, MenuCommands::Scene::file);
+    connect(menus, &MenuCommands::quitRequested, this, &WendloreApp::quit);
+    connect(&m_fileScene, &WendloreFileScene::windowsChanged, menus, [this, menus] {
+        QList<QWidget*> windows{&m_mainWindow};
+        for (WendloreFileWindowView* other : m_fileScene.windows())
+            windows.append(other);
+        menus->setWindows(windows);
+    });
+}
+
+void WendloreApp::showWindows()
+{
+    m_mainWindow.setOtherWindows({m_fileScene.windows().begin(), m_fileScene.windows().end()});
+}
+
+} // namespace wendlore

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QProcess>
+#include <QRect>
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace wendlore {
+
+/// A screen of its own, without a window manager, with a keyboard that is played by xdotool.
+class VirtualDisplay final
+{
+public:
+    VirtualDisplay()
+    {
+        m_server.start(QStringLiteral("Xvfb"),
+                       {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                        QStringLiteral("0"), QStringLiteral("1280x900x24"), QStringLiteral("-nolisten"),
+                        QStringLiteral("tcp")});
+        if (m_server.waitForStarted() && m_server.waitForReadyRead())
+            m_name = QLatin1Char(':') + QString::fromLatin1(m_server.readLine()).trimmed();
+    }
+    ~VirtualDisplay()
+    {
+        m_server.terminate();
+        m_server.waitForFinished();
+    }
+
+    /// The display's name; empty when there is none.
+    [[nodiscard]] const QString& name() const { return m_name; }
+
+    /// What xdotool prints; empty when it fails.
+    QString control(const QStringList& arguments) const
+    {
+        QProcess tool;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("DISPLAY"), m_name);
+        tool.setProcessEnvironment(environment);
+        tool.start(QStringLiteral("xdotool"), arguments);
+        tool.waitForFinished();
+        return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+    }
+    /// The identifiers of the shown windows with exactly this title.
+    [[nodiscard]] QStringList windows(const QString& title) const
+    {
+        const QString pattern = QLatin1Char('^') + QRegularExpression::escape(title) + QLatin1Char('$');
+        return control({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                        pattern})
+            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    }
+    void focus(const QString& window) const { control({QStringLiteral("windowfocus"), window}); }
+    void press(const QString& keys) const
+    {
+        control({QStringLiteral("key"), QStringLiteral("--clearmodifiers"), keys});
+    }
+    void type(const QString& text) const
+    {
+        control({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), text});
+    }
+    [[nodiscard]] QRect placeOf(const QString& window) const
+    {
+        static const QRegularExpression pattern(
+            QStringLiteral("X=(-?\\d+)\\s+Y=(-?\\d+)\\s+WIDTH=(\\d+)\\s+HEIGHT=(\\d+)"));
+        const auto match =
+            pattern.match(control({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window}));
+        return {match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt(),
+                match.captured(4).toInt()};
+    }
+
+private:
+    QProcess m_server;
+    QString m_name;
+};
+
+} // namespace wendlore

@@ -1,0 +1,411 @@
+#include "Wendlores/Updater.h"
+
+#include "Fakes/FakeDesktop.h"
+#include "Wendlores/CheckForUpdatesView.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sodium.h>
+
+using namespace Qt::StringLiterals;
+using namespace wendlore;
+
+namespace {
+
+/// A publisher with a key of its own.
+class Publisher final
+{
+public:
+    Publisher()
+    {
+        if (::sodium_init() < 0 || ::crypto_sign_keypair(m_public, m_secret) != 0)
+            qFatal("no key");
+    }
+
+    [[nodiscard]] QByteArray publicKey() const
+    {
+        return QByteArray(reinterpret_cast<const char*>(m_public), sizeof m_public).toBase64();
+    }
+    [[nodiscard]] QByteArray sign(const QByteArray& bytes) const
+    {
+        unsigned char signature[crypto_sign_BYTES];
+        ::crypto_sign_detached(signature, nullptr, reinterpret_cast<const unsigned char*>(bytes.constData()),
+                               static_cast<unsigned long long>(bytes.size()), m_secret);
+        return QByteArray(reinterpret_cast<const char*>(signature), sizeof signature).toBase64();
+    }
+    [[nodiscard]] QByteArray signedFeed(const QByteArray& content) const
+    {
+        return content + "<!-- ed25519: " + sign(content) + " -->\n";
+    }
+
+private:
+    unsigned char m_public[crypto_sign_PUBLICKEYBYTES];
+    unsigned char m_secret[crypto_sign_SECRETKEYBYTES];
+};
+
+/// A web server on this computer, for whole answers by path.
+class Server final : public QTcpServer
+{
+public:
+    Server()
+    {
+        if (!listen(QHostAddress::LocalHost))
+            qFatal("no server");
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            QTcpSocket* caller = nextPendingConnection();
+            connect(caller, &QTcpSocket::readyRead, caller, [this, caller] {
+                if (isHolding || !caller->peek(1 << 16).contains("\r\n\r\n"))
+                    return;
+                answer(*caller, caller->readAll().split(' ').value(1));
+            });
+        });
+    }
+
+    [[nodiscard]] QUrl address(const QString& path) const
+    {
+        return QUrl(u"http://127.0.0.1:%1%2"_s.arg(serverPort()).arg(path));
+    }
+
+    QHash<QByteArray, QByteArray> files;
+    QByteArray redirect;
+    bool isHolding = false;
+    bool announcesTooMuch = false;
+
+private:
+    void answer(QTcpSocket& caller, const QByteArray& path)
+    {
+        if (!redirect.isEmpty()) {
+            caller.write("HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + redirect + "\r\n\r\n");
+        } else if (!files.contains(path)) {
+            caller.write("HTTP/1.1 404 Not Found\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
+        } else {
+            const qint64 size = files[path].size() + (announcesTooMuch ? 10 : 0);
+            caller.write("HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " +
+                         QByteArray::number(size) + "\r\n\r\n" + files[path]);
+        }
+        caller.disconnectFromHost();
+    }
+};
+
+/// A published version 2.0.0, and a program of version 1.0.0 that looks for it.
+class Feed final
+{
+public:
+    explicit Feed(const QByteArray& version = "2.0.0")
+    {
+        server.files["/p.deb"] = package;
+        publish(version);
+    }
+
+    void publish(const QByteArray& version)
+    {
+        content = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<rss version=\"2.0\"><channel><item>"
+                  "<enclosure url=\"" +
+                  server.address(u"/p.deb"_s).toEncoded() + "\" length=\"" +
+                  QByteArray::number(package.size()) + "\" version=\"" + version + "\" signature=\"" +
+                  publisher.sign(package) + "\"/></item></channel></rss>\n";
+        server.files["/feed.xml"] = publisher.signedFeed(content);
+    }
+    [[nodiscard]] Updater::Configuration configuration() const
+    {
+        Updater::Configuration configuration;
+        configuration.feed = server.address(u"/feed.xml"_s);
+        configuration.publicKey = publisher.publicKey();
+        configuration.version = QVersionNumber(1, 0, 0);
+        configuration.downloads = FileURL::directory(folder.filePath(u"updates"_s));
+        return configuration;
+    }
+    [[nodiscard]] QStringList downloads() const
+    {
+        return QDir(folder.filePath(u"updates"_s)).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    QTemporaryDir folder;
+    Publisher publisher;
+    Server server;
+    QByteArray package = QByteArray(200'000, 'p') + "end";
+    QByteArray content;
+};
+
+enum class Answer { nothing, found, upToDate, failed };
+
+Answer check(Updater& updater, std::optional<Release>* release = nullptr)
+{
+    Answer answer = Answer::nothing;
+    QObject scope;
+    QObject::connect(&updater, &Updater::found, &scope, [&](const Release& newer) {
+        answer = Answer::found;
+        if (release)
+            *release = newer;
+    });
+    QObject::connect(&updater, &Updater::upToDate, &scope, [&] { answer = Answer::upToDate; });
+    QObject::connect(&updater, &Updater::failed, &scope, [&] { answer = Answer::failed; });
+    updater.checkForUpdates();
+    static_cast<void>(QTest::qWaitFor([&] { return answer != Answer::nothing; }, 30'000));
+    return answer;
+}
+
+QMessageBox* shownMessage(const QWidget& window)
+{
+    for (auto* box : window.findChildren<QMessageBox*>()) {
+        if (box->isVisible())
+            return box;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class UpdaterTests final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aNewerVersionIsFoundAndDownloaded()
+    {
+        const Feed feed;
+        Updater updater(feed.configuration());
+        std::optional<Release> release;
+        QCOMPARE(check(updater, &release), Answer::found);
+        QCOMPARE(release->version, QVersionNumber(2, 0, 0));
+
+        QSignalSpy downloaded(&updater, &Updater::downloaded);
+        updater.download(*release);
+
+        QVERIFY(downloaded.wait(30'000));
+        QFile file(downloaded[0][0].value<FileURL>().path());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), feed.package);
+        QCOMPARE(feed.downloads(), QStringList(u"p.deb"_s));
+    }
+
+    void olderAndEqualVersionsAreNotOffered_data()
+    {
+        QTest::addColumn<QByteArray>("version");
+        QTest::newRow("equal") << QByteArray("1.0.0");
+        QTest::newRow("equal, written otherwise") << QByteArray("1.0");
+        QTest::newRow("old") << QByteArray("0.9.9");
+        QTest::newRow("older by digits only as text") << QByteArray("0.10.0");
+    }
+
+    void olderAndEqualVersionsAreNotOffered()
+    {
+        QFETCH(const QByteArray, version);
+        const Feed feed(version);
+        Updater updater(feed.configuration());
+
+        QCOMPARE(check(updater), Answer::upToDate);
+    }
+
+    void aFeedThatIsNotThePublishersIsRefused_data()
+    {
+        QTest::addColumn<std::function<QByteArray(const Feed&)>>("spoil");
+        const auto add = [](const char* name, const std::function<QByteArray(const Feed&)>& spoil) {
+            QTest::newRow(name) << spoil;
+        };
+        add("truncated",
+            [](const Feed& feed) { return feed.server.files["/feed.xml"].left(feed.content.size() / 2); });
+        add("last byte gone", [](const Feed& feed) { return feed.server.files["/feed.xml"].chopped(5); });
+        add("without a signature", [](const Feed& feed) { return feed.content; });
+        add("signed by another", [](const Feed& feed) { return Publisher().signedFeed(feed.content); });
+        add("signature of another feed", [](const Feed& feed) {
+            return feed.content + "<!-- ed25519: " + feed.publisher.sign("x") + " -->\n";
+        });
+        add("signed but no XML", [](const Feed& feed) { return feed.publisher.signedFeed("<rss"); });
+        add("signed but incomplete", [](const Feed& feed) {
+            return feed.publisher.signedFeed("<rss><enclosure version=\"3.0\"/></rss>\n");
+        });
+        add("empty", [](const Feed&) { return QByteArray(""); });
+        add("larger than allowed",
+            [](const Feed& feed) { return feed.publisher.signedFeed(QByteArray(2 << 20, ' ')); });
+    }
+
+    void aFeedThatIsNotThePublishersIsRefused()
+    {
+        QFETCH(const std::function<QByteArray(const Feed&)>, spoil);
+        Feed feed;
+        feed.server.files["/feed.xml"] = spoil(feed);
+        Updater updater(feed.configuration());
+
+        QCOMPARE(check(updater), Answer::failed);
+        QVERIFY(updater.canCheckForUpdates());
+    }
+
+    void noFlippedBitOfAFeedIsOverlooked()
+    {
+        const Feed feed;
+        const auto key = PublicKey::fromBase64(feed.publisher.publicKey());
+        const QByteArray whole = feed.server.files["/feed.xml"];
+        QVERIFY(readAppcast(whole, *key));
+
+        for (qsizetype place = 0; place < feed.content.size() + 20; ++place) {
+            QByteArray flipped = whole;
+            flipped[place] = char(flipped[place] ^ 4);
+            QVERIFY2(!readAppcast(flipped, *key), qPrintable(QString::number(place)));
+        }
+    }
+
+    void aPackageThatIsNotThePublishersIsDropped_data()
+    {
+        QTest::addColumn<QByteArray>("package");
+        QTest::newRow("truncated") << QByteArray(200'000, 'p');
+        QTest::newRow("changed") << QByteArray(200'000, 'p') + "eNd";
+        QTest::newRow("longer") << QByteArray(200'000, 'p') + "end of it";
+        QTest::newRow("empty") << QByteArray("");
+    }
+
+    void aPackageThatIsNotThePublishersIsDropped()
+    {
+        QFETCH(const QByteArray, package);
+        Feed feed;
+        feed.server.files["/p.deb"] = package;
+        Updater updater(feed.configuration());
+        std::optional<Release> release;
+        QCOMPARE(check(updater, &release), Answer::found);
+
+        const QSignalSpy downloaded(&updater, &Updater::downloaded);
+        QSignalSpy failed(&updater, &Updater::failed);
+        updater.download(*release);
+
+        QVERIFY(failed.wait(30'000));
+        QVERIFY(downloaded.isEmpty());
+        QCOMPARE(feed.downloads(), QStringList());
+        QVERIFY(updater.canCheckForUpdates());
+    }
+
+    void theReleaseToolMakesFeedsThatAreRead()
+    {
+        const QTemporaryDir folder;
+        const auto run = [&folder](const QString& program, const QStringList& arguments) {
+            QProcess process;
+            process.setWorkingDirectory(folder.path());
+            process.start(program, arguments);
+            return process.waitForFinished() && process.exitCode() == 0 ? process.readAllStandardOutput()
+                                                                        : QByteArray();
+        };
+        const QString tool = qEnvironmentVariable("WENDLORE_SOURCE_DIR") + u"/tools/sign-release"_s;
+        QFile package(folder.filePath(u"p.deb"_s));
+        QVERIFY(package.open(QIODevice::WriteOnly));
+        package.write("a package");
+        package.close();
+        run(u"openssl"_s, {u"genpkey"_s, u"-algorithm"_s, u"ed25519"_s, u"-out"_s, u"key.pem"_s});
+
+        const auto key = PublicKey::fromBase64(run(tool, {u"--public"_s, u"key.pem"_s}).trimmed());
+        QVERIFY(key);
+        const auto releases = readAppcast(
+            run(tool, {u"key.pem"_s, u"2.0.0"_s, u"https://x.example/p.deb"_s, u"p.deb"_s}), *key);
+
+        QVERIFY(releases);
+        QCOMPARE(releases->size(), std::size_t(1));
+        QCOMPARE(releases->front().version, QVersionNumber(2, 0, 0));
+        QVERIFY(key->verifies("a package", releases->front().signature));
+    }
+
+    void aServerThatSaysNoIsToldOf()
+    {
+        Feed feed;
+        feed.server.files.clear();
+        Updater updater(feed.configuration());
+
+        QCOMPARE(check(updater), Answer::failed);
+    }
+
+    void anAnswerThatBreaksOffIsToldOf()
+    {
+        Feed feed;
+        feed.server.announcesTooMuch = true;
+        Updater updater(feed.configuration());
+
+        QCOMPARE(check(updater), Answer::failed);
+    }
+
+    void aServerThatDoesNotAnswerIsGivenUp()
+    {
+        Feed feed;
+        feed.server.isHolding = true;
+        Updater::Configuration configuration = feed.configuration();
+        configuration.timeOut = 200;
+        Updater updater(configuration);
+
+        QCOMPARE(check(updater), Answer::failed);
+    }
+
+    void withoutFeedOrKeyThereAreNoChecks_data()
+    {
+        QTest::addColumn<QString>("feed");
+        QTest::addColumn<QByteArray>("key");
+        const QByteArray key = Publisher().publicKey();
+        QTest::newRow("no feed") << QString() << key;
+        QTest::newRow("no key") << u"https://example.com/feed.xml"_s << QByteArray();
+        QTest::newRow("no such key") << u"https://example.com/feed.xml"_s << QByteArray("short");
+        QTest::newRow("unprotected") << u"http://example.com/feed.xml"_s << key;
+    }
+
+    void withoutFeedOrKeyThereAreNoChecks()
+    {
+        QFETCH(const QString, feed);
+        QFETCH(const QByteArray, key);
+        Updater::Configuration configuration;
+        configuration.feed = QUrl(feed);
+        configuration.publicKey = key;
+        configuration.version = QVersionNumber(1, 0, 0);
+        const Updater updater(configuration);
+
+        QVERIFY(!updater.canCheckForUpdates());
+    }
+
+    void theCommandIsDisabledWhileACheckRuns()
+    {
+        const Feed feed("1.0.0");
+        Updater updater(feed.configuration());
+        QWidget window;
+        QMenu menu;
+        FakeWorkspace workspace;
+        const CheckForUpdatesView view(menu, updater, workspace, window);
+        QAction* command = menu.actions().front();
+        QCOMPARE(command->text(), u"Sök efter uppdateringar…"_s);
+        QVERIFY(command->isEnabled());
+
+        command->trigger();
+        QVERIFY(!command->isEnabled());
+
+        QTRY_VERIFY_WITH_TIMEOUT(command->isEnabled(), 30'000);
+    }
+
+    void thePackageIsOnlyOpenedWhenTheUserSaysSo()
+    {
+        const Feed feed;
+        Updater updater(feed.configuration());
+        QWidget window;
+        window.show();
+        QMenu menu;
+        FakeWorkspace workspace;
+        const CheckForUpdatesView view(menu, updater, workspace, window);
+
+        menu.actions().front()->trigger();
+        QTRY_VERIFY_WITH_TIMEOUT(shownMessage(window), 30'000);
+        QCOMPARE(shownMessage(window)->text(), u"Wendlores 2.0.0 finns"_s);
+        QSignalSpy downloaded(&updater, &Updater::downloaded);
+        shownMessage(window)->buttons().front()->click();
+        QVERIFY(downloaded.wait(30'000));
+        QVERIFY(workspace.files.isEmpty());
+        QTRY_VERIFY(shownMessage(window));
+        QCOMPARE(shownMessage(window)->text(), u"Den nya versionen är hämtad"_s);
+        shownMessage(window)->buttons().front()->click();
+
+        QCOMPARE(workspace.files.size(), 1);
+        QCOMPARE(workspace.files[0].lastPathComponent(), u"p.deb"_s);
+    }
+};
+
+QTEST_MAIN(UpdaterTests)
+#include "UpdaterTests.moc"
