@@ -41,8 +41,9 @@ void WindowTabBar::setWindows(const QList<QWidget*>& windows)
     for (int index = 0; index < count(); ++index) {
         QWidget* window = windows[index];
         const auto showTitle = [this, window] {
-            setTabText(int(m_windows.indexOf(window)), window->windowTitle());
-            setTabToolTip(int(m_windows.indexOf(window)), window->windowTitle());
+            const QString title = window->windowTitle().isEmpty() ? u"Wendlores"_s : window->windowTitle();
+            setTabText(int(m_windows.indexOf(window)), title);
+            setTabToolTip(int(m_windows.indexOf(window)), title);
         };
         connect(window, &QWidget::windowTitleChanged, this, showTitle);
         showTitle();

@@ -30,7 +30,7 @@ public:
     Windows()
         : state(services.services())
     {
-        state.switchVault(bucket.root());
+        state.addVault(bucket.root());
         detail = std::make_unique<DetailView>(state);
         mainPage = services.page;
         mainPage->post(u"ready"_s);
