@@ -43,10 +43,14 @@ public:
     /// The identifiers of the shown windows with exactly this title.
     [[nodiscard]] QStringList windows(const QString& title) const
     {
-        const QString pattern = QLatin1Char('^') + QRegularExpression::escape(title) + QLatin1Char('$');
-        return control({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                        pattern})
-            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        // A search sees a title only as far as its first letter beyond Latin 1.
+        QStringList found = control({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                     QStringLiteral("--name"), QStringLiteral(".")})
+                                .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        found.removeIf([&](const QString& window) {
+            return control({QStringLiteral("getwindowname"), window}) != title;
+        });
+        return found;
     }
     void focus(const QString& window) const { control({QStringLiteral("windowfocus"), window}); }
     void press(const QString& keys) const
