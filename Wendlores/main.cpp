@@ -18,6 +18,7 @@
 #include "Platform/SettingsFile.h"
 #include "Platform/StandardPaths.h"
 #include "Platform/SyncedFolderStore.h"
+#include "Previews/QuickLookWebView.h"
 #include "Shell/Appearance.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
@@ -146,6 +147,7 @@ int main(int argc, char** argv)
         return Failed;
     }
     registerEditorScheme();
+    registerQuickLookScheme();
     QCoreApplication::setApplicationName(u"wendlores"_s);
     QCoreApplication::setApplicationVersion(u"" WENDLORE_VERSION ""_s);
     QGuiApplication::setApplicationDisplayName(u"Wendlores"_s);

@@ -3,6 +3,7 @@
 #include "Previews/DetailToolbar.h"
 #include "Previews/EmptyVaultView.h"
 #include "Previews/FileCard.h"
+#include "Previews/QuickLookView.h"
 
 #include "Editor/EditorSession.h"
 #include "Editor/EditorView.h"
@@ -69,9 +70,26 @@ void DetailView::showSelection()
         m_editor->session().close();
     if (view == m_card)
         m_card->setFile(*m_state.selectedFile());
+    showGenericView(view == m_card && FilePreviewKind::of(*m_state.selectedFile()) == FilePreviewKind::other);
+    if (m_generic)
+        view = m_generic;
     m_toolbar->showEditorCommands(view == m_editor);
     m_stack->setCurrentWidget(view);
     showTitle();
+}
+
+void DetailView::showGenericView(bool isWanted)
+{
+    if (m_generic) {
+        m_stack->removeWidget(m_generic);
+        m_generic->hide();
+        m_generic->deleteLater(); // its button may be what brought us here
+        m_generic = nullptr;
+    }
+    if (!isWanted)
+        return;
+    m_generic = new QuickLookView(m_state, *m_state.selectedFile(), m_stack);
+    m_stack->addWidget(m_generic);
 }
 
 QWidget* DetailView::viewForSelection()
@@ -89,7 +107,7 @@ void DetailView::showTitle()
     const QWidget* view = m_stack->currentWidget();
     if (view == m_editor)
         m_toolbar->setTitle(m_editor->session().title(), DetailToolbar::Title::editable);
-    else if (view == m_card)
+    else if (view == m_card || view == m_generic)
         m_toolbar->setTitle(m_state.selectedFile()->nameWithoutExtension(), DetailToolbar::Title::fixed);
     else
         m_toolbar->setTitle({}, DetailToolbar::Title::fixed);

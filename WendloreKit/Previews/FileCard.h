@@ -17,6 +17,11 @@ class FileCard final : public QWidget
 
 public:
     explicit FileCard(AppState& state, QWidget* parent = nullptr);
+    FileCard(AppState& state, const FileURL& file, QWidget* parent = nullptr)
+        : FileCard(state, parent)
+    {
+        setFile(file);
+    }
 
     void setFile(const FileURL& file);
 
