@@ -1,4 +1,4 @@
-/** Runs the members that were asked for and prints one table. Started by ../bench, which builds everything first. */
+/** Runs the members that were asked for and prints a table for each. Started by ../bench, which builds everything first. */
 import { mkdirSync, writeFileSync } from 'node:fs';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -68,11 +68,14 @@ async function main() {
   const { names, rounds, json, help } = readArguments();
   if (help) return console.log(usage);
   const members = [];
-  for (const name of names) members.push(await measureMember(name, rounds));
-  members.forEach(print);
   mkdirSync(path.dirname(json), { recursive: true });
-  const report = { measured: new Date().toISOString(), machine: describeMachine(), rounds, members };
-  writeFileSync(json, `${JSON.stringify(report, null, 2)}\n`);
+  for (const name of names) {
+    const member = await measureMember(name, rounds);
+    print(member);
+    members.push(member);
+    const report = { measured: new Date().toISOString(), machine: describeMachine(), rounds, members };
+    writeFileSync(json, `${JSON.stringify(report, null, 2)}\n`);
+  }
 }
 
 try {

@@ -1,11 +1,6 @@
 # Compiler switches shared by every target: warnings, sanitizers, the compiler cache.
 
-find_program(WENDLORE_CCACHE ccache)
-if(WENDLORE_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER
-        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
-        ${WENDLORE_CCACHE})
-endif()
+set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_CURRENT_LIST_DIR}/compile)
 
 add_compile_definitions(
     QT_NO_KEYWORDS

@@ -31,6 +31,8 @@ export class NoteEditor implements VaultEditor {
   #plugins: Plugin[];
   #reportDue = false;
   #lastEdit: Transaction | null = null;
+  /** Whether the next edit is what the user is typing right now. */
+  #isTyping = false;
   #placed = true;
 
   constructor(root: HTMLElement) {
@@ -53,7 +55,7 @@ export class NoteEditor implements VaultEditor {
       dispatchTransaction: (tr) => this.#dispatch(tr),
       ...clipboardProps(() => this.#source),
     });
-    for (const kind of USES_WHOLE_NOTE) root.addEventListener(kind, () => this.#finish(), true);
+    for (const kind of USES_WHOLE_NOTE) root.addEventListener(kind, () => this.#expectInput(kind === 'beforeinput'), true);
   }
 
   /**
@@ -72,7 +74,7 @@ export class NoteEditor implements VaultEditor {
   exec(command: string, value?: string | number): void {
     const run = commandFor(command, value);
     if (run === null) return;
-    this.#finish();
+    this.#expectInput(false);
     this.#report();
     this.view.focus();
     const stepsAlone = command !== 'undo' && command !== 'redo';
@@ -119,6 +121,11 @@ export class NoteEditor implements VaultEditor {
     requestIdleCallback(readOn, { timeout: LONGEST_WAIT });
   }
 
+  #expectInput(isTyping: boolean): void {
+    this.#finish();
+    this.#isTyping = isTyping;
+  }
+
   /** Takes in all of the note that is not shown yet. */
   #finish(): void {
     this.#readOn(Infinity);
@@ -147,11 +154,20 @@ export class NoteEditor implements VaultEditor {
   }
 
   #dispatch(tr: Transaction): void {
-    this.view.updateState(this.view.state.apply(tr));
+    const next = this.view.state.apply(tr);
+    const isEdit = tr.docChanged && tr.getMeta(FROM_TEXT) !== true;
     if (tr.selectionSet) this.#placed = true;
-    if (!tr.docChanged || tr.getMeta(FROM_TEXT) === true) return;
-    this.#lastEdit = tr;
-    this.#scheduleReport();
+    if (isEdit) this.#lastEdit = tr;
+    const isReported = isEdit && this.#isTyping && this.#reportTyped(next.doc);
+    this.view.updateState(next);
+    if (isEdit && !isReported) this.#scheduleReport();
+  }
+
+  /** Reports what was typed before it is drawn. False when there is more to be done once it is. */
+  #reportTyped(doc: Node): boolean {
+    this.#isTyping = false;
+    if (this.#reportDue || !this.#source.isRead) return false;
+    return this.#tell(doc).length === 0;
   }
 
   /** Reports at the end of the running task, however many edits it makes. */
@@ -165,10 +181,16 @@ export class NoteEditor implements VaultEditor {
     if (!this.#reportDue) return;
     this.#reportDue = false;
     this.#complete();
-    const { change, corrections } = this.#apply(this.view.state.doc);
-    if (change !== null) post('changed', this.#source.text);
+    const corrections = this.#tell(this.view.state.doc);
     // A correction would break an input method's composition; the same one comes again when it has ended.
     if (corrections.length > 0 && !this.view.composing) this.#correct(corrections);
+  }
+
+  /** Tells the host what the note is with the document `doc`, and gives what the document has to become. */
+  #tell(doc: Node): readonly Correction[] {
+    const { change, corrections } = this.#apply(doc);
+    if (change !== null) post('changed', this.#source.text);
+    return corrections;
   }
 
   /** Puts the rest of the note behind a document that was edited before all of it was there. */

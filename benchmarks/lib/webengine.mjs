@@ -48,15 +48,26 @@ const paintQuestion = `new Promise((resolve) => new PerformanceObserver((list) =
 
 /** When the page first showed a paragraph of text, in milliseconds since 1970. */
 export async function firstParagraph(port, limit = 30_000) {
-  const socket = new WebSocket(await pageAddress(port, Date.now() + limit));
+  const deadline = Date.now() + limit;
+  for (;;) {
+    const answer = await ask(await pageAddress(port, deadline), deadline);
+    const value = answer.result?.result.value;
+    if (typeof value === 'number') return value;
+    // A page that goes on to another address meanwhile cannot answer; the one that follows can.
+    if (Date.now() > deadline) throw new Error(`no paint: ${JSON.stringify(answer)}`);
+    await pause(pollInterval);
+  }
+}
+
+async function ask(address, deadline) {
+  const socket = new WebSocket(address);
   try {
-    await once(socket, 'open');
+    const signal = AbortSignal.timeout(Math.max(deadline - Date.now(), 1));
+    await once(socket, 'open', { signal });
     const params = { expression: paintQuestion, awaitPromise: true, returnByValue: true };
     socket.send(JSON.stringify({ id: 1, method: 'Runtime.evaluate', params }));
-    const [data] = await once(socket, 'message', { signal: AbortSignal.timeout(limit) });
-    const { result } = JSON.parse(data).result;
-    if (typeof result.value !== 'number') throw new Error(`no paint: ${JSON.stringify(result)}`);
-    return result.value;
+    const [data] = await once(socket, 'message', { signal });
+    return JSON.parse(data);
   } finally {
     socket.terminate();
   }

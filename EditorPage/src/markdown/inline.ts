@@ -131,9 +131,18 @@ export class InlineReader {
     if (this.end(node) - from === node.value.length) {
       this.addRun({ at: 0, from, length: node.value.length });
     } else {
-      for (const run of node.data?.runs ?? []) this.addRun({ ...run, from: run.from - this.shift });
+      for (const run of this.runsOf(node)) this.addRun(run);
     }
     this.addText(node.value, outer);
+  }
+
+  /** The stretches of a text that the source has as they are. The blank behind a task's box is in the first, but not in the text. */
+  private runsOf(node: Text) {
+    const runs = (node.data?.runs ?? []).map((run) => ({ ...run, from: run.from - this.shift }));
+    const lost = runs[0] ? Math.max(0, this.start(node) - runs[0].from) : 0;
+    if (lost === 0) return runs;
+    const [first, ...others] = runs.map((run) => ({ ...run, at: run.at - lost }));
+    return [{ at: 0, from: first!.from + lost, length: first!.length - lost }, ...others];
   }
 
   private addCode(node: PhrasingContent & { value: string }, outer: readonly Mark[]) {

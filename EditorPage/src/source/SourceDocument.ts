@@ -3,6 +3,7 @@ import { read, labelKey } from '../markdown/parse';
 import { schema } from '../schema';
 import { readEntries, type Entry } from './entries';
 import { Journal } from './journal';
+import { differingRange } from './range';
 import { NoteReader } from './reader';
 import { Retired } from './retired';
 import { changeBetween, restored, update, type Correction, type Note, type TextChange, type Updated } from './update';
@@ -101,19 +102,21 @@ export class SourceDocument {
     if (!this.isRead) throw new Error('an edit of a note that was not read to its end');
     if (next === this.root) return { change: null, corrections: [] };
     const before = this.note;
-    const updated = this.earlier(next) ?? update(before, next, this.retired);
+    const range = differingRange(this.root, next);
+    const updated = this.earlier(this.root, next, range) ?? update(before, next, range, this.retired);
     const { corrections } = updated;
+    const old = this.root;
     this.root = corrections.length > 0 ? rootOf(updated.note.entries) : next;
     // A corrected document may be one that there was before, with bytes of its own.
-    const { note, change } = (corrections.length > 0 && this.earlier(this.root)) || updated;
+    const { note, change } = (corrections.length > 0 && this.earlier(old, this.root)) || updated;
     this.note = note;
     this.journal.record(before.entries, note.entries);
     return { change, corrections };
   }
 
   /** The note as it was when it last had this document. */
-  private earlier(doc: Node): Updated | null {
-    const entries = this.journal.find(this.note.entries, doc);
+  private earlier(old: Node, doc: Node, range = differingRange(old, doc)): Updated | null {
+    const entries = this.journal.find(this.note.entries, doc, range);
     if (!entries) return null;
     const note = restored(this.note, entries);
     return { note, change: changeBetween(this.note.text, note.text), corrections: [] };

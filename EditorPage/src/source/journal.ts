@@ -1,7 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import type { Entry } from './entries';
 import { fingerprintChange } from './fingerprint';
-import { differingRange } from './range';
+import type { Range } from './range';
 
 /** Entries that took the place of others. */
 interface Step {
@@ -29,9 +29,11 @@ export class Journal {
   /** The fingerprint of the state before the first step. */
   private first = 0;
 
-  /** The entries of the latest state whose document is `next`. Null when there was none. */
-  find(entries: readonly Entry[], next: Node): Entry[] | null {
-    const { from, oldTo, nextTo } = differingRange(entries, next);
+  /**
+   * The entries of the latest state whose document is `next`. Null when there was none. `range` is where the document
+   * of `entries` differs from it.
+   */
+  find(entries: readonly Entry[], next: Node, { from, oldTo, nextTo }: Range): Entry[] | null {
     const gone = entries.slice(from, oldTo).map((entry) => entry.node);
     const come = next.children.slice(from, nextTo);
     const change = fingerprintChange(entries[from - 1]?.node, gone, come, entries[oldTo]?.node);

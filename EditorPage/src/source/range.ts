@@ -1,21 +1,22 @@
 import type { Node } from 'prosemirror-model';
-import type { Entry } from './entries';
 
-/** Entries from `from` to `oldTo`, in whose place the document has its children from `from` to `nextTo`. */
+/** Children of a document from `from` to `oldTo`, in whose place another has its children from `from` to `nextTo`. */
 export interface Range {
   from: number;
   oldTo: number;
   nextTo: number;
 }
 
-/** The children in which a document differs from the entries, seen from both ends. Nodes are compared by identity. */
-export function differingRange(entries: readonly Entry[], next: Node): Range {
-  const shorter = Math.min(entries.length, next.childCount);
+/** The children in which two documents differ, seen from both ends. Nodes are compared by identity. */
+export function differingRange(before: Node, next: Node): Range {
+  const olds = before.children;
+  const news = next.children;
+  const shorter = Math.min(olds.length, news.length);
   let from = 0;
-  while (from < shorter && entries[from]!.node === next.child(from)) from += 1;
-  let oldTo = entries.length;
-  let nextTo = next.childCount;
-  while (oldTo > from && nextTo > from && entries[oldTo - 1]!.node === next.child(nextTo - 1)) {
+  while (from < shorter && olds[from] === news[from]) from += 1;
+  let oldTo = olds.length;
+  let nextTo = news.length;
+  while (oldTo > from && nextTo > from && olds[oldTo - 1] === news[nextTo - 1]) {
     oldTo -= 1;
     nextTo -= 1;
   }

@@ -52,6 +52,8 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
     const mayLink = change.kind === 'inline' && isTyping(nodeAt(block.parsed, change.path), change.node);
     let attempts = 0;
     for (const splice of splices(block, change, pool)) {
+      const quick = change.kind === 'inline' ? quickEdit(block, splice, expected, change.path) : null;
+      if (quick) return { block: quick, linked: null };
       const next = readBack(block, splice, expected, context, mayLink);
       if (next) return { block: next, linked: isSame(next.parsed, expected) ? null : change.path };
       attempts += 1;
@@ -97,8 +99,6 @@ function splices(block: Block, change: Change, pool: Pool): Iterable<Splice> {
 
 /** The block after a splice, if it then says what is expected. */
 function readBack(block: Block, splice: Splice, expected: Node, context: Context, mayLink: boolean): Block | null {
-  const quick = quickEdit(block, splice, expected, context.labels);
-  if (quick) return quick;
   const part = readPart(block, splice, expected, context.labels);
   if (part !== undefined) return part;
   const next = readBlock(spliced(block.source, splice), expected.type, context.labels);

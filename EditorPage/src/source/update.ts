@@ -5,7 +5,7 @@ import { readAnyBlock, type Entry } from './entries';
 import { countLabels, differingLabels, type LabelCounts } from './labels';
 import { isSame } from './normal';
 import { Pool } from './pool';
-import { differingRange, type Range } from './range';
+import type { Range } from './range';
 import { draft, settle, spaced, type Draft } from './region';
 import type { Retired } from './retired';
 import { commonEnds, unify } from './text';
@@ -20,6 +20,8 @@ export interface Note {
   text: string;
   labels: LabelCounts;
   lineEnd: string;
+  /** Where an entry begins that was edited last, so that the next edit's place is found quickly. */
+  near?: { index: number; offset: number };
 }
 
 /** A change of the note's text, in UTF-16 offsets of the text before it. */
@@ -58,12 +60,11 @@ export function restored(note: Note, entries: readonly Entry[]): Note {
   const from = start < 0 ? Math.min(entries.length, note.entries.length) : start;
   const labels = countLabels(note.labels, parsed(note.entries.slice(from)), parsed(entries.slice(from)));
   const text = note.mark + entries.map((entry) => entry.gap + entry.raw).join('') + note.tail;
-  return { ...note, entries, labels, text };
+  return { ...note, entries, labels, text, near: undefined };
 }
 
-/** Brings a note in step with an edited document. */
-export function update(note: Note, next: Node, retired: Retired): Updated {
-  const range = differingRange(note.entries, next);
+/** Brings a note in step with an edited document, which differs from its own in `range`. */
+export function update(note: Note, next: Node, range: Range, retired: Retired): Updated {
   const { from, oldTo, nextTo } = range;
   if (from === oldTo && from === nextTo) return { note, change: null, corrections: [] };
 
@@ -79,22 +80,30 @@ export function update(note: Note, next: Node, retired: Retired): Updated {
   const region = settle(middle, surrounding(note, range, drafts), writing);
   const lo = from - region.extraBefore;
   const hi = oldTo + region.extraAfter;
-  const entries = note.entries.slice(0, lo).concat(region.entries, note.entries.slice(hi));
+  const entries = replaced(note.entries, lo, hi, region.entries);
   const labels = countLabels(note.labels, parsed(note.entries.slice(lo, hi)), parsed(region.entries));
   const changedLabels = new Set([...differingLabels(note.labels, labels), ...differingLabels(assumed, labels)]);
   const relabelled = relabel(entries, changedLabels, labels);
 
   const regionEnd = lo + region.entries.length;
-  let { change, text } = composed(note, entries, lo, hi, regionEnd);
+  let { change, text, near } = composed(note, entries, lo, hi, regionEnd);
   if (guardStart(entries, text.slice(note.mark.length), lineEnd)) {
-    ({ change, text } = composed(note, entries, 0, hi, regionEnd));
+    ({ change, text, near } = composed(note, entries, 0, hi, regionEnd));
   }
   const corrections = [
     ...corrected(next, entries.slice(lo, regionEnd), lo, nextTo + region.extraAfter),
     ...correctedElsewhere(next, entries, relabelled, lo, regionEnd),
   ];
   corrections.sort((one, other) => one.from - other.from);
-  return { note: { ...note, entries, labels, text }, change, corrections };
+  return { note: { ...note, entries, labels, text, near }, change, corrections };
+}
+
+/** A copy of the entries with others in place of those from `lo` to `hi`. */
+function replaced(entries: readonly Entry[], lo: number, hi: number, come: readonly Entry[]): Entry[] {
+  if (hi - lo !== come.length) return entries.slice(0, lo).concat(come, entries.slice(hi));
+  const copy = entries.slice();
+  for (const [index, entry] of come.entries()) copy[lo + index] = entry;
+  return copy;
 }
 
 /** The blocks outside of the region that read differently now, each by itself. */
@@ -142,16 +151,22 @@ function guardStart(entries: Entry[], text: string, lineEnd: string): boolean {
 
 const bytes = (entries: readonly Entry[]) => entries.map((entry) => entry.gap + entry.raw).join('');
 
+/** Where an entry's gap begins in the text of its note. Typing goes on near where it was: the walk begins there. */
+function startOf(note: Note, wanted: number): number {
+  let { index, offset } = note.near ?? { index: 0, offset: note.mark.length };
+  for (; index < wanted; index += 1) offset += note.entries[index]!.gap.length + note.entries[index]!.raw.length;
+  for (; index > wanted; index -= 1) offset -= note.entries[index - 1]!.gap.length + note.entries[index - 1]!.raw.length;
+  return offset;
+}
+
 /** The note's text with the region in it that now ends at `to`. What is before and behind it is not walked over. */
 function composed(note: Note, entries: readonly Entry[], lo: number, hi: number, to: number) {
-  let start = note.mark.length;
-  for (let index = 0; index < lo; index += 1)
-    start += note.entries[index]!.gap.length + note.entries[index]!.raw.length;
+  const start = startOf(note, lo);
   const before = bytes(note.entries.slice(lo, hi));
   const after = bytes(entries.slice(lo, to));
   const change = changeBetween(before, after, start);
   const text = change ? note.text.slice(0, change.from) + change.insert + note.text.slice(change.to) : note.text;
-  return { change, text };
+  return { change, text, near: { index: lo, offset: start } };
 }
 
 /** Where the edited document differs from what the entries of the region say. */
