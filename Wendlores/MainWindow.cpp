@@ -6,6 +6,7 @@
 #include "Editor/EditorView.h"
 #include "Previews/ContentView.h"
 #include "Previews/DetailView.h"
+#include "Shell/FileTreeView.h"
 #include "Shell/SidebarView.h"
 #include "State/AppState.h"
 #include "State/UserDefaults.h"
@@ -33,6 +34,7 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     , m_content(new ContentView(state, new SidebarView(state)))
 {
     setCentralWidget(m_content);
+    connectSidebar(*m_content->findChild<SidebarView*>());
     new MenuCommands(state, *this);
     setMinimumSize(smallest);
     restoreGeometryAndSplit();
@@ -42,6 +44,14 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     connect(&state, &AppState::selectedFileChanged, this, &MainWindow::showTitle);
     connect(&state, &AppState::vaultURLChanged, this, &MainWindow::showTitle);
     showTitle();
+}
+
+void MainWindow::connectSidebar(SidebarView& sidebar)
+{
+    FileTreeView& tree = sidebar.tree();
+    tree.setUndoRegistrar(&m_undo);
+    connect(&tree, &FileTreeView::undoRequested, &m_moves, &QUndoStack::undo);
+    connect(&tree, &FileTreeView::redoRequested, &m_moves, &QUndoStack::redo);
 }
 
 void MainWindow::showTitle()

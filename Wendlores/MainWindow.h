@@ -1,11 +1,15 @@
 #pragma once
 
+#include "Platform/UndoStackRegistrar.h"
+
 #include <QMainWindow>
+#include <QUndoStack>
 
 namespace wendlore {
 
 class AppState;
 class ContentView;
+class SidebarView;
 
 /// The program's main window. Closing it first waits for the keys that were typed last, and writes them.
 class MainWindow final : public QMainWindow
@@ -25,9 +29,13 @@ private:
 
     void restoreGeometryAndSplit();
     void keepGeometryAndSplit() const;
+    void connectSidebar(SidebarView& sidebar);
     void showTitle();
 
     AppState& m_state;
+    /// Moves in the sidebar, to be taken back there.
+    QUndoStack m_moves;
+    UndoStackRegistrar m_undo{m_moves};
     ContentView* m_content;
     Closing m_closing = Closing::notAsked;
 };

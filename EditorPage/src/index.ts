@@ -1,11 +1,13 @@
 /** Starts the editor page. */
 import { connect } from './bridge';
 import { NoteEditor } from './editor';
+import { keepRoomBelow } from './roomBelow';
 import { warmUp } from './warmUp';
 
 const root = document.getElementById('editor');
 if (root === null) throw new Error('the page has no place for the editor');
 connect(new NoteEditor(root));
+keepRoomBelow(root);
 warmUp();
 
 // A file dropped where the note does not take it would otherwise replace the page.

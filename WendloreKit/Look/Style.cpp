@@ -57,6 +57,14 @@ void drawLineEdit(QPainter& painter, const QStyleOption& edit)
         strokeRounded(painter, edit.rect, colors.strongLine, 1, metrics::radius);
 }
 
+EntryTone toneOf(const QStyleOptionMenuItem& item, const QWidget* widget)
+{
+    const auto* menu = qobject_cast<const QMenu*>(widget);
+    const QAction* action = menu ? menu->actionAt(item.rect.center()) : nullptr;
+    return action && action->property(destructiveProperty).toBool() ? EntryTone::destructive
+                                                                    : EntryTone::ordinary;
+}
+
 } // namespace
 
 Style::Style()
@@ -113,7 +121,7 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
         return;
     case CE_MenuItem:
         if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
-            drawMenuItem(*painter, *item);
+            drawMenuItem(*painter, *item, toneOf(*item, widget));
         return;
     case CE_MenuBarItem:
         if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))

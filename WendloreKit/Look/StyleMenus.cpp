@@ -49,7 +49,7 @@ void drawLeading(QPainter& painter, const QStyleOptionMenuItem& item, const QRec
 
 } // namespace
 
-void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item)
+void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, EntryTone tone)
 {
     const Colors& colors = Colors::of(item.palette);
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
@@ -61,12 +61,16 @@ void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item)
     const bool isSelected = isEnabled && item.state.testFlag(QStyle::State_Selected);
     if (isSelected)
         fillRounded(painter, item.rect, colors.selected, itemRadius);
-    const QColor text = !isEnabled ? colors.faint : isSelected ? colors.selectedText : colors.text;
+    const bool isDestructive = isEnabled && tone == EntryTone::destructive;
+    const QColor text = isDestructive ? colors.destructive
+                        : !isEnabled  ? colors.faint
+                        : isSelected  ? colors.selectedText
+                                      : colors.text;
 
     painter.save();
     painter.setFont(item.font);
     QRect area = item.rect.adjusted(itemPadding, 0, -itemPadding, 0);
-    drawLeading(painter, item, area, isEnabled && !isSelected ? colors.muted : text);
+    drawLeading(painter, item, area, isEnabled && !isSelected && !isDestructive ? colors.muted : text);
     area.setLeft(area.left() + leadingWidth(item));
 
     const QStringList parts = item.text.split(u'\t');

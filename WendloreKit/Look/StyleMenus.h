@@ -8,9 +8,13 @@ class QStyleOptionMenuItem;
 namespace wendlore {
 
 inline constexpr int menuMargin = 5;
+/// The property of an action whose menu entry stands in the destructive colour.
+inline constexpr const char* destructiveProperty = "wendloreIsDestructive";
+
+enum class EntryTone { ordinary, destructive };
 
 /// Draws one entry of a menu: icon or tick, text, shortcut, arrow of a submenu; or a divider.
-void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item);
+void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, EntryTone tone = EntryTone::ordinary);
 void drawMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item);
 [[nodiscard]] QSize menuItemSize(const QStyleOptionMenuItem& item, const QSize& contents);
 [[nodiscard]] QSize menuBarItemSize(const QSize& contents);

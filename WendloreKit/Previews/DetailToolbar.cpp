@@ -8,7 +8,6 @@
 #include "Look/FlatButton.h"
 #include "Look/Metrics.h"
 #include "State/AppState.h"
-#include "State/Workspace.h"
 #include "Vault/FilePreviewKind.h"
 
 #include <QHBoxLayout>
@@ -61,7 +60,7 @@ void DetailToolbar::addOpenButton(QHBoxLayout& row)
     m_open = new IconButton(u"arrow.up.forward.app"_s, u"Öppna"_s, {}, this);
     connect(m_open, &IconButton::clicked, &m_state, [this] {
         if (const auto& file = m_state.selectedFile())
-            m_state.services().workspace.open(*file);
+            openExternally(m_state.services().workspace, *file);
     });
     row.addWidget(m_open);
 }

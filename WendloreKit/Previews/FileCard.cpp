@@ -1,12 +1,13 @@
 #include "Previews/FileCard.h"
 
 #include "Previews/FileKind.h"
+#include "Previews/OpenExternally.h"
 
 #include "Look/FileSymbol.h"
 #include "Look/Metrics.h"
 #include "Look/NoticeView.h"
 #include "State/AppState.h"
-#include "State/Workspace.h"
+#include "Vault/FileURL.h"
 
 #include <QFileInfo>
 #include <QLocale>
@@ -34,23 +35,18 @@ QString detailsOf(const FileURL& file)
 
 } // namespace
 
-FileCard::FileCard(AppState& state, QWidget* parent)
+FileCard::FileCard(AppState& state, const FileURL& file, QWidget* parent)
     : QWidget(parent)
-    , m_notice(new NoticeView({}, metrics::emptyIcon, this))
 {
-    QPushButton* open = m_notice->addButton(u"Öppna"_s);
-    connect(open, &QPushButton::clicked, this, [this, &state] { state.services().workspace.open(m_file); });
+    auto* notice = new NoticeView(symbolOf(file), metrics::emptyIcon, this);
+    notice->setTitle(file.lastPathComponent());
+    notice->setMessage(detailsOf(file));
+    QPushButton* open = notice->addButton(u"Öppna"_s);
+    connect(open, &QPushButton::clicked, &state,
+            [&state, file] { openExternally(state.services().workspace, file); });
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_notice);
-}
-
-void FileCard::setFile(const FileURL& file)
-{
-    m_file = file;
-    m_notice->setSymbol(symbolOf(file));
-    m_notice->setTitle(file.lastPathComponent());
-    m_notice->setMessage(detailsOf(file));
+    layout->addWidget(notice);
 }
 
 } // namespace wendlore

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "Vault/FileURL.h"
-
 #include <QWidget>
 
 namespace wendlore {
 
 class AppState;
-class NoticeView;
+class FileURL;
 
 /// A file that has no viewer of its own: its symbol, name, kind, size and date, and a button that opens it in
 /// its application.
@@ -16,18 +14,7 @@ class FileCard final : public QWidget
     Q_OBJECT
 
 public:
-    explicit FileCard(AppState& state, QWidget* parent = nullptr);
-    FileCard(AppState& state, const FileURL& file, QWidget* parent = nullptr)
-        : FileCard(state, parent)
-    {
-        setFile(file);
-    }
-
-    void setFile(const FileURL& file);
-
-private:
-    FileURL m_file;
-    NoticeView* m_notice;
+    FileCard(AppState& state, const FileURL& file, QWidget* parent = nullptr);
 };
 
 } // namespace wendlore

@@ -1,5 +1,6 @@
 #include "Previews/OpenExternally.h"
 
+#include "State/Workspace.h"
 #include "Vault/FilePreviewKind.h"
 
 #include <algorithm>
@@ -21,6 +22,11 @@ bool opensInExternalApp(const FileURL& file)
     }
     const std::string extension = file.pathExtension().toLower().toStdString();
     return std::ranges::find(documentExtensions, extension) != documentExtensions.end();
+}
+
+void openExternally(Workspace& workspace, const FileURL& file)
+{
+    workspace.open(file);
 }
 
 } // namespace wendlore

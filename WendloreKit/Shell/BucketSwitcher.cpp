@@ -1,5 +1,8 @@
 #include "Shell/BucketSwitcher.h"
 
+#include "Shell/BucketSheets.h"
+#include "Shell/ManageBucketsSheet.h"
+
 #include "Look/FlatButton.h"
 #include "Look/Fonts.h"
 #include "Look/Metrics.h"
@@ -16,6 +19,12 @@ namespace wendlore {
 namespace {
 
 constexpr int switcherHeight = 36;
+
+/// A name may hold the sign that marks a shortcut's letter.
+QString withoutMnemonic(QString name)
+{
+    return name.replace(u'&', u"&&"_s);
+}
 
 } // namespace
 
@@ -51,16 +60,54 @@ void BucketSwitcher::showBucket()
 void BucketSwitcher::fillMenu()
 {
     m_menu->clear();
+    addBuckets();
+    addPendingVaults();
+    m_menu->addSeparator();
+    QAction* add = m_menu->addAction(symbolIcon(u"plus"_s), u"Lägg till bucket…"_s);
+    connect(add, &QAction::triggered, this, &BucketSwitcher::showInstructions);
+    QAction* manage = m_menu->addAction(symbolIcon(u"slider.horizontal.3"_s), u"Hantera buckets…"_s);
+    connect(manage, &QAction::triggered, this, &BucketSwitcher::showManageBuckets);
+}
+
+void BucketSwitcher::addBuckets()
+{
     for (const FileURL& bucket : m_state.vaults()) {
-        QAction* entry = m_menu->addAction(QString(bucket.lastPathComponent()).replace(u'&', u"&&"_s));
+        QAction* entry = m_menu->addAction(withoutMnemonic(bucket.lastPathComponent()));
         entry->setToolTip(bucket.path());
         if (bucket == m_state.vaultURL())
             entry->setIcon(symbolIcon(u"checkmark"_s));
         connect(entry, &QAction::triggered, &m_state, [this, bucket] { m_state.switchVault(bucket); });
     }
+}
+
+void BucketSwitcher::addPendingVaults()
+{
+    if (m_state.pendingVaults().empty())
+        return;
     m_menu->addSeparator();
-    QAction* add = m_menu->addAction(symbolIcon(u"plus"_s), u"Lägg till bucket…"_s);
-    connect(add, &QAction::triggered, &m_state, &AppState::pickVault);
+    m_menu->addAction(u"Tillgängliga på andra enheter"_s)->setEnabled(false);
+    for (const SyncedVaultEntry& entry : m_state.pendingVaults()) {
+        QAction* link = m_menu->addAction(withoutMnemonic(entry.name));
+        connect(link, &QAction::triggered, this, [this, entry] { showPendingVault(entry); });
+    }
+}
+
+void BucketSwitcher::showInstructions()
+{
+    (new BucketInstructionsSheet(m_state, window()))->open();
+}
+
+void BucketSwitcher::showPendingVault(const SyncedVaultEntry& entry)
+{
+    (new PendingVaultSheet(m_state, entry, window()))->open();
+}
+
+void BucketSwitcher::showManageBuckets()
+{
+    auto* sheet = new ManageBucketsSheet(m_state, window());
+    connect(sheet, &ManageBucketsSheet::addRequested, this, &BucketSwitcher::showInstructions);
+    connect(sheet, &ManageBucketsSheet::linkRequested, this, &BucketSwitcher::showPendingVault);
+    sheet->open();
 }
 
 } // namespace wendlore

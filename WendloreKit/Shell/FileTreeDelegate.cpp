@@ -60,14 +60,13 @@ void FileTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
 {
     const Colors& colors = Colors::of(option.palette);
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-    paintGround(*painter, option, colors);
+    paintGround(*painter, option, index, colors);
     if (isFolder(index))
         paintDisclosure(*painter, disclosurePlace(index, option.rect), index, colors);
 
     const QRect place = symbolPlace(index, option.rect);
-    const QString symbol = isFolder(index) && m_view.isChosenFolder(index)
-                               ? openFolderSymbol
-                               : index.data(FileTreeModel::SymbolRole).toString();
+    const bool isOpenFolder = isFolder(index) && (m_view.isChosenFolder(index) || m_view.isDropTarget(index));
+    const QString symbol = isOpenFolder ? openFolderSymbol : index.data(FileTreeModel::SymbolRole).toString();
     drawSymbol(*painter, place, symbol, isSelected ? colors.selectedText : colors.muted, metrics::icon);
 
     QRect text = option.rect.adjusted(0, 0, -2 * metrics::inset, 0);
@@ -93,14 +92,17 @@ QRect FileTreeDelegate::disclosureArea(const QModelIndex& index, const QRect& ro
 }
 
 void FileTreeDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& option,
-                                   const Colors& colors) const
+                                   const QModelIndex& index, const Colors& colors) const
 {
     const QRectF row = QRectF(option.rect).adjusted(metrics::inset, 0, -metrics::inset, 0);
     if (option.state.testFlag(QStyle::State_Selected))
         fillRounded(painter, row, colors.selected, metrics::radius);
+    else if (m_view.isDropTarget(index))
+        fillRounded(painter, row, colors.pressed, metrics::radius);
     else if (option.state.testFlag(QStyle::State_MouseOver))
         fillRounded(painter, row, colors.hover, metrics::radius);
-    if (option.state.testFlag(QStyle::State_HasFocus) && m_view.isSteeredByKeyboard())
+    const bool hasRing = option.state.testFlag(QStyle::State_HasFocus) && m_view.isSteeredByKeyboard();
+    if (hasRing || m_view.isDropTarget(index))
         drawFocusRing(painter, row, colors.accent);
 }
 

@@ -23,7 +23,8 @@ public:
     [[nodiscard]] QRect disclosureArea(const QModelIndex& index, const QRect& row) const;
 
 private:
-    void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const Colors& colors) const;
+    void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                     const Colors& colors) const;
     void paintDisclosure(QPainter& painter, const QRect& area, const QModelIndex& index,
                          const Colors& colors) const;
 

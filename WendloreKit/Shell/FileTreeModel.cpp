@@ -114,6 +114,12 @@ QVariant FileTreeModel::data(const QModelIndex& index, int role) const
     }
 }
 
+Qt::ItemFlags FileTreeModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags flags = QAbstractItemModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsDragEnabled : flags;
+}
+
 std::optional<FileURL> FileTreeModel::urlAt(const QModelIndex& index) const
 {
     return index.isValid() ? std::optional(itemAt(index).url) : std::nullopt;

@@ -33,6 +33,7 @@ public:
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] bool hasChildren(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     /// The location that a row stands for; nothing for an invalid index.
     [[nodiscard]] std::optional<FileURL> urlAt(const QModelIndex& index) const;

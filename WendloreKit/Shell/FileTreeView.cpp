@@ -3,6 +3,7 @@
 #include "Shell/FileTreeDelegate.h"
 #include "Shell/FileTreeModel.h"
 
+#include "Editor/Scheduler.h"
 #include "Look/Metrics.h"
 #include "State/AppState.h"
 
@@ -34,6 +35,9 @@ FileTreeView::FileTreeView(AppState& state, QWidget* parent)
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setMouseTracking(true);
+    setAcceptDrops(true);
+    setDragDropMode(QAbstractItemView::DragDrop);
+    setDropIndicatorShown(false);
     viewport()->setAutoFillBackground(false);
 
     m_turn.setEasingCurve(QEasingCurve::OutQuad);
@@ -50,6 +54,8 @@ FileTreeView::FileTreeView(AppState& state, QWidget* parent)
     connectState();
     revealSelection();
 }
+
+FileTreeView::~FileTreeView() = default;
 
 void FileTreeView::connectState()
 {
@@ -168,11 +174,29 @@ void FileTreeView::setSteering(Steering steering)
     viewport()->update();
 }
 
+/// With the focus here, undo means moves in the tree, and not what was typed into the note.
+bool FileTreeView::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && m_undo) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo))
+            event->accept();
+    }
+    return QTreeView::event(event);
+}
+
 void FileTreeView::keyPressEvent(QKeyEvent* event)
 {
     setSteering(Steering::keyboard);
+    const auto item = m_model->urlAt(currentIndex());
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         choose(currentIndex());
+    else if (event->key() == Qt::Key_F2 && item)
+        Q_EMIT renameRequested(*item);
+    else if (event->matches(QKeySequence::Undo))
+        Q_EMIT undoRequested();
+    else if (event->matches(QKeySequence::Redo))
+        Q_EMIT redoRequested();
     else
         QTreeView::keyPressEvent(event);
 }
@@ -181,6 +205,7 @@ void FileTreeView::mousePressEvent(QMouseEvent* event)
 {
     setSteering(Steering::pointer);
     m_pressed = event->position().toPoint();
+    m_dragSource = event->button() == Qt::LeftButton ? indexAt(m_pressed) : QModelIndex();
     QTreeView::mousePressEvent(event);
 }
 
@@ -191,6 +216,18 @@ void FileTreeView::focusInEvent(QFocusEvent* event)
     QTreeView::focusInEvent(event);
     if (!currentIndex().isValid() && m_model->rowCount() > 0)
         setCurrentIndex(m_model->index(0, 0));
+}
+
+void FileTreeView::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool isByKeyboard = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex index = isByKeyboard ? currentIndex() : indexAt(event->pos());
+    const auto item = m_model->urlAt(index);
+    if (!item)
+        return;
+    const QPoint place =
+        isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos();
+    Q_EMIT menuRequested(*item, m_model->isFolder(index), place);
 }
 
 void FileTreeView::changeEvent(QEvent* event)

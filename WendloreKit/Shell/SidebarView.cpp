@@ -2,7 +2,10 @@
 
 #include "Shell/BucketSwitcher.h"
 #include "Shell/FileTreeView.h"
+#include "Shell/RenamePrompt.h"
+#include "Shell/SearchView.h"
 #include "Shell/SidebarFooter.h"
+#include "Shell/TreeMenus.h"
 
 #include "Editor/Scheduler.h"
 #include "Look/Colors.h"
@@ -12,6 +15,8 @@
 #include "Vault/FileTree.h"
 
 #include <QHBoxLayout>
+#include <QMenu>
+#include <QStackedWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +32,9 @@ constexpr int actionsInset = 10;
 SidebarView::SidebarView(AppState& state, QWidget* parent)
     : QWidget(parent)
     , m_state(state)
-    , m_tree(new FileTreeView(state, this))
+    , m_stack(new QStackedWidget(this))
+    , m_tree(new FileTreeView(state, m_stack))
+    , m_searchView(new SearchView(state, m_stack))
 {
     setAccessibleName(u"Sidofält"_s);
     setAutoFillBackground(true);
@@ -39,9 +46,14 @@ SidebarView::SidebarView(AppState& state, QWidget* parent)
     layout->addSpacing(metrics::inset / 2);
     layout->addWidget(makeActions());
     layout->addSpacing(metrics::inset);
-    layout->addWidget(m_tree, 1);
+    m_stack->addWidget(m_tree);
+    m_stack->addWidget(m_searchView);
+    layout->addWidget(m_stack, 1);
     layout->addWidget(new SidebarFooter(state.services().workspace, this));
     connect(&state, &AppState::vaultURLChanged, this, &SidebarView::showWhatIsPossible);
+    connect(m_tree, &FileTreeView::menuRequested, this, &SidebarView::showMenu);
+    connect(m_tree, &FileTreeView::renameRequested, this, &SidebarView::startRename);
+    connect(m_searchView, &SearchView::endRequested, this, &SidebarView::toggleSearch);
     showWhatIsPossible();
 }
 
@@ -54,10 +66,12 @@ QWidget* SidebarView::makeActions()
     layout->setContentsMargins(actionsInset, 0, actionsInset, 0);
     layout->setSpacing(metrics::toolbarSpacing);
     m_newNote = new IconButton(u"square.and.pencil"_s, u"Ny not"_s, u"Ny not"_s, row);
+    m_newFolder = new IconButton(u"folder.badge.plus"_s, u"Ny mapp"_s, u"Ny mapp"_s, row);
+    m_search = new IconButton(u"magnifyingglass"_s, u"Sök"_s, u"Sök i bucketen"_s, row);
+    m_search->setCheckable(true);
     m_refresh = new IconButton(u"arrow.clockwise"_s, u"Uppdatera"_s,
                                u"Uppdatera (puffar iCloud/Dropbox att synka)"_s, row);
-    m_newFolder = new IconButton(u"folder.badge.plus"_s, u"Ny mapp"_s, u"Ny mapp"_s, row);
-    for (IconButton* button : {m_newNote, m_newFolder, m_refresh})
+    for (IconButton* button : {m_newNote, m_newFolder, m_search, m_refresh})
         layout->addWidget(button);
     layout->addStretch();
     connect(m_newNote, &IconButton::clicked, &m_state, [this] { m_state.newNote(); });
@@ -65,8 +79,42 @@ QWidget* SidebarView::makeActions()
         if (const auto folder = m_state.activeDirectory())
             m_state.newFolder(*folder);
     });
+    connect(m_search, &IconButton::clicked, this, &SidebarView::toggleSearch);
     connect(m_refresh, &IconButton::clicked, this, &SidebarView::refresh);
     return row;
+}
+
+bool SidebarView::isSearchShown() const
+{
+    return m_stack->currentWidget() == m_searchView;
+}
+
+void SidebarView::toggleSearch()
+{
+    const bool isShown = !isSearchShown();
+    m_search->setChecked(isShown);
+    m_stack->setCurrentWidget(isShown ? static_cast<QWidget*>(m_searchView) : m_tree);
+    if (isShown) {
+        m_searchView->start();
+    } else {
+        m_searchView->end();
+        m_tree->setFocus();
+    }
+}
+
+void SidebarView::startRename(const FileURL& item)
+{
+    (new RenamePrompt(m_state, item, window()))->open();
+}
+
+void SidebarView::showMenu(const FileURL& item, bool isFolder, const QPoint& position)
+{
+    const TreeMenuActions actions{[this](const FileURL& target) { startRename(target); }, {}};
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    addItems(*menu, isFolder ? macFolderMenuItems(m_state, item, actions)
+                             : macFileMenuItems(m_state, item, actions));
+    menu->popup(position);
 }
 
 void SidebarView::refresh()
@@ -90,6 +138,7 @@ void SidebarView::showWhatIsPossible()
 {
     m_newNote->setEnabled(m_state.vaultURL().has_value());
     m_newFolder->setEnabled(m_state.vaultURL().has_value());
+    m_search->setEnabled(m_state.vaultURL().has_value());
     m_refresh->setEnabled(m_state.vaultURL().has_value() && !m_walk);
 }
 

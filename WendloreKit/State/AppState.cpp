@@ -2,6 +2,7 @@
 
 #include "State/UserDefaults.h"
 
+#include "Editor/Scheduler.h"
 #include "Editor/WebEditorController.h"
 
 #include <QPointer>

@@ -31,6 +31,7 @@
 
 namespace wendlore {
 
+class ScheduledTask;
 class UndoRegistrar;
 class WebEditorController;
 
@@ -150,6 +151,10 @@ public:
     // Search.
     /// Replaces the results by the notes that hold the query, as they are on disk now; blank finds nothing.
     void performSearch();
+    /// The same without waiting: the results come when they are found, those of the last query only.
+    void performSearchInBackground();
+    /// Whether results are still to come.
+    [[nodiscard]] bool isSearching() const { return m_search != nullptr; }
     /// The names of the bucket's Markdown notes, without their extension, each once, in order.
     [[nodiscard]] QStringList noteNames() const;
 
@@ -161,6 +166,7 @@ Q_SIGNALS:
     void selectedFolderChanged();
     void searchQueryChanged();
     void searchResultsChanged();
+    void isSearchingChanged();
     void pendingFocusFileChanged();
     void pendingVaultsChanged();
     void typographyThemeChanged();
@@ -191,6 +197,8 @@ private:
         AppState& m_state;
     };
 
+    /// What `performSearch` looks for; empty when there is nothing to look for.
+    [[nodiscard]] QString wantedText() const;
     void restoreTypography();
     void restoreZoom();
     void recordHistory(const std::optional<FileURL>& previous);
@@ -219,6 +227,7 @@ private:
     std::optional<FileURL> m_selectedFile;
     QString m_searchQuery;
     std::vector<SearchHit> m_searchResults;
+    std::unique_ptr<ScheduledTask> m_search;
     std::optional<FileURL> m_pendingFocusFile;
     std::vector<SyncedVaultEntry> m_pendingVaults;
     std::optional<FileURL> m_selectedFolder;

@@ -3,11 +3,15 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Look/FlatButton.h"
+#include "Shell/BucketSheets.h"
+#include "Shell/ManageBucketsSheet.h"
 #include "State/AppState.h"
 #include "Support/Window.h"
 
 #include <QMenu>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
@@ -38,7 +42,7 @@ private Q_SLOTS:
         BucketSwitcher switcher(state);
 
         QCOMPARE(switcher.findChild<LabelButton*>()->text(), u"Ingen bucket öppen"_s);
-        QCOMPARE(openedMenu(switcher).last()->text(), u"Lägg till bucket…"_s);
+        QCOMPARE(openedMenu(switcher).size(), 3); // a divider, to add one, to see all
     }
 
     void showsAndChangesTheOpenBucket()
@@ -62,17 +66,63 @@ private Q_SLOTS:
         QCOMPARE(switcher.findChild<LabelButton*>()->text(), u"Ett"_s);
     }
 
-    void addingABucketAsksForItsFolder()
+    void bucketsOfOtherDevicesStandUnderAHeading()
     {
-        Bucket folder({{"A.md", ""}});
         FakeServices services;
-        services.panels.answer = folder.root();
+        services.cloud.setData(u"wendlore_synced_vaults"_s, toJson({{u"3"_s, u"Tre"_s}}));
         AppState state(services.services());
-        BucketSwitcher switcher(state);
+        QWidget window;
+        auto* switcher = new BucketSwitcher(state, &window);
 
-        openedMenu(switcher).last()->trigger();
+        const QList<QAction*> entries = openedMenu(*switcher);
+        const auto heading = std::ranges::find(entries, u"Tillgängliga på andra enheter"_s, &QAction::text);
+        QVERIFY(heading != entries.end());
+        QVERIFY(!(*heading)->isEnabled());
+        QCOMPARE((*std::next(heading))->text(), u"Tre"_s);
+        (*std::next(heading))->trigger();
 
-        QCOMPARE(state.vaultURL(), folder.root());
+        QVERIFY(window.findChild<PendingVaultSheet*>());
+    }
+
+    void withoutThemThereIsNoHeading()
+    {
+        FakeServices services;
+        AppState state(services.services());
+        const BucketSwitcher switcher(state);
+
+        for (const QAction* entry : openedMenu(switcher))
+            QVERIFY(entry->text() != u"Tillgängliga på andra enheter"_s);
+    }
+
+    void addingABucketIsExplainedFirst()
+    {
+        FakeServices services;
+        AppState state(services.services());
+        QWidget window;
+        auto* switcher = new BucketSwitcher(state, &window);
+
+        const QList<QAction*> entries = openedMenu(*switcher);
+        QCOMPARE(entries.at(entries.size() - 2)->text(), u"Lägg till bucket…"_s);
+        entries.at(entries.size() - 2)->trigger();
+
+        QVERIFY(window.findChild<BucketInstructionsSheet*>());
+    }
+
+    void theLastEntryLeadsToTheListOfBuckets()
+    {
+        FakeServices services;
+        AppState state(services.services());
+        QWidget window;
+        auto* switcher = new BucketSwitcher(state, &window);
+
+        QAction* last = openedMenu(*switcher).last();
+        QCOMPARE(last->text(), u"Hantera buckets…"_s);
+        last->trigger();
+
+        auto* sheet = window.findChild<ManageBucketsSheet*>();
+        QVERIFY(sheet);
+        Q_EMIT sheet->addRequested();
+        QVERIFY(window.findChild<BucketInstructionsSheet*>());
     }
 };
 

@@ -1,57 +1,14 @@
 #include "Shell/FileTreeView.h"
 
-#include "Shell/FileTreeModel.h"
-
-#include "Fakes/Bucket.h"
-#include "Fakes/FakeServices.h"
 #include "Look/Metrics.h"
-#include "State/AppState.h"
-#include "Support/Window.h"
+#include "Support/TreeFixture.h"
 
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
-
-namespace {
-
-/// A tree on screen over a real bucket.
-class Tree final
-{
-public:
-    explicit Tree(std::initializer_list<std::pair<const char*, const char*>> files, QSize size = {240, 400})
-        : bucket(files)
-        , state(services.services())
-    {
-        state.switchVault(bucket.root());
-        view = std::make_unique<FileTreeView>(state);
-        showAt(*view, size);
-        QApplication::setActiveWindow(view.get());
-        view->setFocus();
-    }
-
-    [[nodiscard]] QModelIndex row(const QString& path) const
-    {
-        return static_cast<FileTreeModel*>(view->model())->indexOf(bucket.file(path));
-    }
-    [[nodiscard]] bool isExpanded(const QString& path) const { return view->isExpanded(row(path)); }
-    [[nodiscard]] QString currentName() const { return view->currentIndex().data().toString(); }
-
-    void click(const QString& path, int x = 100) const
-    {
-        const QRect area = view->visualRect(row(path));
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, {x, area.center().y()});
-    }
-    void press(Qt::Key key) const { QTest::keyClick(view.get(), key); }
-
-    Bucket bucket;
-    FakeServices services;
-    AppState state;
-    std::unique_ptr<FileTreeView> view;
-};
-
-} // namespace
 
 class FileTreeViewTests final : public QObject
 {
@@ -62,7 +19,7 @@ private Q_SLOTS:
 
     void aClickOpensAFile()
     {
-        Tree tree({{"A.md", ""}, {"B.md", ""}});
+        TreeFixture tree({{"A.md", ""}, {"B.md", ""}});
 
         tree.click(u"B.md"_s);
 
@@ -72,7 +29,7 @@ private Q_SLOTS:
 
     void aClickOpensAFolderAndMakesItTheTargetOfNewNotes()
     {
-        Tree tree({{"Arbete/Index.md", ""}});
+        TreeFixture tree({{"Arbete/Index.md", ""}});
 
         tree.click(u"Arbete"_s);
 
@@ -86,7 +43,7 @@ private Q_SLOTS:
 
     void aClickOnTheDisclosureOnlyOpensTheFolder()
     {
-        Tree tree({{"Arbete/Index.md", ""}});
+        TreeFixture tree({{"Arbete/Index.md", ""}});
 
         tree.click(u"Arbete"_s, 2 * metrics::inset + metrics::disclosure / 2);
 
@@ -96,7 +53,7 @@ private Q_SLOTS:
 
     void newNotesGoWhereTheUserWasLast()
     {
-        Tree tree({{"Arbete/Index.md", ""}, {"Resor/Rom.md", ""}});
+        TreeFixture tree({{"Arbete/Index.md", ""}, {"Resor/Rom.md", ""}});
         tree.click(u"Resor"_s);
         tree.click(u"Arbete"_s);
 
@@ -111,7 +68,7 @@ private Q_SLOTS:
 
     void arrowsMoveTheFocusAndEnterOpens()
     {
-        Tree tree({{"A.md", ""}, {"B.md", ""}});
+        TreeFixture tree({{"A.md", ""}, {"B.md", ""}});
         tree.view->setCurrentIndex(tree.row(u"A.md"_s));
 
         tree.press(Qt::Key_Down);
@@ -124,7 +81,7 @@ private Q_SLOTS:
 
     void leftAndRightCloseAndOpenFolders()
     {
-        Tree tree({{"Arbete/Index.md", ""}});
+        TreeFixture tree({{"Arbete/Index.md", ""}});
         tree.view->setCurrentIndex(tree.row(u"Arbete"_s));
 
         tree.press(Qt::Key_Right);
@@ -138,7 +95,7 @@ private Q_SLOTS:
 
     void typingANameFindsItsRow()
     {
-        Tree tree({{"Arbete.md", ""}, {"Läslista.md", ""}, {"Recept.md", ""}});
+        TreeFixture tree({{"Arbete.md", ""}, {"Läslista.md", ""}, {"Recept.md", ""}});
         tree.view->setCurrentIndex(tree.row(u"Arbete.md"_s));
 
         QTest::keyClicks(tree.view.get(), u"re"_s);
@@ -148,7 +105,7 @@ private Q_SLOTS:
 
     void aSelectionMadeElsewhereOpensTheFoldersAboveIt()
     {
-        Tree tree({{"A/B/C.md", ""}, {"Z.md", ""}});
+        TreeFixture tree({{"A/B/C.md", ""}, {"Z.md", ""}});
 
         tree.state.setSelectedFile(tree.bucket.file(u"A/B/C.md"_s));
 
@@ -163,7 +120,7 @@ private Q_SLOTS:
 
     void aRebuildKeepsWhatIsOpenChosenAndScrolledTo()
     {
-        Tree tree({{"A/1.md", ""}, {"B/2.md", ""}}, {240, 120});
+        TreeFixture tree({{"A/1.md", ""}, {"B/2.md", ""}}, {240, 120});
         for (int i = 0; i < 50; ++i)
             tree.bucket.write(u"Not %1.md"_s.arg(i), "");
         tree.state.reloadTree();
@@ -184,7 +141,7 @@ private Q_SLOTS:
 
     void aFolderThatComesBackIsOpenAgain()
     {
-        Tree tree({{"A/1.md", ""}, {"Z.md", ""}});
+        TreeFixture tree({{"A/1.md", ""}, {"Z.md", ""}});
         tree.view->setExpanded(tree.row(u"A"_s), true);
 
         QVERIFY(QDir().rename(tree.bucket.folder(u"A"_s).path(), tree.bucket.folder(u"B"_s).path()));
@@ -198,7 +155,7 @@ private Q_SLOTS:
 
     void aRenamedFolderStaysOpen()
     {
-        Tree tree({{"A/1.md", ""}});
+        TreeFixture tree({{"A/1.md", ""}});
         tree.view->setExpanded(tree.row(u"A"_s), true);
 
         tree.state.renameFile(tree.bucket.folder(u"A"_s), u"B"_s);
@@ -208,7 +165,7 @@ private Q_SLOTS:
 
     void theFocusRingShowsOnlyToTheKeyboard()
     {
-        Tree tree({{"A.md", ""}, {"B.md", ""}});
+        TreeFixture tree({{"A.md", ""}, {"B.md", ""}});
 
         tree.click(u"A.md"_s);
         QVERIFY(!tree.view->isSteeredByKeyboard());
@@ -222,7 +179,7 @@ private Q_SLOTS:
     void aDisclosureTurnsWhereMotionIsWanted()
     {
         useProductLook(ColorScheme::light, Motion::wanted);
-        Tree tree({{"A/1.md", ""}});
+        TreeFixture tree({{"A/1.md", ""}});
 
         tree.click(u"A"_s);
 
@@ -233,9 +190,44 @@ private Q_SLOTS:
 
     void rowsAreAsHighAsTheLookWants()
     {
-        Tree tree({{"A.md", ""}});
+        TreeFixture tree({{"A.md", ""}});
 
         QCOMPARE(tree.view->visualRect(tree.row(u"A.md"_s)).height(), metrics::rowHeight);
+    }
+
+    void theMenuIsOfferedForTheRowUnderThePointerAndTheFocusedOne()
+    {
+        TreeFixture tree({{"Arbete/Index.md", ""}, {"B.md", ""}});
+        QList<std::pair<QString, bool>> asked;
+        connect(tree.view.get(), &FileTreeView::menuRequested, this,
+                [&asked](const FileURL& item, bool isFolder) {
+                    asked.append({item.lastPathComponent(), isFolder});
+                });
+        const QPoint place = tree.view->visualRect(tree.row(u"B.md"_s)).center();
+        const auto askAt = [&tree](QContextMenuEvent::Reason reason, const QPoint& at) {
+            QContextMenuEvent event(reason, at, tree.view->viewport()->mapToGlobal(at));
+            QApplication::sendEvent(tree.view->viewport(), &event);
+        };
+
+        askAt(QContextMenuEvent::Mouse, place);
+        askAt(QContextMenuEvent::Mouse, {20, 390});
+        tree.view->setCurrentIndex(tree.row(u"Arbete"_s));
+        askAt(QContextMenuEvent::Keyboard, {20, 390});
+
+        QCOMPARE(asked, (QList<std::pair<QString, bool>>{{u"B.md"_s, false}, {u"Arbete"_s, true}}));
+        QVERIFY(!tree.state.selectedFile());
+    }
+
+    void f2AsksForANewName()
+    {
+        TreeFixture tree({{"B.md", ""}});
+        QSignalSpy asked(tree.view.get(), &FileTreeView::renameRequested);
+        tree.view->setCurrentIndex(tree.row(u"B.md"_s));
+
+        tree.press(Qt::Key_F2);
+
+        QCOMPARE(asked.count(), 1);
+        QCOMPARE(asked.at(0).at(0).value<FileURL>(), tree.bucket.file(u"B.md"_s));
     }
 };
 

@@ -1,6 +1,7 @@
 #include "Shell/SidebarView.h"
 
 #include "Shell/FileTreeView.h"
+#include "Shell/RenamePrompt.h"
 
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
@@ -8,6 +9,7 @@
 #include "State/AppState.h"
 #include "Support/Window.h"
 
+#include <QMenu>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -26,7 +28,7 @@ private Q_SLOTS:
         AppState state(services.services());
         SidebarView sidebar(state);
 
-        for (const QString& name : {u"Ny not"_s, u"Ny mapp"_s, u"Uppdatera"_s})
+        for (const QString& name : {u"Ny not"_s, u"Ny mapp"_s, u"Sök"_s, u"Uppdatera"_s})
             QVERIFY2(!childNamed(sidebar, name)->isEnabled(), qPrintable(name));
     }
 
@@ -108,7 +110,7 @@ private Q_SLOTS:
         QApplication::setActiveWindow(&sidebar);
 
         QStringList reached;
-        for (int i = 0; i < 6; ++i) {
+        for (int i = 0; i < 7; ++i) {
             QTest::keyClick(&sidebar, Qt::Key_Tab);
             reached.append(QApplication::focusWidget()->accessibleName());
         }
@@ -119,9 +121,72 @@ private Q_SLOTS:
                              u"Ny mapp"_s,
                              u"Ny not"_s,
                              u"Rapportera fel & önskemål"_s,
+                             u"Sök"_s,
                              u"Uppdatera"_s};
         expected.sort();
         QCOMPARE(reached, expected);
+    }
+
+    void theActionsStandInTheirOrder()
+    {
+        FakeServices services;
+        AppState state(services.services());
+        SidebarView sidebar(state);
+        showAt(sidebar, {240, 400});
+
+        int last = -1;
+        for (const QString& name : {u"Ny not"_s, u"Ny mapp"_s, u"Sök"_s, u"Uppdatera"_s}) {
+            QVERIFY2(childNamed(sidebar, name)->x() > last, qPrintable(name));
+            last = childNamed(sidebar, name)->x();
+        }
+    }
+
+    void searchingTakesThePlaceOfTheTreeUntilItIsClosed()
+    {
+        Bucket bucket({{"A.md", "Anna"}});
+        FakeServices services;
+        AppState state(services.services());
+        state.switchVault(bucket.root());
+        SidebarView sidebar(state);
+        showAt(sidebar, {240, 400});
+        QApplication::setActiveWindow(&sidebar);
+
+        QTest::mouseClick(childNamed(sidebar, u"Sök"_s), Qt::LeftButton);
+        QVERIFY(sidebar.isSearchShown());
+        QVERIFY(!sidebar.tree().isVisible());
+        QTest::keyClicks(QApplication::focusWidget(), u"anna"_s);
+        services.scheduler.finishBackgroundWork();
+        QCOMPARE(state.searchResults().size(), 1U);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+
+        QVERIFY(!sidebar.isSearchShown());
+        QVERIFY(sidebar.tree().isVisible());
+        QVERIFY(state.searchResults().empty());
+        QCOMPARE(state.searchQuery(), QString());
+        QVERIFY(!buttonNamed<IconButton>(sidebar, u"Sök"_s)->isChecked());
+    }
+
+    void theMenuOfAnItemOffersToRenameIt()
+    {
+        Bucket bucket({{"Plan.md", ""}});
+        FakeServices services;
+        AppState state(services.services());
+        state.switchVault(bucket.root());
+        SidebarView sidebar(state);
+        showAt(sidebar, {240, 400});
+
+        const QPoint place = sidebar.tree().visualRect(sidebar.tree().model()->index(0, 0)).center();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place);
+        QApplication::sendEvent(sidebar.tree().viewport(), &event);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        for (QAction* entry : menu->actions()) {
+            if (entry->text() == u"Byt namn"_s)
+                entry->trigger();
+        }
+        menu->close();
+
+        QVERIFY(sidebar.findChild<RenamePrompt*>());
     }
 };
 

@@ -19,6 +19,9 @@ private Q_SLOTS:
     void aBlankQueryFindsNothing();
     void withoutABucketNothingIsFound();
     void everySearchReadsTheDiskAnew();
+    void aSearchInTheBackgroundShowsItsResultsWhenItEnds();
+    void ofSearchesInTheBackgroundTheLastQueryWins();
+    void aBlankQueryEndsASearchInTheBackground();
     void noteNamesAreSortedAndEachOnce();
     void onlyMarkdownNotesAreOfferedByName();
 };
@@ -81,6 +84,61 @@ void AppStateSearchTests::everySearchReadsTheDiskAnew()
     state.performSearch();
 
     QCOMPARE(state.searchResults(), (std::vector<SearchHit>{{bucket.file(u"Ny.md"_s), u"ring Anna"_s}}));
+}
+
+void AppStateSearchTests::aSearchInTheBackgroundShowsItsResultsWhenItEnds()
+{
+    const Bucket bucket({{"A.md", "ring Anna"}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    state.setSearchQuery(u"anna"_s);
+
+    state.performSearchInBackground();
+    QVERIFY(state.isSearching());
+    QVERIFY(state.searchResults().empty());
+    desktop.scheduler.finishBackgroundWork();
+
+    QVERIFY(!state.isSearching());
+    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{{bucket.file(u"A.md"_s), u"ring Anna"_s}}));
+}
+
+void AppStateSearchTests::ofSearchesInTheBackgroundTheLastQueryWins()
+{
+    const Bucket bucket({{"A.md", "ett"}, {"B.md", "två"}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+
+    state.setSearchQuery(u"ett"_s);
+    state.performSearchInBackground();
+    state.setSearchQuery(u"två"_s);
+    state.performSearchInBackground();
+    QCOMPARE(desktop.scheduler.pendingBackgroundWork(), 1);
+    desktop.scheduler.finishNextBackgroundWork();
+    QVERIFY(state.searchResults().empty());
+    QVERIFY(state.isSearching());
+    desktop.scheduler.finishNextBackgroundWork();
+
+    QVERIFY(!state.isSearching());
+    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{{bucket.file(u"B.md"_s), u"två"_s}}));
+}
+
+void AppStateSearchTests::aBlankQueryEndsASearchInTheBackground()
+{
+    const Bucket bucket({{"A.md", "ett"}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    state.setSearchQuery(u"ett"_s);
+    state.performSearchInBackground();
+
+    state.setSearchQuery({});
+    state.performSearchInBackground();
+    desktop.scheduler.finishBackgroundWork();
+
+    QVERIFY(!state.isSearching());
+    QVERIFY(state.searchResults().empty());
 }
 
 void AppStateSearchTests::noteNamesAreSortedAndEachOnce()

@@ -19,6 +19,7 @@ import { clipboardTests } from './clipboard';
 import { commandTests } from './commands';
 import { fidelityTests, type Sample } from './fidelity';
 import { Recorder, type Result } from './harness';
+import { roomBelowTests } from './roomBelow';
 import { safetyTests } from './safety';
 
 type Test = readonly [name: string, run: (recorder: Recorder) => Promise<string | void>];
@@ -27,7 +28,7 @@ async function run(samples: readonly Sample[] = []): Promise<Result[]> {
   const recorder = new Recorder();
   recorder.install();
   const results: Result[] = [];
-  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...safetyTests, ...fidelityTests(samples)];
+  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
   try {
     for (const [name, test] of tests) results.push(await runOne(name, test, recorder));
   } finally {

@@ -1,0 +1,28 @@
+#include "Previews/FileViewer.h"
+
+#include "Previews/FileCard.h"
+#include "Previews/QuickLookView.h"
+
+#include "Vault/FilePreviewKind.h"
+
+namespace wendlore {
+
+QWidget* makeFileViewer(AppState& state, const FileURL& file, QWidget* parent)
+{
+    switch (FilePreviewKind::of(file)) {
+    case FilePreviewKind::image:
+        return new FileCard(state, file, parent);
+    case FilePreviewKind::pdf:
+        return new FileCard(state, file, parent);
+    case FilePreviewKind::html:
+        return new FileCard(state, file, parent);
+    case FilePreviewKind::google:
+        return new FileCard(state, file, parent);
+    case FilePreviewKind::editor:
+    case FilePreviewKind::other:
+        break;
+    }
+    return new QuickLookView(state, file, parent);
+}
+
+} // namespace wendlore

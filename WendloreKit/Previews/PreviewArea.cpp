@@ -1,0 +1,104 @@
+#include "Previews/PreviewArea.h"
+
+#include "Previews/EmptyVaultView.h"
+#include "Previews/FileViewer.h"
+
+#include "Editor/EditorSession.h"
+#include "Editor/EditorView.h"
+#include "Look/Colors.h"
+#include "State/AppState.h"
+#include "Vault/FilePreviewKind.h"
+
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+QWidget* makePlaceholder(QWidget* parent)
+{
+    auto* label = new QLabel(u"Välj en not"_s, parent);
+    label->setForegroundRole(mutedRole);
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+} // namespace
+
+PreviewArea::PreviewArea(AppState& state, Host host, QWidget* parent)
+    : QStackedWidget(parent)
+    , m_state(state)
+    , m_host(host)
+    , m_empty(new EmptyVaultView(state, this))
+    , m_placeholder(makePlaceholder(this))
+    , m_editor(new EditorView(state, this))
+{
+    for (QWidget* view : {m_empty, m_placeholder, static_cast<QWidget*>(m_editor)})
+        addWidget(view);
+    connect(&state, &AppState::vaultURLChanged, this, &PreviewArea::showSelection);
+    connect(&state, &AppState::selectedFileChanged, this, &PreviewArea::showSelection);
+    showSelection();
+}
+
+void PreviewArea::showSelection()
+{
+    m_shown = viewForSelection();
+    if (m_shown == Shown::editor)
+        m_editor->session().open(*m_state.selectedFile());
+    else
+        m_editor->session().close();
+    if (m_shown != Shown::viewer)
+        dropViewer();
+    else if (m_viewedFile != m_state.selectedFile())
+        makeViewer(*m_state.selectedFile());
+    setCurrentWidget(widgetFor(m_shown));
+    Q_EMIT shownChanged();
+}
+
+PreviewArea::Shown PreviewArea::viewForSelection() const
+{
+    if (m_host == Host::mainWindow && !m_state.vaultURL())
+        return Shown::emptyVault;
+    const auto& file = m_state.selectedFile();
+    if (!file || !isViewableFile(*file))
+        return Shown::placeholder;
+    return FilePreviewKind::of(*file) == FilePreviewKind::editor ? Shown::editor : Shown::viewer;
+}
+
+QWidget* PreviewArea::widgetFor(Shown shown)
+{
+    switch (shown) {
+    case Shown::emptyVault:
+        return m_empty;
+    case Shown::editor:
+        return m_editor;
+    case Shown::viewer:
+        return m_viewer;
+    case Shown::placeholder:
+        break;
+    }
+    return m_placeholder;
+}
+
+void PreviewArea::makeViewer(const FileURL& file)
+{
+    dropViewer();
+    m_viewedFile = file;
+    m_viewer = makeFileViewer(m_state, file, this);
+    addWidget(m_viewer);
+}
+
+void PreviewArea::dropViewer()
+{
+    m_viewedFile.reset();
+    if (!m_viewer)
+        return;
+    removeWidget(m_viewer);
+    m_viewer->hide();
+    m_viewer->deleteLater(); // a link in it may be what brought us here
+    m_viewer = nullptr;
+}
+
+} // namespace wendlore

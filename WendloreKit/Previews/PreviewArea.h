@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Vault/FileURL.h"
+
+#include <QStackedWidget>
+
+#include <optional>
+
+namespace wendlore {
+
+class AppState;
+class EditorView;
+
+/// Shows the selected file in the view that suits it: the editor for notes, else a viewer that is made for
+/// that file and goes with it.
+class PreviewArea final : public QStackedWidget
+{
+    Q_OBJECT
+
+public:
+    /// Where the area stands: the main window asks for a bucket while none is open.
+    enum class Host { mainWindow, embedded };
+    enum class Shown { emptyVault, placeholder, editor, viewer };
+
+    PreviewArea(AppState& state, Host host, QWidget* parent = nullptr);
+
+    [[nodiscard]] Shown shown() const { return m_shown; }
+    [[nodiscard]] EditorView& editor() const { return *m_editor; }
+
+Q_SIGNALS:
+    /// Another file, or another kind of view, is shown.
+    void shownChanged();
+
+private:
+    void showSelection();
+    [[nodiscard]] Shown viewForSelection() const;
+    [[nodiscard]] QWidget* widgetFor(Shown shown);
+    void makeViewer(const FileURL& file);
+    void dropViewer();
+
+    AppState& m_state;
+    Host m_host;
+    Shown m_shown = Shown::placeholder;
+    QWidget* m_empty;
+    QWidget* m_placeholder;
+    /// One for as long as the window: edits may still arrive for a note after another file was selected.
+    EditorView* m_editor;
+    QWidget* m_viewer = nullptr;
+    std::optional<FileURL> m_viewedFile;
+};
+
+} // namespace wendlore

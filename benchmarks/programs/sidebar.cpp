@@ -1,0 +1,111 @@
+// How long the sidebar's tree keeps the window from answering, in a bucket of 100,000 files: opening a folder
+// of 10,000, scrolling through it, and taking over a rebuilt tree. Prints the median and the longest of the
+// steps in milliseconds; a frame of the screen is 16.
+
+#include "Fakes/FakeServices.h"
+#include "Look/Style.h"
+#include "Shell/FileTreeModel.h"
+#include "Shell/FileTreeView.h"
+#include "State/AppState.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using namespace wendlore;
+
+namespace {
+
+constexpr int folders = 10;
+constexpr int filesInEach = 10'000;
+constexpr int scrollSteps = 400;
+
+void fill(const QTemporaryDir& bucket)
+{
+    for (int folder = 0; folder < folders; ++folder) {
+        const QString path = bucket.filePath(u"Mapp %1"_s.arg(folder));
+        QDir().mkpath(path);
+        for (int file = 0; file < filesInEach; ++file) {
+            QFile note(u"%1/Not %2.md"_s.arg(path).arg(file));
+            if (!note.open(QIODevice::WriteOnly))
+                qFatal("cannot write %s", qPrintable(note.fileName()));
+        }
+    }
+}
+
+/// The time of `step`, with what it makes the window paint.
+template <typename Step>
+double time(QWidget& view, const Step& step)
+{
+    QElapsedTimer timer;
+    timer.start();
+    step();
+    QCoreApplication::sendPostedEvents();
+    view.repaint();
+    QCoreApplication::processEvents();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+void print(const char* what, std::vector<double> times)
+{
+    std::ranges::sort(times);
+    std::printf("%-40s median %7.2f ms   longest %7.2f ms   (%zu steps)\n", what, times[times.size() / 2],
+                times.back(), times.size());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setStyle(new Style);
+    const QTemporaryDir bucket;
+    fill(bucket);
+    FakeServices services;
+    AppState state(services.services());
+    state.switchVault(FileURL::directory(bucket.path()));
+    FileTreeView view(state);
+    view.resize(240, 700);
+    view.show();
+    QCoreApplication::processEvents();
+
+    std::vector<double> opening;
+    for (int folder = 0; folder < folders; ++folder) {
+        const QModelIndex index = view.model()->index(folder, 0);
+        opening.push_back(time(*view.viewport(), [&] { view.setExpanded(index, true); }));
+    }
+    print("opening a folder of 10,000", opening);
+
+    std::vector<double> closing;
+    for (int folder = folders - 1; folder > 0; --folder) {
+        const QModelIndex index = view.model()->index(folder, 0);
+        closing.push_back(time(*view.viewport(), [&] { view.setExpanded(index, false); }));
+    }
+    print("closing a folder of 10,000", closing);
+
+    std::vector<double> scrolling;
+    QScrollBar* bar = view.verticalScrollBar();
+    for (int step = 0; step < scrollSteps; ++step)
+        scrolling.push_back(
+            time(*view.viewport(), [&] { bar->setValue(bar->maximum() / scrollSteps * step); }));
+    print("scrolling", scrolling);
+
+    std::vector<double> rebuilding;
+    for (int round = 0; round < 9; ++round) {
+        QFile note(bucket.filePath(u"Mapp 0/Ny %1.md"_s.arg(round)));
+        if (!note.open(QIODevice::WriteOnly))
+            qFatal("cannot write");
+        QElapsedTimer timer;
+        timer.start();
+        state.reloadTree();
+        rebuilding.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    }
+    print("reading the whole tree anew and showing it", rebuilding);
+    return 0;
+}
