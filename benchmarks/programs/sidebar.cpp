@@ -25,6 +25,7 @@ namespace {
 constexpr int folders = 10;
 constexpr int filesInEach = 10'000;
 constexpr int scrollSteps = 400;
+constexpr int rounds = 9;
 
 void fill(const QTemporaryDir& bucket)
 {
@@ -59,6 +60,44 @@ void print(const char* what, std::vector<double> times)
                 times.back(), times.size());
 }
 
+void measureOpening(FileTreeView& view)
+{
+    std::vector<double> opening;
+    std::vector<double> closing;
+    for (int folder = 0; folder < folders; ++folder) {
+        const QModelIndex index = view.model()->index(folder, 0);
+        opening.push_back(time(*view.viewport(), [&] { view.setExpanded(index, true); }));
+    }
+    for (int folder = folders - 1; folder > 0; --folder) {
+        const QModelIndex index = view.model()->index(folder, 0);
+        closing.push_back(time(*view.viewport(), [&] { view.setExpanded(index, false); }));
+    }
+    print("opening a folder of 10,000", opening);
+    print("closing a folder of 10,000", closing);
+}
+
+void measureScrolling(FileTreeView& view)
+{
+    std::vector<double> scrolling;
+    QScrollBar* bar = view.verticalScrollBar();
+    for (int step = 0; step < scrollSteps; ++step)
+        scrolling.push_back(
+            time(*view.viewport(), [&] { bar->setValue(bar->maximum() / scrollSteps * step); }));
+    print("scrolling", scrolling);
+}
+
+void measureRebuilding(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
+{
+    std::vector<double> rebuilding;
+    for (int round = 0; round < rounds; ++round) {
+        QFile note(bucket.filePath(u"Mapp 0/Ny %1.md"_s.arg(round)));
+        if (!note.open(QIODevice::WriteOnly))
+            qFatal("cannot write %s", qPrintable(note.fileName()));
+        rebuilding.push_back(time(*view.viewport(), [&] { state.reloadTree(); }));
+    }
+    print("reading the whole tree anew and showing it", rebuilding);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -75,37 +114,8 @@ int main(int argc, char** argv)
     view.show();
     QCoreApplication::processEvents();
 
-    std::vector<double> opening;
-    for (int folder = 0; folder < folders; ++folder) {
-        const QModelIndex index = view.model()->index(folder, 0);
-        opening.push_back(time(*view.viewport(), [&] { view.setExpanded(index, true); }));
-    }
-    print("opening a folder of 10,000", opening);
-
-    std::vector<double> closing;
-    for (int folder = folders - 1; folder > 0; --folder) {
-        const QModelIndex index = view.model()->index(folder, 0);
-        closing.push_back(time(*view.viewport(), [&] { view.setExpanded(index, false); }));
-    }
-    print("closing a folder of 10,000", closing);
-
-    std::vector<double> scrolling;
-    QScrollBar* bar = view.verticalScrollBar();
-    for (int step = 0; step < scrollSteps; ++step)
-        scrolling.push_back(
-            time(*view.viewport(), [&] { bar->setValue(bar->maximum() / scrollSteps * step); }));
-    print("scrolling", scrolling);
-
-    std::vector<double> rebuilding;
-    for (int round = 0; round < 9; ++round) {
-        QFile note(bucket.filePath(u"Mapp 0/Ny %1.md"_s.arg(round)));
-        if (!note.open(QIODevice::WriteOnly))
-            qFatal("cannot write");
-        QElapsedTimer timer;
-        timer.start();
-        state.reloadTree();
-        rebuilding.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
-    }
-    print("reading the whole tree anew and showing it", rebuilding);
+    measureOpening(view);
+    measureScrolling(view);
+    measureRebuilding(state, view, bucket);
     return 0;
 }
