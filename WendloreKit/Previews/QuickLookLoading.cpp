@@ -2,12 +2,15 @@
 
 #include "Previews/QuickLookArchive.h"
 #include "Previews/QuickLookBook.h"
+#include "Previews/QuickLookDocument.h"
+#include "Previews/QuickLookEmbedded.h"
 #include "Previews/QuickLookMail.h"
 #include "Previews/QuickLookMedia.h"
 #include "Previews/QuickLookTable.h"
 #include "Previews/QuickLookText.h"
 
 #include "Vault/FileCoordinator.h"
+#include "Vault/FilePreviewKind.h"
 
 #include <QFileInfo>
 
@@ -47,6 +50,32 @@ std::optional<QuickLookPage> loadMail(const FileURL& url)
     return file.open(QIODevice::ReadOnly) ? mailPage(file.read(limit)) : std::nullopt;
 }
 
+/// A document of an office program, which is no text whatever its bytes are.
+bool isOfficeDocument(const QString& extension)
+{
+    return extension != "csv"_L1 && extension != "tsv"_L1 &&
+           std::ranges::find(documentExtensions, extension.toStdString()) != documentExtensions.end();
+}
+
+/// The first page that can be made.
+QuickLookContent loadDocument(const FileURL& file, const QuickLookLimits& limits)
+{
+    for (const auto load : {&documentTextPage, &embeddedPreview}) {
+        if (auto page = load(file, limits))
+            return std::move(*page);
+    }
+    return QuickLookCard();
+}
+
+QuickLookContent loadPackage(const FileURL& package, const QuickLookLimits& limits)
+{
+    for (const auto load : {&embeddedPreview, &packagePage}) {
+        if (auto page = load(package, limits))
+            return std::move(*page);
+    }
+    return QuickLookCard();
+}
+
 /// The page of those kinds that say by their name what they are; nothing for others, and for what is not what
 /// its name says.
 std::optional<QuickLookPage> loadPage(const FileURL& file, const QString& extension,
@@ -69,11 +98,17 @@ QuickLookContent loadQuickLook(FileCoordinator& coordinator, const FileURL& file
 {
     coordinator.startDownloading(file);
     const QFileInfo info(QFile::decodeName(file.bytes()));
-    if (limits.areReached() || !info.isFile())
+    if (limits.areReached())
+        return QuickLookCard();
+    if (info.isDir())
+        return loadPackage(file, limits);
+    if (!info.isFile())
         return QuickLookCard();
     const QString extension = file.pathExtension().toLower();
     if (auto page = loadPage(file, extension, limits))
         return std::move(*page);
+    if (isOfficeDocument(extension))
+        return loadDocument(file, limits);
     return loadText(file, extension);
 }
 

@@ -69,17 +69,27 @@ private Q_SLOTS:
         QTest::newRow("pipe") << u"pipa"_s;
         QTest::newRow("no archive") << u"a.zip"_s;
         QTest::newRow("no book") << u"a.epub"_s;
+        QTest::newRow("document that only office programs can show") << u"a.rtf"_s;
+        QTest::newRow("empty package") << u"a.pages"_s;
     }
 
     void whatCannotBeShownIsACard()
     {
         QFETCH(const QString, name);
-        const Bucket bucket{{"tom.txt2", ""}};
+        const Bucket bucket{{"tom.txt2", ""}, {"a.rtf", "{\\rtf1 a}"}, {"a.pages/", ""}};
         for (const char* binary : {"a.bin", "a.zip", "a.epub"})
             bucket.write(QString::fromLatin1(binary), QByteArray("\0\1\2\3", 4));
         QCOMPARE(::mkfifo(bucket.file(u"pipa"_s).bytes().constData(), 0600), 0);
 
         QVERIFY(std::holds_alternative<QuickLookCard>(load(bucket.file(name))));
+    }
+
+    void aPackageIsShownByItsPictureOrItsFiles()
+    {
+        const Bucket bucket{{"a.pages/preview.jpg", "bild"}, {"b.rtfd/TXT.rtf", "text"}};
+
+        QVERIFY(bodyOf(load(bucket.file(u"a.pages"_s))).contains("<img src=\"r/bild\""));
+        QVERIFY(bodyOf(load(bucket.file(u"b.rtfd"_s))).contains("<td>TXT.rtf</td>"));
     }
 
     void whatIsNoLongerWantedIsNotRead()
