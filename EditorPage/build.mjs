@@ -10,6 +10,9 @@ import { fileURLToPath } from 'node:url';
 const here = path.dirname(fileURLToPath(import.meta.url));
 const inPage = (...parts) => path.join(here, ...parts);
 
+/** Files of their own in the built page, fetched when they are first needed. */
+const PARTS = ['views/katex', 'views/lowlight', 'sourceView/codeMirror'];
+
 async function filesBelow(folder, suffix) {
   if (!existsSync(folder)) return [];
   const found = [];
@@ -37,8 +40,8 @@ async function buildPage(out) {
     loader: { '.svg': 'text', '.woff2': 'file', '.woff': 'empty', '.ttf': 'empty' },
   };
   const page = [inPage('src/index.ts'), inPage('src/style/index.css')];
-  await build({ ...options, entryPoints: page, format: 'iife', external: ['./katex.js'] });
-  await build({ ...options, entryPoints: [inPage('src/views/katex.ts')], format: 'esm' });
+  await build({ ...options, entryPoints: page, format: 'iife', external: PARTS.map((part) => `./${path.basename(part)}.js`) });
+  await build({ ...options, entryPoints: PARTS.map((part) => inPage(`src/${part}.ts`)), format: 'esm' });
   await cp(inPage('src/index.html'), path.join(out, 'index.html'));
 }
 

@@ -1,5 +1,5 @@
 /**
- * The only place that talks to the host: it offers `window.VaultEditor` and posts the four messages
+ * The only place that talks to the host: it offers `window.VaultEditor` and posts its messages
  * through `window.webkit.messageHandlers`. Outside the host (in a plain browser) messages go nowhere.
  */
 
@@ -21,11 +21,22 @@ export interface LinkRequest {
   wiki: boolean;
 }
 
+/** A picture that the host is to put into the bucket; it answers with `imageImported`. */
+export interface ImageImport {
+  id: number;
+  name: string;
+  /** The file's bytes in base64. */
+  data: string;
+}
+
 interface MessageBodies {
   ready: Record<string, never>;
   changed: string;
   selection: SelectionReport;
   openLink: LinkRequest;
+  /** Asks for the names of all notes; the host answers with `setNoteNames`. */
+  noteNames: Record<string, never>;
+  importImage: ImageImport;
 }
 
 type MessageHandlers = { [Name in keyof MessageBodies]?: { postMessage(body: MessageBodies[Name]): void } };
@@ -36,6 +47,9 @@ export interface VaultEditor {
   exec(command: string, value?: string | number): void;
   setTheme(theme: string): void;
   focus(): void;
+  setNoteNames(names: readonly string[]): void;
+  /** `path` is where the picture `id` now lies in the bucket; null when it could not be put there. */
+  imageImported(id: number, path: string | null): void;
 }
 
 declare global {

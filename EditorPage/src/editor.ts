@@ -3,13 +3,16 @@ import { closeHistory } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
-import { post, type VaultEditor } from './bridge';
+import { post } from './bridge';
 import { clipboardProps } from './clipboard/index';
 import { commandFor } from './commands/exec';
 import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
+import { changeBetween } from './source/update';
+import { offsetOf, placeAt } from './sourceView/offsets';
+import { TextStep } from './sourceView/textStep';
 import { markViews, nodeViews } from './views';
 import { firstPlace, lastPlace } from './views/drawn';
 
@@ -25,12 +28,14 @@ const USES_WHOLE_NOTE = ['keydown', 'beforeinput', 'copy', 'cut', 'paste', 'drop
 /** Marks transactions that bring the document in step with the text; they are no edits. */
 const FROM_TEXT = 'fromText';
 
-export class NoteEditor implements VaultEditor {
+export class NoteEditor {
   readonly view: EditorView;
   #source = SourceDocument.load('');
   #plugins: Plugin[];
   #reportDue = false;
   #lastEdit: Transaction | null = null;
+  /** Changes of the source that were undone or redone and not yet taken over. */
+  #textSteps: TextStep[] = [];
   /** Whether the next edit is what the user is typing right now. */
   #isTyping = false;
   #placed = true;
@@ -97,6 +102,53 @@ export class NoteEditor implements VaultEditor {
     this.view.focus();
   }
 
+  /** Takes in all of the note that is not shown yet: what looks through the note must have it whole. */
+  readAll(): void {
+    this.#finish();
+  }
+
+  /** The whole note, byte for byte. */
+  get text(): string {
+    this.#report();
+    return this.#source.text;
+  }
+
+  /** Makes `text` of the note, as one step that can be undone. The host is taken to know it already. */
+  rewrite(text: string): void {
+    this.#finish();
+    const before = this.text;
+    const change = changeBetween(before, text);
+    if (change === null) return;
+    const { from, to, nodes } = this.#source.reload(text)!;
+    const tr = replaceChildren(closeHistory(this.view.state.tr), from, to, nodes);
+    tr.step(new TextStep(change.from, before.slice(change.from, change.to), change.insert));
+    this.view.dispatch(tr.setMeta(FROM_TEXT, true));
+    this.view.dispatch(closeHistory(this.view.state.tr));
+  }
+
+  /** The caret's place in the source, with line ends of one character and no byte order mark. */
+  get caret(): number {
+    this.#finish();
+    return offsetOf(this.#source.blocks, this.view.state.selection.head);
+  }
+
+  set caret(offset: number) {
+    this.#finish();
+    const { tr } = this.view.state;
+    this.view.dispatch(tr.setSelection(placeAt(tr.doc, this.#source.blocks, offset)));
+  }
+
+  /** Brings the caret into sight. */
+  showCaret(): void {
+    const { top, bottom } = this.view.coordsAtPos(this.view.state.selection.head);
+    if (top < 0 || bottom > innerHeight) window.scrollBy(0, (top + bottom - innerHeight) / 2);
+  }
+
+  /** Hides the note while something else stands in its place. */
+  set isHidden(isHidden: boolean) {
+    this.view.dom.parentElement!.hidden = isHidden;
+  }
+
   #freshState(): EditorState {
     const { doc } = this.#source;
     return EditorState.create({ doc, selection: firstPlace(doc), plugins: this.#plugins });
@@ -157,7 +209,10 @@ export class NoteEditor implements VaultEditor {
     const next = this.view.state.apply(tr);
     const isEdit = tr.docChanged && tr.getMeta(FROM_TEXT) !== true;
     if (tr.selectionSet) this.#placed = true;
-    if (isEdit) this.#lastEdit = tr;
+    if (isEdit) {
+      for (const step of tr.steps) if (step instanceof TextStep) this.#textSteps.push(step);
+      this.#lastEdit = tr;
+    }
     const isReported = isEdit && this.#isTyping && this.#reportTyped(next.doc);
     this.view.updateState(next);
     if (isEdit && !isReported) this.#scheduleReport();
@@ -188,9 +243,20 @@ export class NoteEditor implements VaultEditor {
 
   /** Tells the host what the note is with the document `doc`, and gives what the document has to become. */
   #tell(doc: Node): readonly Correction[] {
+    const isRewritten = this.#takeTextSteps();
     const { change, corrections } = this.#apply(doc);
-    if (change !== null) post('changed', this.#source.text);
+    if (change !== null || isRewritten) post('changed', this.#source.text);
     return corrections;
+  }
+
+  /** Undoes or redoes what was changed in the source. What the document shows comes in step right after. */
+  #takeTextSteps(): boolean {
+    const before = this.#source.text;
+    for (const step of this.#textSteps.splice(0)) {
+      const text = step.changed(this.#source.text);
+      if (text !== null) this.#source.reload(text);
+    }
+    return this.#source.text !== before;
   }
 
   /** Puts the rest of the note behind a document that was edited before all of it was there. */

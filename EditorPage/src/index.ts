@@ -1,12 +1,13 @@
 /** Starts the editor page. */
 import { connect } from './bridge';
 import { NoteEditor } from './editor';
+import { Page } from './page';
 import { keepRoomBelow } from './roomBelow';
 import { warmUp } from './warmUp';
 
 const root = document.getElementById('editor');
 if (root === null) throw new Error('the page has no place for the editor');
-connect(new NoteEditor(root));
+connect(new Page(new NoteEditor(root), document.body));
 keepRoomBelow(root);
 warmUp();
 

@@ -8,8 +8,13 @@ import { typingRules } from './commands/inputRules';
 import { keyPlugins } from './commands/keys';
 import { selectionReporter } from './commands/reporter';
 import { tableShape } from './commands/tableShape';
+import { noteCompletion } from './completion/plugin';
+import { countStatus } from './counts/status';
+import { findMarks } from './find/marks';
+import { imageDrops } from './images/plugin';
 import { caretBlock } from './views/caretBlock';
 import type { NoteContext } from './views/context';
+import { codeColors } from './views/codeColors';
 import { drawnBlockPlugin } from './views/drawn';
 import { inlineSourceKeys } from './views/inlineSource';
 import { linkClicks } from './views/links';
@@ -18,6 +23,8 @@ import { textDecorations } from './views/textDecorations';
 /** All plugins, in the order in which they see keys and clicks. */
 export function editorPlugins(context: NoteContext): Plugin[] {
   return [
+    noteCompletion(),
+    imageDrops(),
     typingRules(),
     caretBlock(),
     drawnBlockPlugin(),
@@ -25,6 +32,9 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     ...keyPlugins(context),
     linkClicks(context),
     textDecorations(),
+    codeColors(),
+    findMarks(),
+    countStatus(),
     history(),
     tableEditing(),
     tableShape(),

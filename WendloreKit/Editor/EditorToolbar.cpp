@@ -1,10 +1,9 @@
 #include "Editor/EditorToolbar.h"
 
-#include "Editor/EditorCommands.h"
+#include "Editor/EditorPrompts.h"
 
+#include "Look/ButtonRow.h"
 #include "Look/FlatButton.h"
-#include "Look/Metrics.h"
-#include "Look/Separator.h"
 #include "Look/Symbols.h"
 #include "State/AppState.h"
 
@@ -15,80 +14,88 @@ using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
+namespace {
+
+/// Wide enough for every block's name, so that nothing moves when the caret does.
+int widestLabel(LabelButton& button, const std::vector<EditorCommand>& commands)
+{
+    int width = 0;
+    for (const EditorCommand& command : commands) {
+        button.setText(command.title);
+        width = std::max(width, button.sizeHint().width());
+    }
+    button.setText({});
+    return width;
+}
+
+} // namespace
+
 EditorToolbar::EditorToolbar(AppState& state, WebEditorController& controller, QWidget* parent)
     : QWidget(parent)
     , m_state(state)
     , m_controller(controller)
-    , m_row(new QHBoxLayout(this))
+    , m_prompts(new EditorPrompts(state, controller, this))
+    , m_row(new ButtonRow(this))
 {
-    m_row->setContentsMargins(0, 0, 0, 0);
-    m_row->setSpacing(metrics::toolbarSpacing);
-    addZoomButtons();
-    m_row->addWidget(new Separator(this));
-    addBlockMenu();
-    addToggles();
-    addMenu(formatMenu());
-    addMenu(listMenu());
-    addTableMenu();
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_row);
+    for (const EditorItem& item : editorItems())
+        std::visit([this](const auto& entry) { add(entry); }, item);
     connect(&controller, &WebEditorController::stateChanged, this, &EditorToolbar::showFormat);
     showFormat();
 }
 
-void EditorToolbar::addZoomButtons()
+void EditorToolbar::add(const EditorZoom& zoom)
 {
-    auto* out =
-        new IconButton(u"minus.magnifyingglass"_s, u"Förminska text"_s, u"Förminska text (⌘−)"_s, this);
-    auto* in = new IconButton(u"plus.magnifyingglass"_s, u"Förstora text"_s, u"Förstora text (⌘+)"_s, this);
-    connect(out, &IconButton::clicked, &m_state, &AppState::zoomOut);
-    connect(in, &IconButton::clicked, &m_state, &AppState::zoomIn);
-    m_row->addWidget(out);
-    m_row->addWidget(in);
+    auto* button = new IconButton(zoom.symbol, zoom.title, zoom.help, m_row);
+    auto* action = new QAction(symbolIcon(zoom.symbol), zoom.title, button);
+    connect(action, &QAction::triggered, &m_state, zoom.step);
+    connect(button, &IconButton::clicked, action, &QAction::trigger);
+    m_row->add(button, action);
 }
 
-void EditorToolbar::addBlockMenu()
+void EditorToolbar::add(const EditorBlocks& blocks)
 {
-    m_block = new LabelButton({}, Tone::muted, this);
+    m_row->addSeparator();
+    m_block = new LabelButton({}, Tone::muted, m_row);
     m_block->setTrailingSymbol(u"chevron.down"_s);
-    auto* menu = new QMenu(m_block);
-    fill(*menu, blockCommands());
-    m_block->setMenu(menu);
-    m_row->addWidget(m_block);
+    m_block->setFixedWidth(widestLabel(*m_block, blocks.commands));
+    m_blockMenu = new QMenu(m_block);
+    fill(*m_blockMenu, blocks.commands);
+    m_block->setMenu(m_blockMenu);
+    m_row->add(m_block, m_blockMenu->menuAction());
 }
 
-void EditorToolbar::addToggles()
+void EditorToolbar::add(const EditorToggle& toggle)
 {
-    for (const EditorToggle& toggle : toggleCommands()) {
-        auto* button = new IconButton(toggle.command.symbol, toggle.command.title, toggle.help, this);
-        button->setCheckable(true);
-        connect(button, &IconButton::clicked, this, [this, &toggle] {
-            showFormat(); // the page decides what is on, and reports it
-            exec(toggle.command);
-        });
-        m_toggles.push_back(button);
-        m_row->addWidget(button);
-    }
-}
-
-IconButton* EditorToolbar::addMenuButton(const EditorMenu& menu)
-{
-    auto* button = new IconButton(menu.symbol, menu.help, menu.help, this);
-    button->setMenu(new QMenu(button));
-    m_row->addWidget(button);
-    return button;
-}
-
-void EditorToolbar::addMenu(const EditorMenu& menu)
-{
-    fill(*addMenuButton(menu)->menu(), menu.commands);
-}
-
-void EditorToolbar::addTableMenu()
-{
-    QMenu* menu = addMenuButton(tableMenu({}))->menu();
-    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
-        menu->clear();
-        fill(*menu, tableMenu(m_controller.state()).commands);
+    const EditorCommand& command = toggle.command;
+    auto* button = new IconButton(command.symbol, command.title, toggle.help, m_row);
+    auto* action = new QAction(symbolIcon(command.symbol), command.title, button);
+    button->setCheckable(true);
+    action->setCheckable(true);
+    connect(action, &QAction::toggled, button, &IconButton::setChecked);
+    connect(action, &QAction::triggered, this, [this, &command] {
+        showFormat(); // the page decides what is on, and reports it
+        run(command);
     });
+    connect(button, &IconButton::clicked, action, &QAction::trigger);
+    m_toggles.emplace_back(action, toggle.isOn);
+    m_row->add(button, action);
+}
+
+void EditorToolbar::add(const EditorMenu& menu)
+{
+    auto* button = new IconButton(menu.symbol, menu.help, menu.help, m_row);
+    auto* entries = new QMenu(menu.help, button);
+    entries->menuAction()->setIcon(symbolIcon(menu.symbol));
+    fill(*entries, menu.commands(m_controller.state()));
+    connect(entries, &QMenu::aboutToShow, this, [this, entries, &menu] {
+        entries->clear();
+        fill(*entries, menu.commands(m_controller.state()));
+    });
+    button->setMenu(entries);
+    m_row->add(button, entries->menuAction());
 }
 
 void EditorToolbar::fill(QMenu& menu, const std::vector<EditorCommand>& commands)
@@ -99,7 +106,7 @@ void EditorToolbar::fill(QMenu& menu, const std::vector<EditorCommand>& commands
         QAction* entry = menu.addAction(command.title);
         if (!command.symbol.isEmpty())
             entry->setIcon(symbolIcon(command.symbol));
-        connect(entry, &QAction::triggered, this, [this, &command] { exec(command); });
+        connect(entry, &QAction::triggered, this, [this, &command] { run(command); });
     }
 }
 
@@ -110,15 +117,29 @@ void EditorToolbar::showFormat()
     if (m_block->text() != block) {
         m_block->setText(block);
         m_block->describe(u"Textstil: %1"_s.arg(block), {});
+        m_blockMenu->setTitle(block);
     }
-    for (std::size_t i = 0; i < m_toggles.size(); ++i)
-        m_toggles[i]->setChecked(state.*toggleCommands()[i].isOn);
+    for (const auto& [action, isOn] : m_toggles)
+        action->setChecked(state.*isOn);
 }
 
-void EditorToolbar::exec(const EditorCommand& command)
+void EditorToolbar::run(const EditorCommand& command)
 {
-    m_controller.exec(command.word, command.value);
-    m_controller.focus();
+    switch (command.question) {
+    case EditorQuestion::none:
+        m_controller.exec(command.word, command.value);
+        m_controller.focus();
+        break;
+    case EditorQuestion::image:
+        m_prompts->showImageImporter();
+        break;
+    case EditorQuestion::video:
+        m_prompts->showVideoPrompt();
+        break;
+    case EditorQuestion::link:
+        m_prompts->showLinkPrompt();
+        break;
+    }
 }
 
 } // namespace wendlore

@@ -1,23 +1,24 @@
 #pragma once
 
+#include "Editor/EditorCommands.h"
+
 #include <QWidget>
 
+#include <utility>
 #include <vector>
 
-class QHBoxLayout;
 class QMenu;
 
 namespace wendlore {
 
 class AppState;
-class IconButton;
+class ButtonRow;
+class EditorPrompts;
 class LabelButton;
 class WebEditorController;
-struct EditorCommand;
-struct EditorMenu;
 
-/// The formatting buttons of one editor: zoom, the block menu, toggles that show the format at the caret, and
-/// menus.
+/// The formatting buttons of one editor, in the window's toolbar or in a bar inside the editor: zoom, the
+/// block menu, toggles that show the format at the caret, and menus.
 class EditorToolbar final : public QWidget
 {
     Q_OBJECT
@@ -26,21 +27,21 @@ public:
     EditorToolbar(AppState& state, WebEditorController& controller, QWidget* parent = nullptr);
 
 private:
-    void addZoomButtons();
-    void addBlockMenu();
-    void addToggles();
-    void addMenu(const EditorMenu& menu);
-    void addTableMenu();
-    IconButton* addMenuButton(const EditorMenu& menu);
+    void add(const EditorZoom& zoom);
+    void add(const EditorBlocks& blocks);
+    void add(const EditorToggle& toggle);
+    void add(const EditorMenu& menu);
     void fill(QMenu& menu, const std::vector<EditorCommand>& commands);
     void showFormat();
-    void exec(const EditorCommand& command);
+    void run(const EditorCommand& command);
 
     AppState& m_state;
     WebEditorController& m_controller;
-    QHBoxLayout* m_row;
+    EditorPrompts* m_prompts;
+    ButtonRow* m_row;
     LabelButton* m_block = nullptr;
-    std::vector<IconButton*> m_toggles;
+    QMenu* m_blockMenu = nullptr;
+    std::vector<std::pair<QAction*, bool ToolbarState::*>> m_toggles;
 };
 
 } // namespace wendlore

@@ -1,5 +1,7 @@
 #include "Editor/EditorView.h"
 
+#include "Editor/EditorBar.h"
+#include "Editor/PageRequests.h"
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
 
@@ -34,12 +36,15 @@ EditorView::EditorView(AppState& appState, QWidget* parent)
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
+    new PageRequests(appState, appState.editorController(), this);
     showWebView();
     takeColors();
     connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);
     connect(&m_session, &EditorSession::focusTaken, this, [this] { setFocus(); });
+    connect(&appState.editorController(), &WebEditorController::focused, this, [this] { setFocus(); });
     connect(&appState.editorController(), &WebEditorController::becameReady, this,
             &EditorView::giveFocusBack);
 }
@@ -55,6 +60,19 @@ void EditorView::showWebView()
     m_webView->setAccessibleName(u"Anteckning"_s);
     layout()->addWidget(m_webView);
     setFocusProxy(m_webView);
+}
+
+void EditorView::setInlineToolbar(bool isShown)
+{
+    if (isShown == (m_inlineToolbar != nullptr))
+        return;
+    if (!isShown) {
+        delete std::exchange(m_inlineToolbar, nullptr);
+        return;
+    }
+    m_inlineToolbar = new EditorBar(m_appState, this);
+    static_cast<QVBoxLayout*>(layout())->insertWidget(0, m_inlineToolbar);
+    m_inlineToolbar->show();
 }
 
 void EditorView::takeColors()

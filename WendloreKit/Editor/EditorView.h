@@ -10,6 +10,8 @@ class QWebEngineView;
 
 namespace wendlore {
 
+class EditorBar;
+
 /// Shows the note that its session edits, and tells the user of conflicts.
 class EditorView final : public QWidget
 {
@@ -20,6 +22,8 @@ public:
     ~EditorView() override;
 
     [[nodiscard]] EditorSession& session() { return m_session; }
+    /// Shows the formatting buttons in a bar above the note, for windows that have no toolbar of their own.
+    void setInlineToolbar(bool isShown);
 
 protected:
     bool event(QEvent* event) override;
@@ -34,6 +38,7 @@ private:
     AppState& m_appState;
     EditorSession m_session;
     QPointer<QWebEngineView> m_webView;
+    EditorBar* m_inlineToolbar = nullptr;
     QMessageBox* m_notice = nullptr;
 };
 

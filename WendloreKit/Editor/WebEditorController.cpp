@@ -98,8 +98,10 @@ void WebEditorController::setZoom(double zoom)
 
 void WebEditorController::focus()
 {
-    if (m_isReady)
-        m_webView->evaluate(call(u"focus"_s, {}));
+    if (!m_isReady)
+        return;
+    m_webView->evaluate(call(u"focus"_s, {}));
+    Q_EMIT focused();
 }
 
 void WebEditorController::drain(std::function<void()> done)
@@ -132,6 +134,8 @@ void WebEditorController::receive(const QString& name, const QJsonValue& body,
         pageSelects(ToolbarState::fromMessage(body.toObject()));
     else if (name == "openLink"_L1)
         pageOpensLink(body, generation);
+    else if (m_onRequest)
+        m_onRequest(name, body);
 }
 
 void WebEditorController::pageIsReady()

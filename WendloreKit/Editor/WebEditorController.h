@@ -28,6 +28,8 @@ public:
     /// Receives the whole note after an edit.
     using Changed = std::function<void(const QString& markdown)>;
     using OpenLink = std::function<void(const QString& href, bool isWiki)>;
+    /// Receives what the page asks for beyond editing: a name, and a body of any shape.
+    using Request = std::function<void(const QString& name, const QJsonValue& body)>;
     using VaultProvider = std::function<std::optional<FileURL>()>;
     /// What a command carries along: nothing, a whole number or a text.
     using CommandValue = std::variant<std::monostate, int, QString>;
@@ -49,6 +51,7 @@ public:
     /// contents still go to whoever was set then.
     void setOnChanged(Changed changed) { m_onChanged = std::move(changed); }
     void setOnOpenLink(OpenLink openLink) { m_onOpenLink = std::move(openLink); }
+    void setOnRequest(Request request) { m_onRequest = std::move(request); }
 
     void setContent(const QString& text);
     void exec(const QString& command, const CommandValue& value = {});
@@ -67,6 +70,8 @@ Q_SIGNALS:
     void stateChanged();
     /// The page announced that it can be driven; it has been given all it should show.
     void becameReady();
+    /// The caret was put into the page, whose view is to get the keys.
+    void focused();
 
 private:
     /// One content that was put into the page, and who receives what is done to it.
@@ -93,6 +98,7 @@ private:
     VaultProvider m_vaultProvider;
     Changed m_onChanged;
     OpenLink m_onOpenLink;
+    Request m_onRequest;
     bool m_isReady = false;
     std::optional<QString> m_desiredContent;
     bool m_desiredDark = false;

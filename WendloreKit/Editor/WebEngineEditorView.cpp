@@ -1,6 +1,7 @@
 #include "Editor/WebEngineEditorView.h"
 
 #include "Editor/EditorPage.h"
+#include "Editor/Spelling.h"
 #include "Editor/WendloreSchemeHandler.h"
 
 #include <QMenu>
@@ -30,7 +31,7 @@ const QString bridgeScript = uR"JS((() => {
   const post = (name, body = null) => transport.send(JSON.stringify(
     {type: 6, id: ++calls, object: 'host', method: 'post', args: [name, body, shown]}));
   const handlers = {};
-  for (const name of ['ready', 'changed', 'selection', 'openLink'])
+  for (const name of ['ready', 'changed', 'selection', 'openLink', 'noteNames', 'importImage'])
     handlers[name] = Object.freeze({postMessage: body => post(name, body)});
   window.webkit = Object.freeze({messageHandlers: Object.freeze(handlers)});
   Object.defineProperty(window, '__host', {value: Object.freeze({
@@ -102,6 +103,7 @@ void WebEngineEditorView::makeProfile()
 {
     // Nobody accepts downloads here, so the engine refuses them.
     m_profile = std::make_unique<QWebEngineProfile>();
+    checkSpelling(*m_profile);
     auto* handler = new WendloreSchemeHandler(m_profile.get());
     handler->setVaultProvider([this] { return m_events.vaultRoot ? m_events.vaultRoot() : std::nullopt; });
     m_profile->installUrlSchemeHandler(schemeName, handler);
@@ -213,6 +215,7 @@ void WebEngineEditorView::showContextMenu(const QPoint& position)
     };
     auto* menu = new QMenu(m_view);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    addSpellingSuggestions(*menu, *m_page, m_view->lastContextMenuRequest());
     for (const auto& [webAction, title] : std::initializer_list<Entry>{
              {QWebEnginePage::Cut, u"Klipp ut"_s},
              {QWebEnginePage::Copy, u"Kopiera"_s},

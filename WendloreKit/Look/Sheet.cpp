@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +18,7 @@ namespace {
 constexpr int margin = 20;
 constexpr int spacing = 14;
 constexpr int headingSize = 15;
+constexpr int fieldMargin = 6;
 
 } // namespace
 
@@ -40,6 +42,15 @@ Sheet::Sheet(const QString& title, QWidget* parent)
     stack->addWidget(heading);
     stack->addLayout(m_contents, 1);
     stack->addLayout(m_buttons);
+}
+
+QLineEdit* Sheet::makeField(const QString& placeholder)
+{
+    auto* field = new QLineEdit(this);
+    field->setPlaceholderText(placeholder);
+    field->setAccessibleName(placeholder);
+    field->setTextMargins(fieldMargin, 0, fieldMargin, 0);
+    return field;
 }
 
 QPushButton* Sheet::addButton(const QString& text)

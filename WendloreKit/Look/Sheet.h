@@ -3,6 +3,7 @@
 #include <QDialog>
 
 class QHBoxLayout;
+class QLineEdit;
 class QPushButton;
 class QVBoxLayout;
 
@@ -20,6 +21,8 @@ public:
 protected:
     /// Where the sheet's own contents go, between title and buttons.
     [[nodiscard]] QVBoxLayout& contents() { return *m_contents; }
+    /// A field to type into, named by what stands in it while it is empty.
+    [[nodiscard]] QLineEdit* makeField(const QString& placeholder);
     /// Adds a button at the end of the row.
     QPushButton* addButton(const QString& text);
     /// Adds "Avbryt", which closes the sheet without doing anything, as Escape does.

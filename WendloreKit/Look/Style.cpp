@@ -45,6 +45,13 @@ void drawPushButton(QPainter& painter, const QStyleOptionButton& button)
                                                                                   : colors.accent);
 }
 
+/// The text of a button that can be pressed, in active windows and in others.
+void setTextColor(QPalette& palette, const QColor& color)
+{
+    palette.setColor(QPalette::Active, QPalette::ButtonText, color);
+    palette.setColor(QPalette::Inactive, QPalette::ButtonText, color);
+}
+
 void drawLineEdit(QPainter& painter, const QStyleOption& edit)
 {
     const Colors& colors = Colors::of(edit.palette);
@@ -114,8 +121,7 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
         if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
             QStyleOptionButton label = *button;
             if (label.features.testFlag(QStyleOptionButton::DefaultButton))
-                label.palette.setColor(QPalette::Active, QPalette::ButtonText,
-                                       Colors::of(label.palette).onAccent);
+                setTextColor(label.palette, Colors::of(label.palette).onAccent);
             QProxyStyle::drawControl(element, &label, painter, widget);
         }
         return;

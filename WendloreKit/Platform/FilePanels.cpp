@@ -37,6 +37,15 @@ void addCloudLocations(QFileDialog& dialog)
                         -1);
 }
 
+/// One filter for all patterns, however the files' names are written.
+QString filterOf(const QStringList& patterns)
+{
+    QStringList spellings;
+    for (const QString& pattern : patterns)
+        spellings << pattern << pattern.toUpper();
+    return spellings.join(u' ');
+}
+
 /// Shows the dialog until the user has chosen; nothing when there is nothing of that kind at the chosen
 /// place.
 std::optional<FileURL> choose(QFileDialog& dialog, DiskEntry kind)
@@ -65,7 +74,7 @@ std::optional<FileURL> FilePanels::chooseFile(const QString& prompt, const QStri
 {
     QFileDialog dialog(QApplication::activeWindow());
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters(patterns);
+    dialog.setNameFilter(filterOf(patterns));
     setTexts(dialog, prompt, message);
     return choose(dialog, DiskEntry::File);
 }

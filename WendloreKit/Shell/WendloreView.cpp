@@ -4,7 +4,7 @@
 #include "Shell/SidebarView.h"
 #include "Shell/SidebarWidth.h"
 
-#include "Editor/EditorBar.h"
+#include "Editor/EditorView.h"
 #include "Previews/PreviewArea.h"
 #include "State/AppState.h"
 
@@ -62,15 +62,7 @@ QWidget* WendloreView::makeDetail()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     m_preview = new PreviewArea(*m_store, PreviewArea::Host::embedded, detail);
-    if (m_options.inlineFileToolbar) {
-        auto* bar = new EditorBar(*m_store, detail);
-        const auto showBar = [this, bar] {
-            bar->setVisible(m_preview->shown() == PreviewArea::Shown::editor);
-        };
-        connect(m_preview, &PreviewArea::shownChanged, bar, showBar);
-        showBar();
-        layout->addWidget(bar);
-    }
+    m_preview->editor().setInlineToolbar(m_options.inlineFileToolbar);
     layout->addWidget(m_preview, 1);
     return detail;
 }

@@ -7,46 +7,49 @@
 #include "Vault/FolderWalk.h"
 
 #include <algorithm>
+#include <span>
 
 namespace wendlore {
 
 namespace {
 
+using Entry = FolderListing::Entry;
+
 /// The name that a user sees in the tree.
-QByteArrayView displayName(const FolderEntry& entry)
+std::string_view displayName(const Entry& entry)
 {
-    return entry.isDirectory ? QByteArrayView(entry.name) : withoutExtension(entry.name);
+    const QByteArrayView name(entry.name.data(), qsizetype(entry.name.size()));
+    return entry.isDirectory ? entry.name : entry.name.substr(0, std::size_t(withoutExtension(name).size()));
 }
 
-void sortForDisplay(std::vector<FolderEntry>& entries, const NameOrder& order)
+FileNode nodeOf(const Entry& entry, const FileURL& folder)
 {
-    std::ranges::stable_sort(entries, [&](const FolderEntry& left, const FolderEntry& right) {
-        if (left.isDirectory != right.isDirectory)
-            return left.isDirectory;
-        return order.compare(displayName(left), displayName(right)) < 0;
-    });
+    FileNode node{folder.entry(entry.name, entry.isDirectory), entry.isDirectory, {}};
+    if (entry.isDirectory)
+        node.children.emplace();
+    return node;
 }
 
-std::vector<FileNode> nodesOf(const std::vector<FolderEntry>& entries, const FileURL& folder)
+/// Appends the nodes of `entries` in their order by display name.
+void appendSorted(std::vector<FileNode>& nodes, std::span<const Entry> entries, const FileURL& folder,
+                  const NameOrder& order)
 {
-    std::vector<FileNode> nodes;
-    nodes.reserve(entries.size());
-    for (const FolderEntry& entry : entries) {
-        FileNode& node = nodes.emplace_back(
-            FileNode{folder.appendingBytes(entry.name, entry.isDirectory), entry.isDirectory, {}});
-        if (entry.isDirectory)
-            node.children.emplace();
-    }
-    return nodes;
+    std::vector<std::string_view> names;
+    names.reserve(entries.size());
+    for (const Entry& entry : entries)
+        names.push_back(displayName(entry));
+    for (const std::uint32_t place : order.sorted(names))
+        nodes.push_back(nodeOf(entries[place], folder));
 }
 
-void appendNotes(const std::vector<FileNode>& nodes, std::vector<FileURL>& notes)
+/// Moves the notes out of `nodes` and of what lies below them.
+void takeNotes(std::vector<FileNode>& nodes, std::vector<FileURL>& notes)
 {
-    for (const FileNode& node : nodes) {
-        if (isNoteName(node.url.bytes()))
-            notes.push_back(node.url);
+    for (FileNode& node : nodes) {
+        if (!node.isDirectory || isNoteName(node.url.bytes()))
+            notes.push_back(std::move(node.url));
         if (node.children)
-            appendNotes(*node.children, notes);
+            takeNotes(*node.children, notes);
     }
 }
 
@@ -68,11 +71,16 @@ std::optional<FileURL> findPath(const QByteArray& path, const std::vector<FileNo
 std::vector<FileNode> buildTree(const FileURL& folder, const NameOrder& order)
 {
     return walkFolders(folder, [&order](const FileURL& location, FollowLink followLink) {
-        std::vector<FolderEntry> entries = visibleEntries(location, followLink);
-        for (FolderEntry& entry : entries)
-            entry.isDirectory = entry.isDirectory && !isPackageName(entry.name);
-        sortForDisplay(entries, order);
-        return nodesOf(entries, location);
+        const FolderListing listing(location, followLink);
+        std::vector<Entry> entries = listing.entries();
+        for (Entry& entry : entries)
+            entry.isDirectory = entry.isDirectory && !isPackageName(QByteArrayView(entry.name));
+        const auto files = std::ranges::stable_partition(entries, &Entry::isDirectory);
+        std::vector<FileNode> nodes;
+        nodes.reserve(entries.size());
+        appendSorted(nodes, {entries.begin(), files.begin()}, location, order);
+        appendSorted(nodes, files, location, order);
+        return nodes;
     });
 }
 
@@ -88,11 +96,18 @@ std::optional<FileURL> urlInTree(const QString& path, const std::vector<FileNode
 
 std::vector<FileURL> allMarkdownFiles(const FileURL& root)
 {
-    const std::vector<FileNode> tree = walkFolders(root, [](const FileURL& location, FollowLink followLink) {
-        return nodesOf(visibleEntries(location, followLink), location);
+    std::vector<FileNode> tree = walkFolders(root, [](const FileURL& location, FollowLink followLink) {
+        const FolderListing listing(location, followLink);
+        std::vector<FileNode> nodes;
+        nodes.reserve(listing.entries().size());
+        for (const Entry& entry : listing.entries()) {
+            if (entry.isDirectory || isNoteName(QByteArrayView(entry.name)))
+                nodes.push_back(nodeOf(entry, location));
+        }
+        return nodes;
     });
     std::vector<FileURL> notes;
-    appendNotes(tree, notes);
+    takeNotes(tree, notes);
     return notes;
 }
 

@@ -4,6 +4,8 @@
 
 #include <QList>
 
+#include <cstring>
+
 namespace wendlore {
 
 namespace {
@@ -74,6 +76,17 @@ FileURL FileURL::appendingBytes(const QByteArray& component, bool isDirectory) c
 {
     const bool joined = m_path.endsWith('/') || component.startsWith('/');
     return fromBytes(joined ? m_path + component : m_path + '/' + component, isDirectory);
+}
+
+FileURL FileURL::entry(std::string_view name, bool isDirectory) const
+{
+    const qsizetype folder = m_path.endsWith('/') ? m_path.size() - 1 : m_path.size();
+    QByteArray path(folder + 1 + static_cast<qsizetype>(name.size()), Qt::Uninitialized);
+    char* bytes = path.data();
+    std::memcpy(bytes, m_path.constData(), static_cast<std::size_t>(folder));
+    bytes[folder] = '/';
+    std::memcpy(bytes + folder + 1, name.data(), name.size());
+    return {std::move(path), isDirectory};
 }
 
 FileURL FileURL::standardized() const

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <compare>
+#include <string_view>
 
 namespace wendlore {
 
@@ -47,6 +48,8 @@ public:
     /// This location with `component` (which may hold "/") joined by one separator.
     [[nodiscard]] FileURL appending(const QString& component, bool isDirectory = false) const;
     [[nodiscard]] FileURL appendingBytes(const QByteArray& component, bool isDirectory) const;
+    /// What the folder at this location holds under `name`, which is a single name as a folder lists it.
+    [[nodiscard]] FileURL entry(std::string_view name, bool isDirectory) const;
     /// The same location with ".", ".." and repeated separators resolved in the text of the path (no disk
     /// access).
     [[nodiscard]] FileURL standardized() const;

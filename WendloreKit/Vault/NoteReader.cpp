@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace wendlore {
@@ -20,17 +21,21 @@ constexpr std::size_t keptCapacity = 4 * 1024 * 1024;
 /// Few enough to stay far from the limit of open files, many enough to keep a disk busy.
 constexpr std::size_t batchSize = 64;
 
-/// Opens a regular file, never waiting for anything else that bears its name; -1 when it cannot be read.
-int openRegular(int folder, const char* name)
+bool isRegular(int descriptor)
 {
-    const int descriptor = ::openat(folder, name, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (descriptor < 0)
-        return -1;
     struct stat status;
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode))
-        return descriptor;
-    ::close(descriptor);
-    return -1;
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// Reads at `offset`; without patience only what needs no wait for the disk (EAGAIN when that is nothing).
+ssize_t readAt(int descriptor, char* target, std::size_t size, std::size_t offset, int flags)
+{
+    for (;;) {
+        const iovec part{target, size};
+        const ssize_t taken = ::preadv2(descriptor, &part, 1, static_cast<off_t>(offset), flags);
+        if (taken >= 0 || errno != EINTR)
+            return taken;
+    }
 }
 
 } // namespace
@@ -54,48 +59,65 @@ void NoteReader::shrink()
         grow(usualCapacity, 0);
 }
 
-void NoteReader::readOne(int descriptor, std::size_t index, const Receive& receive)
+int NoteReader::openFile(int folder, const FolderListing::Entry& file) const
 {
+    // Never waits for anything that is no file, even if it has taken the file's place since the listing.
+    const int descriptor = ::openat(folder, file.name.data(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0 || file.isRegularFile || isRegular(descriptor))
+        return descriptor;
+    ::close(descriptor);
+    return -1;
+}
+
+/// False when reading has to wait for the disk and there is no patience for that.
+bool NoteReader::readOne(int descriptor, std::size_t index, Patience patience, const Receive& receive)
+{
+    const int flags = patience == Patience::none ? RWF_NOWAIT : 0;
     std::size_t size = 0;
     for (;;) {
-        if (size == m_capacity)
+        if (size == m_capacity) {
+            if (size == usualCapacity && !isRegular(descriptor))
+                return true; // a device that was put in the file's place need not end
             grow(m_capacity * 2, size);
-        const ssize_t taken = ::read(descriptor, m_buffer.get() + size, m_capacity - size);
-        if (taken < 0 && errno == EINTR)
-            continue;
+        }
+        const ssize_t taken = readAt(descriptor, m_buffer.get() + size, m_capacity - size, size, flags);
         if (taken < 0)
-            return;
+            return patience == Patience::full;
         if (taken == 0)
             break;
         size += static_cast<std::size_t>(taken);
     }
     std::memset(m_buffer.get() + size, 0, ByteScanner::padding);
     receive(index, {m_buffer.get(), size});
+    return true;
 }
 
-void NoteReader::read(const FileURL& folder, std::span<const QByteArray> names, const Receive& receive)
+void NoteReader::read(int folder, std::span<const FolderListing::Entry> files, const Receive& receive)
 {
-    if (names.empty())
-        return;
-    const int directory = ::open(folder.bytes().constData(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    if (directory < 0)
-        return;
-    for (std::size_t start = 0; start < names.size(); start += batchSize) {
-        const std::size_t count = std::min(batchSize, names.size() - start);
-        std::array<int, batchSize> descriptors;
-        for (std::size_t i = 0; i < count; ++i) {
-            descriptors[i] = openRegular(directory, names[start + i].constData());
-            if (descriptors[i] >= 0 && count > 1)
-                ::posix_fadvise(descriptors[i], 0, 0, POSIX_FADV_WILLNEED);
-        }
-        for (std::size_t i = 0; i < count; ++i) {
-            if (descriptors[i] < 0)
+    struct Waiting final
+    {
+        int descriptor;
+        std::size_t index;
+    };
+    std::array<Waiting, batchSize> waiting;
+    for (std::size_t start = 0; start < files.size(); start += batchSize) {
+        std::size_t count = 0;
+        for (std::size_t i = start; i < std::min(start + batchSize, files.size()); ++i) {
+            const int descriptor = openFile(folder, files[i]);
+            if (descriptor < 0)
                 continue;
-            readOne(descriptors[i], start + i, receive);
-            ::close(descriptors[i]);
+            if (readOne(descriptor, i, Patience::none, receive)) {
+                ::close(descriptor);
+            } else {
+                ::posix_fadvise(descriptor, 0, 0, POSIX_FADV_WILLNEED);
+                waiting[count++] = {descriptor, i};
+            }
+        }
+        for (const Waiting& file : std::span(waiting).first(count)) {
+            (void)readOne(file.descriptor, file.index, Patience::full, receive);
+            ::close(file.descriptor);
         }
     }
-    ::close(directory);
 }
 
 } // namespace wendlore

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vault/FileURL.h"
+#include "Vault/FolderListing.h"
 
 #include <functional>
 #include <memory>
@@ -9,9 +9,9 @@
 
 namespace wendlore {
 
-/// Reads the files of one folder after another into one buffer, as fast as the disk gives them: a batch is
-/// opened first, so that the disk can fetch it all at once. Only regular files are read; a file that vanishes
-/// or cannot be read is passed over.
+/// Reads the files of one folder after another into one buffer, as fast as the disk gives them: what the
+/// system remembers at once, and the rest of a batch after that, so that the disk can fetch it all meanwhile.
+/// Only regular files are read; a file that vanishes or cannot be read is passed over.
 class NoteReader final
 {
 public:
@@ -21,12 +21,16 @@ public:
 
     NoteReader();
 
-    void read(const FileURL& folder, std::span<const QByteArray> names, const Receive& receive);
+    /// Reads `files`, entries of the open folder `folder`, in any order.
+    void read(int folder, std::span<const FolderListing::Entry> files, const Receive& receive);
     /// Gives back the memory that an unusually large file needed.
     void shrink();
 
 private:
-    void readOne(int descriptor, std::size_t index, const Receive& receive);
+    enum class Patience { none, full };
+
+    [[nodiscard]] int openFile(int folder, const FolderListing::Entry& file) const;
+    [[nodiscard]] bool readOne(int descriptor, std::size_t index, Patience patience, const Receive& receive);
     void grow(std::size_t capacity, std::size_t kept);
 
     std::unique_ptr<char[]> m_buffer;

@@ -8,8 +8,7 @@
 #include "Vault/NoteReader.h"
 #include "Vault/SearchNeedle.h"
 #include "Vault/TextLines.h"
-
-#include <QUtf8StringView>
+#include "Vault/Utf8Text.h"
 
 #include <algorithm>
 #include <mutex>
@@ -18,58 +17,59 @@ namespace wendlore {
 
 namespace {
 
-std::string_view view(QByteArrayView bytes)
-{
-    return {bytes.data(), static_cast<std::size_t>(bytes.size())};
-}
+using Entry = FolderListing::Entry;
 
-bool isUtf8(std::string_view text)
-{
-    return QUtf8StringView(text.data(), static_cast<qsizetype>(text.size())).isValidUtf8();
-}
-
-/// The search through one folder: which of its notes match, and by which line.
+/// Searches the notes of folders; several threads at once.
 class FolderSearch final
 {
 public:
-    FolderSearch(const SearchNeedle& needle, const FileURL& folder)
+    explicit FolderSearch(const SearchNeedle& needle)
         : m_needle(needle)
-        , m_folder(folder)
     {}
 
-    void addNote(FolderEntry entry)
+    /// The notes in `folder` that match. `listing` is its listing.
+    [[nodiscard]] std::vector<SearchHit> hits(const FileURL& folder, const FolderListing& listing) const
     {
-        m_names.push_back(std::move(entry.name));
-        m_isDirectory.push_back(entry.isDirectory);
-    }
-
-    [[nodiscard]] std::vector<SearchHit> hits(NoteReader& reader)
-    {
-        std::vector<QString> snippets(m_names.size());
-        std::vector<bool> matches(m_names.size());
-        reader.read(m_folder, m_names, [&](std::size_t note, std::string_view text) {
+        thread_local NoteReader reader;
+        const std::vector<Entry> notes = notesOf(listing);
+        std::vector<std::optional<QString>> snippets(notes.size());
+        reader.read(listing.descriptor(), notes, [&](std::size_t note, std::string_view text) {
             const auto line = m_needle.firstLine(text);
             // Text is checked only where it matters; a file that is not UTF-8 counts as empty.
             if (!line || !isUtf8(text))
                 return;
-            matches[note] = true;
             const std::string_view snippet = snippetOf(text.substr(line->start, line->end - line->start));
-            snippets[note] = QString::fromUtf8(snippet.data(), static_cast<qsizetype>(snippet.size()));
+            snippets[note] = QString::fromUtf8(snippet.data(), qsizetype(snippet.size()));
         });
+        reader.shrink();
         std::vector<SearchHit> hits;
-        for (std::size_t note = 0; note < m_names.size(); ++note) {
-            if (matches[note] || m_needle.isIn(view(withoutExtension(m_names[note]))))
-                hits.push_back(
-                    {m_folder.appendingBytes(m_names[note], m_isDirectory[note]), std::move(snippets[note])});
+        for (std::size_t note = 0; note < notes.size(); ++note) {
+            if (snippets[note] || nameMatches(notes[note].name))
+                hits.push_back({folder.entry(notes[note].name, notes[note].isDirectory),
+                                std::move(snippets[note]).value_or(QString())});
         }
+        hits.shrink_to_fit(); // a hundred thousand of them wait for their order
         return hits;
     }
 
 private:
+    [[nodiscard]] static std::vector<Entry> notesOf(const FolderListing& listing)
+    {
+        std::vector<Entry> notes;
+        notes.reserve(listing.entries().size());
+        std::ranges::copy_if(listing.entries(), std::back_inserter(notes),
+                             [](const Entry& entry) { return isNoteName(QByteArrayView(entry.name)); });
+        return notes;
+    }
+
+    [[nodiscard]] bool nameMatches(std::string_view name) const
+    {
+        static_assert(FolderListing::padding >= ByteScanner::padding);
+        const auto length = std::size_t(withoutExtension(QByteArrayView(name)).size());
+        return m_needle.firstLine(name.substr(0, length)).has_value();
+    }
+
     const SearchNeedle& m_needle;
-    const FileURL& m_folder;
-    std::vector<QByteArray> m_names;
-    std::vector<bool> m_isDirectory; ///< folders can bear a note's name; their text counts as empty
 };
 
 /// The order in which a walk lists notes: a folder before its contents, names in one folder by their bytes.
@@ -81,24 +81,31 @@ bool isListedBefore(const FileURL& left, const FileURL& right)
         [](char byte) { return byte == '/' ? 0 : static_cast<unsigned char>(byte) + 1; });
 }
 
-QByteArrayView fileName(const FileURL& url)
+std::string_view fileName(const FileURL& url)
 {
-    return QByteArrayView(url.bytes()).sliced(url.bytes().lastIndexOf('/') + 1);
+    const std::string_view path(url.bytes().constData(), std::size_t(url.bytes().size()));
+    return path.substr(path.rfind('/') + 1);
 }
 
-void sortByName(std::vector<SearchHit>& hits, const NameOrder& order)
+/// The hits of all folders in the order of their file names.
+std::vector<SearchHit> sortedByName(std::vector<std::vector<SearchHit>> folders, const NameOrder& order)
 {
-    std::ranges::sort(hits, isListedBefore, &SearchHit::url);
-    std::vector<std::pair<QByteArray, std::size_t>> keys;
-    keys.reserve(hits.size());
-    for (std::size_t i = 0; i < hits.size(); ++i)
-        keys.emplace_back(order.sortKey(fileName(hits[i].url)), i);
-    std::ranges::sort(keys);
+    std::vector<SearchHit*> hits;
+    std::vector<std::string_view> names;
+    for (std::vector<SearchHit>& folder : folders) {
+        for (SearchHit& hit : folder) {
+            hits.push_back(&hit);
+            names.push_back(fileName(hit.url));
+        }
+    }
     std::vector<SearchHit> sorted;
     sorted.reserve(hits.size());
-    for (const auto& [key, i] : keys)
-        sorted.push_back(std::move(hits[i]));
-    hits = std::move(sorted);
+    const auto isBefore = [&](std::uint32_t left, std::uint32_t right) {
+        return isListedBefore(hits[left]->url, hits[right]->url);
+    };
+    for (const std::uint32_t place : order.sorted(names, isBefore))
+        sorted.push_back(std::move(*hits[place]));
+    return sorted;
 }
 
 } // namespace
@@ -107,28 +114,24 @@ std::vector<SearchHit> searchNotes(const FileURL& root, const QString& query, co
                                    FoldingRule rule)
 {
     const SearchNeedle needle(query.toStdString(), rule);
+    const FolderSearch search(needle);
     std::mutex mutex;
-    std::vector<SearchHit> hits;
+    std::vector<std::vector<SearchHit>> hits;
     const auto searchFolder = [&](const FileURL& folder, FollowLink followLink) {
-        thread_local NoteReader reader;
-        FolderSearch search(needle, folder);
+        const FolderListing listing(folder, followLink);
         std::vector<FileNode> subfolders;
-        for (FolderEntry& entry : visibleEntries(folder, followLink)) {
+        for (const Entry& entry : listing.entries()) {
             if (entry.isDirectory)
-                subfolders.push_back(
-                    {folder.appendingBytes(entry.name, true), true, std::vector<FileNode>()});
-            if (isNoteName(entry.name))
-                search.addNote(std::move(entry));
+                subfolders.push_back({folder.entry(entry.name, true), true, std::vector<FileNode>()});
         }
-        std::vector<SearchHit> found = search.hits(reader);
-        reader.shrink();
-        const std::lock_guard lock(mutex);
-        std::ranges::move(found, std::back_inserter(hits));
+        if (std::vector<SearchHit> found = search.hits(folder, listing); !found.empty()) {
+            const std::lock_guard lock(mutex);
+            hits.push_back(std::move(found));
+        }
         return subfolders;
     };
     (void)walkFolders(root, searchFolder);
-    sortByName(hits, order);
-    return hits;
+    return sortedByName(std::move(hits), order);
 }
 
 } // namespace wendlore

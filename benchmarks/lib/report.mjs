@@ -5,27 +5,31 @@ import { median } from './statistics.mjs';
  * @typedef {object} Case  One line of the table.
  * @property {string} name
  * @property {[contender: string, value: string]} ours  what is compared ...
- * @property {[contender: string, value: string]} base  ... with what
+ * @property {[contender: string, value: string]} [base]  ... with what
+ * @property {string} [baseName]  what the base is called in the table, if not by its contender's name
  * @property {number} [reach]  the ratio to stay within; without one the line is for information
+ * @property {number} [most]   the value itself to stay within, where there is no base
  * @property {string} [unit]   "ms" unless told
  */
 
 /** Medians, minima, ratio and verdict of every case. */
 export function rowsOf(cases, results) {
-  return cases.map(({ name, ours, base, reach = null, unit = 'ms' }) => {
-    const [mine, theirs] = [ours, base].map(([contender, value]) => seriesOf(results, contender, value));
-    const ratio = median(mine) / median(theirs);
+  return cases.map((wanted) => {
+    const { name, ours, base, reach = wanted.most ?? null, unit = 'ms' } = wanted;
+    const mine = seriesOf(results, ...ours);
+    const theirs = base ? seriesOf(results, ...base) : null;
+    const ratio = theirs && median(mine) / median(theirs);
     return {
       case: name,
       ours: median(mine),
-      base: median(theirs),
+      base: theirs && median(theirs),
       oursMinimum: Math.min(...mine),
-      baseMinimum: Math.min(...theirs),
-      baseName: base[0],
+      baseMinimum: theirs && Math.min(...theirs),
+      baseName: base ? (wanted.baseName ?? base[0]) : '-',
       unit,
       ratio,
       reach,
-      verdict: reach === null ? 'info' : ratio <= reach ? 'reached' : 'missed',
+      verdict: reach === null ? 'info' : (ratio ?? median(mine)) <= reach ? 'reached' : 'missed',
     };
   });
 }
@@ -39,12 +43,17 @@ function seriesOf(results, contender, value) {
 const columns = [
   ['case', (row) => row.case],
   ['ours', (row) => quantity(row.ours, row.unit)],
-  ['base', (row) => quantity(row.base, row.unit)],
-  ['ratio', (row) => row.ratio.toFixed(2)],
-  ['reach', (row) => (row.reach === null ? '-' : row.reach.toFixed(2))],
+  ['base', (row) => (row.base === null ? '-' : quantity(row.base, row.unit))],
+  ['ratio', (row) => row.ratio?.toFixed(2) ?? '-'],
+  ['reach', (row) => reachText(row)],
   ['verdict', (row) => row.verdict],
   ['base is', (row) => row.baseName],
 ];
+
+function reachText({ reach, base, unit }) {
+  if (reach === null) return '-';
+  return base === null ? quantity(reach, unit) : reach.toFixed(2);
+}
 
 function quantity(value, unit) {
   return `${value.toFixed(value < 10 ? 2 : value < 100 ? 1 : 0)} ${unit}`;

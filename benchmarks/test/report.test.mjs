@@ -22,6 +22,20 @@ test('the reach decides the verdict', () => {
   assert.equal(rowsOf([onCase(undefined)], results)[0].verdict, 'info');
 });
 
+test('a case without a base is held to a value of its own', () => {
+  const row = (most) => rowsOf([{ name: 'memory', ours: ['ours', 'key'], most, unit: 'MB' }], results)[0];
+
+  assert.equal(row(3).verdict, 'reached');
+  assert.equal(row(2.9).verdict, 'missed');
+  assert.match(formatTable([row(3)]), /\| memory \| 3\.00 MB \| +- \| +- \| 3\.00 MB \| reached \| - +\|/);
+});
+
+test('the table calls a base as the case does', () => {
+  const [row] = rowsOf([{ ...onCase(2), baseName: 'rg -i -l' }], results);
+
+  assert.equal(row.baseName, 'rg -i -l');
+});
+
 test('a value that was not measured is an error', () => {
   const unknown = { name: 'key', ours: ['ours', 'paint'], base: ['peer', 'key'] };
 

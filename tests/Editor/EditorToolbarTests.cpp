@@ -6,7 +6,9 @@
 #include "State/AppState.h"
 #include "Support/Window.h"
 
+#include <QDialog>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -61,12 +63,14 @@ private Q_SLOTS:
         Toolbar toolbar;
 
         QMap<int, QString> byPlace;
-        for (const FlatButton* button : toolbar.bar.findChildren<FlatButton*>())
-            byPlace.insert(button->x(), button->accessibleName());
+        for (const FlatButton* button : toolbar.bar.findChildren<FlatButton*>()) {
+            if (button->isVisible())
+                byPlace.insert(button->x(), button->accessibleName());
+        }
 
-        QCOMPARE(byPlace.values(),
-                 QStringList({u"Förminska text"_s, u"Förstora text"_s, u"Textstil: Brödtext"_s, u"Fet"_s,
-                              u"Kursiv"_s, u"Markera"_s, u"Format"_s, u"Lista"_s, u"Tabell"_s}));
+        QCOMPARE(byPlace.values(), QStringList({u"Förminska text"_s, u"Förstora text"_s,
+                                                u"Textstil: Brödtext"_s, u"Fet"_s, u"Kursiv"_s, u"Markera"_s,
+                                                u"Format"_s, u"Lista"_s, u"Infoga media"_s, u"Tabell"_s}));
     }
 
     void zoomGoesByTenths()
@@ -125,6 +129,67 @@ private Q_SLOTS:
         toolbar.services.page->post(u"selection"_s, QJsonObject{{u"heading"_s, 2}});
 
         QCOMPARE(buttonNamed<LabelButton>(toolbar.bar, u"Textstil: Rubrik 2"_s)->text(), u"Rubrik 2"_s);
+    }
+
+    void theTableMenuOfATableIsItsOwn()
+    {
+        Toolbar toolbar;
+        toolbar.services.page->post(u"selection"_s, QJsonObject{{u"inTable"_s, true}});
+
+        toolbar.choose(u"Tabell"_s, u"Växla rubrikrad"_s);
+
+        QVERIFY(toolbar.sent(u"window.VaultEditor.exec(\"toggleHeaderRow\")"_s));
+    }
+
+    void everyCommandGivesTheKeysBackToThePage()
+    {
+        Toolbar toolbar;
+        const QSignalSpy focused(&toolbar.state.editorController(), &WebEditorController::focused);
+
+        toolbar.choose(u"Lista"_s, u"Punktlista •"_s);
+
+        QCOMPARE(focused.count(), 1);
+        QCOMPARE(toolbar.services.page->scripts.last(), u"window.VaultEditor.focus()"_s);
+    }
+
+    void entriesThatAskOpenTheirDialogs_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("link") << u"Format"_s << u"Länk…"_s << u"Infoga länk"_s;
+        QTest::newRow("video") << u"Infoga media"_s << u"Video / embed"_s << u"Infoga video"_s;
+    }
+
+    void entriesThatAskOpenTheirDialogs()
+    {
+        QFETCH(const QString, button);
+        QFETCH(const QString, entry);
+        QFETCH(const QString, title);
+        Toolbar toolbar;
+
+        toolbar.choose(button, entry);
+
+        const auto* dialog = toolbar.bar.findChild<QDialog*>();
+        QVERIFY(dialog && dialog->isVisible());
+        QCOMPARE(dialog->windowTitle(), title);
+        QVERIFY(toolbar.services.page->scripts.isEmpty());
+    }
+
+    void whatFindsNoRoomStaysInReach()
+    {
+        Toolbar toolbar;
+        toolbar.bar.resize(200, toolbar.bar.height());
+
+        QVERIFY(!childNamed(toolbar.bar, u"Tabell"_s)->isVisible());
+        const auto* more = buttonNamed<IconButton>(toolbar.bar, u"Fler kommandon"_s);
+        QVERIFY(more->isVisible());
+        for (QAction* action : more->menu()->actions()) {
+            if (action->text() == u"Kursiv"_s)
+                action->trigger();
+        }
+
+        QVERIFY(toolbar.sent(u"window.VaultEditor.exec(\"italic\")"_s));
     }
 };
 

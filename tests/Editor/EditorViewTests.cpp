@@ -1,5 +1,6 @@
 #include "Editor/EditorView.h"
 
+#include "Editor/EditorBar.h"
 #include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
@@ -60,6 +61,7 @@ private Q_SLOTS:
     void leavingTheWindowWrites();
     void comingBackToTheWindowShowsWhatChanged();
     void aDarkPaletteMakesThePageDark();
+    void theToolbarStandsInsideWhereItIsAskedFor();
 };
 
 void EditorViewTests::aConflictIsToldOnce()
@@ -137,6 +139,20 @@ void EditorViewTests::aDarkPaletteMakesThePageDark()
     f.view.setPalette(dark);
 
     QCOMPARE(f.desktop.page->scripts.last(), u"window.VaultEditor.setTheme(\"dark\")"_s);
+}
+
+void EditorViewTests::theToolbarStandsInsideWhereItIsAskedFor()
+{
+    Fixture f;
+    QVERIFY(!f.view.findChild<EditorBar*>());
+
+    f.view.setInlineToolbar(true);
+    const auto* bar = f.view.findChild<EditorBar*>();
+    QVERIFY(bar && bar->isVisible());
+    QVERIFY(f.view.minimumSizeHint().width() <= 320);
+
+    f.view.setInlineToolbar(false);
+    QVERIFY(!f.view.findChild<EditorBar*>());
 }
 
 } // namespace wendlore

@@ -160,7 +160,7 @@ void WebEngineEditorViewTests::thePageOffersOneWayToTheHost()
     PageFixture f;
 
     QCOMPARE(f.value(u"Object.keys(window.webkit.messageHandlers).join()"_s).toString(),
-             u"ready,changed,selection,openLink"_s);
+             u"ready,changed,selection,openLink,noteNames,importImage"_s);
     QCOMPARE(f.value(u"Object.keys(window.__host).join()"_s).toString(), u"show,drain"_s);
 }
 

@@ -102,7 +102,7 @@ private Q_SLOTS:
 void SidebarWindowTests::aNoteIsFoundByItsTextAndOpened()
 {
     const Bucket bucket({{"Mapp/Djup/Möte.md", "vi ringer\n  Anna i morgon\n"}, {"Annat.md", "inget"}});
-    const Session session(bucket);
+    Session session(bucket);
 
     QTest::mouseClick(childNamed(session.sidebar(), u"Sök"_s), Qt::LeftButton);
     auto* field = session.sidebar().findChild<SearchField*>();
@@ -125,7 +125,7 @@ void SidebarWindowTests::aNoteIsFoundByItsTextAndOpened()
 void SidebarWindowTests::aNoteIsRenamedFromItsMenu()
 {
     const Bucket bucket({{"Plan.md", "plan\n"}});
-    const Session session(bucket);
+    Session session(bucket);
     session.state.setSelectedFile(bucket.file(u"Plan.md"_s));
 
     QVERIFY(session.chooseFromMenu(bucket.file(u"Plan.md"_s), u"Byt namn"_s));
@@ -141,7 +141,7 @@ void SidebarWindowTests::aNoteIsRenamedFromItsMenu()
 void SidebarWindowTests::aFolderGetsANoteAndGoesToTheTrash()
 {
     const Bucket bucket({{"Mapp/A.md", ""}});
-    const Session session(bucket);
+    Session session(bucket);
 
     QVERIFY(session.chooseFromMenu(bucket.folder(u"Mapp"_s), u"Ny not här"_s));
     QTRY_VERIFY_WITH_TIMEOUT(bucket.exists(u"Mapp/Ny not.md"_s), patience);
@@ -155,7 +155,7 @@ void SidebarWindowTests::aFolderGetsANoteAndGoesToTheTrash()
 void SidebarWindowTests::aNoteIsDraggedIntoAClosedFolderThatOpens()
 {
     const Bucket bucket({{"Arbete/Djup/Index.md", ""}, {"Plan.md", "plan"}});
-    const Session session(bucket);
+    Session session(bucket);
     const auto data = session.tree().dragData(session.row(bucket.file(u"Plan.md"_s)));
 
     session.hoverOver(*data, bucket.folder(u"Arbete"_s));

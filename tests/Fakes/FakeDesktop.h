@@ -59,10 +59,14 @@ public:
     {
         shown.append(prompt + QLatin1Char('|') + message + QLatin1Char('|') +
                      patterns.join(QLatin1Char(' ')));
+        if (whileShown)
+            whileShown();
         return answer;
     }
 
     std::optional<FileURL> answer;
+    /// What happens while a file panel is open.
+    std::function<void()> whileShown;
     QStringList shown;
 };
 

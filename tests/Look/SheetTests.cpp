@@ -19,7 +19,7 @@ class Question final : public Sheet
 public:
     explicit Question(QWidget* parent)
         : Sheet(u"Fråga"_s, parent)
-        , field(new QLineEdit(this))
+        , field(makeField(u"Svar"_s))
         , cancel(addCancelButton())
         , save(addButton(u"Spara"_s))
     {
@@ -66,6 +66,28 @@ private Q_SLOTS:
         QTest::keyClick(sheet->field, Qt::Key_Escape);
 
         QTRY_VERIFY(!sheet);
+    }
+
+    void enterPressesTheButtonThatHasTheFocus()
+    {
+        QWidget window;
+        const QPointer sheet = new Question(&window);
+        sheet->open();
+        const QSignalSpy saves(sheet->save, &QPushButton::clicked);
+        sheet->cancel->setFocus();
+
+        QTest::keyClick(sheet->cancel, Qt::Key_Return);
+
+        QCOMPARE(saves.count(), 0);
+        QTRY_VERIFY(!sheet);
+    }
+
+    void aFieldIsNamedByWhatItAsksFor()
+    {
+        const Question sheet(nullptr);
+
+        QCOMPARE(sheet.field->accessibleName(), u"Svar"_s);
+        QCOMPARE(sheet.field->placeholderText(), u"Svar"_s);
     }
 };
 

@@ -118,9 +118,9 @@ void FilePanelsTests::filePanelOffersFilesOfItsKind()
         dialog.reject();
     });
 
-    QVERIFY(!FilePanels().chooseFile(u"Importera"_s, u"Välj en wendlore-theme.json"_s, {u"*.json"_s}));
+    QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en bild"_s, {u"*.png"_s, u"*.jpg"_s}));
 
-    QCOMPARE(filters, QStringList{u"*.json"_s});
+    QCOMPARE(filters, QStringList{u"*.png *.PNG *.jpg *.JPG"_s});
     QVERIFY(isForFiles);
 }
 

@@ -1,8 +1,11 @@
 // Writes pictures of the main window to a folder: what a person sees first, in the colours asked for. The
 // scale is the toolkit's own (QT_SCALE_FACTOR).
 
+#include "Editor/EditorToolbar.h"
+#include "Editor/LinkDialog.h"
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
+#include "Look/FlatButton.h"
 #include "State/AppState.h"
 #include "Support/EngineTest.h"
 #include "Support/RealDesktop.h"
@@ -64,6 +67,36 @@ void waitForNote(AppState& state)
     QTest::qWait(300); // the engine paints after the page has settled, and tells nobody
 }
 
+void takeMenu(QMenu& menu, const Photographer& photographer, const QString& name)
+{
+    menu.popup({0, 0});
+    photographer.take(menu, name);
+    menu.hide();
+}
+
+/// The menus of the editor's toolbar, and what their entries ask.
+void photographCommands(MainWindow& window, const Photographer& photographer)
+{
+    const auto& toolbar = *window.findChild<EditorToolbar*>();
+    for (const QString& name : {u"Format"_s, u"Lista"_s, u"Infoga media"_s, u"Tabell"_s}) {
+        QMenu& menu = *buttonNamed<FlatButton>(toolbar, name)->menu();
+        takeMenu(menu, photographer, u"commands-%1"_s.arg(name.toLower().replace(u' ', u'-')));
+        for (QAction* entry : menu.actions()) {
+            if (entry->text() == u"Länk…"_s || entry->text() == u"Video / embed"_s)
+                entry->trigger();
+        }
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            continue;
+        photographer.take(*dialog, u"dialog-%1"_s.arg(dialog->windowTitle().section(u' ', -1)));
+        if (auto* link = qobject_cast<LinkDialog*>(dialog)) {
+            link->setMode(LinkDialog::Mode::url);
+            photographer.take(*link, u"dialog-länk-url"_s);
+        }
+        dialog->reject();
+    }
+}
+
 void photograph(const FileURL& bucket, const Photographer& photographer)
 {
     RealDesktop desktop;
@@ -77,15 +110,17 @@ void photograph(const FileURL& bucket, const Photographer& photographer)
     state.setSelectedFile(bucket.appending(u"Arbete/Möte om budget.md"_s));
     waitForNote(state);
     photographer.take(window, u"main"_s);
+    photographCommands(window, photographer);
+    window.resize(window.minimumSizeHint().expandedTo({640, 500}));
+    photographer.take(window, u"narrow"_s);
+    window.resize(windowSize);
 
     state.setSelectedFile(bucket.appending(u"Arbete/Budget 2025.csv"_s));
     photographer.take(window, u"card"_s);
     for (auto* menu : window.menuBar()->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly)) {
         if (menu->title().isEmpty())
             continue; // where entries go that find no room
-        menu->popup({0, 0});
-        photographer.take(*menu, u"menu-%1"_s.arg(menu->title().remove(u'&').toLower()));
-        menu->hide();
+        takeMenu(*menu, photographer, u"menu-%1"_s.arg(menu->title().remove(u'&').toLower()));
     }
 }
 

@@ -176,7 +176,8 @@ private Q_SLOTS:
         showAt(sidebar, {240, 400});
 
         const QPoint place = sidebar.tree().visualRect(sidebar.tree().model()->index(0, 0)).center();
-        QContextMenuEvent event(QContextMenuEvent::Mouse, place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
+                                sidebar.tree().viewport()->mapToGlobal(place));
         QApplication::sendEvent(sidebar.tree().viewport(), &event);
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         QVERIFY(menu);

@@ -1,10 +1,47 @@
 #include "Vault/Collation.h"
 
+#include <QRandomGenerator>
 #include <QScopeGuard>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace wendlore;
+
+namespace {
+
+/// `names` in the order that sorting gives them.
+QStringList sorted(const NameOrder& order, const QStringList& names)
+{
+    std::vector<QByteArray> bytes;
+    for (const QString& name : names)
+        bytes.push_back(name.toUtf8());
+    std::vector<std::string_view> views;
+    for (const QByteArray& name : bytes)
+        views.emplace_back(name.constData(), std::size_t(name.size()));
+    QStringList sorted;
+    for (const std::uint32_t place : order.sorted(views))
+        sorted.append(names[qsizetype(place)]);
+    return sorted;
+}
+
+/// A name as people and machines give them: short, often nearly equal to another.
+QString randomName(QRandomGenerator& random)
+{
+    static const QStringList parts =
+        u"a A b e é E o ö Ö å Å ä aa ch Ch h ll l· lj dz ß ss æ Æ ø ð Ð þ ÿ ñ n ü ç µ ² ½ ª ¤ « - _ . , ( ' "
+        u"! 0 1 2 "
+        u"9 10 007 00 123456 ij o\u0308 a\u030a e\u0301\u0323 \u0301 – ’ я 漢 \u00ad \u00a0 \u0001 🙂"_s
+            .split(u' ')
+        << u" "_s << u"x"_s.repeated(3) << u"9"_s.repeated(260);
+    QString name;
+    for (auto left = random.bounded(1, 6); left > 0; --left)
+        name += parts[random.bounded(int(parts.size()))];
+    return name;
+}
+
+} // namespace
 
 class CollationTests final : public QObject
 {
@@ -16,6 +53,9 @@ private Q_SLOTS:
     void localeWithoutLanguageDoesNotSortCapitalsFirst_data();
     void localeWithoutLanguageDoesNotSortCapitalsFirst();
     void bytesThatAreNotUtf8AreOrderedConsistently();
+    void sortingAgreesWithComparing_data();
+    void sortingAgreesWithComparing();
+    void equalNamesAreSortedAsToldOrStay();
     void localeComesFromTheEnvironment();
 };
 
@@ -61,8 +101,10 @@ void CollationTests::comparesAsAFileBrowserDoes()
 
     QVERIFY(compared == (order <=> 0));
     QVERIFY(reversed == (0 <=> order));
-    const int byKey = names.sortKey(left.toUtf8()).compare(names.sortKey(right.toUtf8()));
-    QVERIFY((byKey <=> 0) == (order <=> 0));
+    QCOMPARE(sorted(names, {left, right}),
+             order <= 0 ? QStringList({left, right}) : QStringList({right, left}));
+    QCOMPARE(sorted(names, {right, left}),
+             order < 0 ? QStringList({left, right}) : QStringList({right, left}));
 }
 
 void CollationTests::localeWithoutLanguageDoesNotSortCapitalsFirst_data()
@@ -92,6 +134,44 @@ void CollationTests::bytesThatAreNotUtf8AreOrderedConsistently()
         QVERIFY((names.compare(odd, "m") < 0) == (names.compare("m", odd) > 0));
         QVERIFY(names.compare("1", odd + "x") != 0);
     }
+}
+
+void CollationTests::sortingAgreesWithComparing_data()
+{
+    QTest::addColumn<QByteArray>("locale");
+
+    for (const char* locale :
+         {"", "sv_SE", "en_US", "da_DK", "nb_NO", "de_DE@collation=phonebook", "fr_CA", "ca_ES", "hr_HR",
+          "sk_SK", "lt_LT", "es_ES@collation=traditional", "th_TH", "el_GR", "ja_JP", "tr_TR"})
+        QTest::newRow(*locale == 0 ? "none" : locale) << QByteArray(locale);
+}
+
+void CollationTests::sortingAgreesWithComparing()
+{
+    QFETCH(const QByteArray, locale);
+    const NameOrder order(locale);
+    QRandomGenerator random(4711);
+
+    for (int round = 0; round < 20; ++round) {
+        QStringList names;
+        for (int i = 0; i < 200; ++i)
+            names.append(randomName(random));
+
+        QStringList compared = names;
+        std::ranges::stable_sort(compared, [&order](const QString& left, const QString& right) {
+            return order.compare(left.toUtf8(), right.toUtf8()) < 0;
+        });
+        QCOMPARE(sorted(order, names), compared);
+    }
+}
+
+void CollationTests::equalNamesAreSortedAsToldOrStay()
+{
+    const NameOrder order("sv_SE");
+    const std::vector<std::string_view> names{"b", "Plan", "PLAN", "plan", "a\xCC\x8A", "å"};
+
+    QCOMPARE(order.sorted(names), (std::vector<std::uint32_t>{0, 1, 2, 3, 4, 5}));
+    QCOMPARE(order.sorted(names, std::greater<>()), (std::vector<std::uint32_t>{0, 3, 2, 1, 5, 4}));
 }
 
 void CollationTests::localeComesFromTheEnvironment()

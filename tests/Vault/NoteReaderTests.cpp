@@ -7,21 +7,29 @@
 #include <QMap>
 #include <QTest>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace wendlore;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What was read, by the file's place in the list.
-QMap<int, QByteArray> read(NoteReader& reader, const Bucket& bucket, const std::vector<QByteArray>& names)
+/// What was read of the bucket's entries, by their names.
+QMap<QByteArray, QByteArray> read(NoteReader& reader, const FolderListing& listing)
 {
-    QMap<int, QByteArray> texts;
-    reader.read(bucket.root(), names, [&](std::size_t index, std::string_view bytes) {
-        texts[int(index)] = QByteArray(bytes.data(), qsizetype(bytes.size()));
+    QMap<QByteArray, QByteArray> texts;
+    reader.read(listing.descriptor(), listing.entries(), [&](std::size_t index, std::string_view bytes) {
+        texts[QByteArray(listing.entries()[index].name.data())] =
+            QByteArray(bytes.data(), qsizetype(bytes.size()));
     });
     return texts;
+}
+
+QMap<QByteArray, QByteArray> read(NoteReader& reader, const Bucket& bucket)
+{
+    return read(reader, FolderListing(bucket.root(), FollowLink::No));
 }
 
 } // namespace
@@ -33,6 +41,8 @@ class NoteReaderTests final : public QObject
 private Q_SLOTS:
     void readsEveryFileOfAList();
     void passesOverWhatIsNoFile();
+    void passesOverWhatHasTakenAFilesPlace();
+    void filesThatTheSystemHasForgottenAreReadFromTheDisk();
     void bytesBehindTheTextAreReadable();
     void aLargeFileBetweenSmallOnesIsReadWhole();
 };
@@ -40,38 +50,77 @@ private Q_SLOTS:
 void NoteReaderTests::readsEveryFileOfAList()
 {
     const Bucket bucket;
-    std::vector<QByteArray> names;
-    for (int i = 0; i < 200; ++i) {
-        names.push_back(QByteArray::number(i));
+    for (int i = 0; i < 200; ++i)
         bucket.write(QString::number(i), QByteArray::number(i * i));
-    }
     NoteReader reader;
 
-    const auto texts = read(reader, bucket, names);
+    const auto texts = read(reader, bucket);
 
     QCOMPARE(texts.size(), 200);
     for (int i = 0; i < 200; ++i)
-        QCOMPARE(texts[i], QByteArray::number(i * i));
+        QCOMPARE(texts[QByteArray::number(i)], QByteArray::number(i * i));
 }
 
 void NoteReaderTests::passesOverWhatIsNoFile()
 {
-    const Bucket bucket({{"A", "a"}, {"mapp/", ""}, {"tom", ""}});
+    const Bucket bucket({{"A", "a"}, {"mapp/", ""}, {"tom", ""}, {"borta", "b"}});
     QCOMPARE(::mkfifo(bucket.file(u"rör"_s).bytes().constData(), 0600), 0);
+    const FolderListing listing(bucket.root(), FollowLink::No);
+    bucket.remove(u"borta"_s);
     NoteReader reader;
 
-    const auto texts = read(reader, bucket, {"mapp", "borta", "rör", "A", "tom"});
+    const auto texts = read(reader, listing);
 
-    QCOMPARE(texts, (QMap<int, QByteArray>{{3, "a"}, {4, ""}}));
+    QCOMPARE(texts, (QMap<QByteArray, QByteArray>{{"A", "a"}, {"tom", ""}}));
+}
+
+void NoteReaderTests::passesOverWhatHasTakenAFilesPlace()
+{
+    const Bucket bucket({{"A", "a"}, {"B", "b"}, {"C", "c"}, {"D", "d"}});
+    const FolderListing listing(bucket.root(), FollowLink::No);
+    const auto replace = [&](const QString& name, const QByteArray& target) {
+        bucket.remove(name);
+        return ::symlink(target.constData(), bucket.file(name).bytes().constData()) == 0;
+    };
+    QVERIFY(replace(u"B"_s, "/dev/zero"));
+    QVERIFY(replace(u"C"_s, "/"));
+    bucket.remove(u"D"_s);
+    QCOMPARE(::mkfifo(bucket.file(u"D"_s).bytes().constData(), 0600), 0);
+    NoteReader reader;
+
+    const auto texts = read(reader, listing);
+
+    QCOMPARE(texts.value("A"), QByteArray("a"));
+    QVERIFY(!texts.contains("B") && !texts.contains("C"));
+    QVERIFY(texts.value("D").isEmpty());
+}
+
+void NoteReaderTests::filesThatTheSystemHasForgottenAreReadFromTheDisk()
+{
+    const Bucket bucket;
+    for (int i = 0; i < 100; ++i) {
+        bucket.write(QString::number(i), QByteArray(10'000, 'x') + QByteArray::number(i));
+        const int file = ::open(bucket.file(QString::number(i)).bytes().constData(), O_RDONLY);
+        QCOMPARE(::fsync(file), 0);
+        QCOMPARE(::posix_fadvise(file, 0, i % 3 == 0 ? 4096 : 0, POSIX_FADV_DONTNEED), 0);
+        ::close(file);
+    }
+    NoteReader reader;
+
+    const auto texts = read(reader, bucket);
+
+    QCOMPARE(texts.size(), 100);
+    for (int i = 0; i < 100; ++i)
+        QCOMPARE(texts[QByteArray::number(i)], QByteArray(10'000, 'x') + QByteArray::number(i));
 }
 
 void NoteReaderTests::bytesBehindTheTextAreReadable()
 {
     const Bucket bucket({{"A", "lång text"}, {"B", "b"}});
-    const std::vector<QByteArray> names{"A", "B"};
+    const FolderListing listing(bucket.root(), FollowLink::No);
     NoteReader reader;
 
-    reader.read(bucket.root(), names, [](std::size_t, std::string_view bytes) {
+    reader.read(listing.descriptor(), listing.entries(), [](std::size_t, std::string_view bytes) {
         for (std::size_t behind = 0; behind < ByteScanner::padding; ++behind)
             QCOMPARE(*(bytes.data() + bytes.size() + behind), '\0');
     });
@@ -84,11 +133,11 @@ void NoteReaderTests::aLargeFileBetweenSmallOnesIsReadWhole()
     bucket.write(u"B"_s, large);
     NoteReader reader;
 
-    const auto texts = read(reader, bucket, {"A", "B", "C"});
+    const auto texts = read(reader, bucket);
     reader.shrink();
-    const auto again = read(reader, bucket, {"A", "B", "C"});
+    const auto again = read(reader, bucket);
 
-    QCOMPARE(texts, (QMap<int, QByteArray>{{0, "a"}, {1, large}, {2, "c"}}));
+    QCOMPARE(texts, (QMap<QByteArray, QByteArray>{{"A", "a"}, {"B", large}, {"C", "c"}}));
     QCOMPARE(again, texts);
 }
 

@@ -45,18 +45,31 @@ export function insertWikilink(name: string): Command {
   return (state, dispatch) => {
     const target = name.trim();
     if (target === '') return false;
-    // The name's own brackets and bars would end the link early; such a note gets an ordinary link.
-    if (/[[\]|\n]/.test(target)) return insertLink(encodeURI(target))(state, dispatch);
+    if (needsLink(target)) return insertLink(encodeURI(target))(state, dispatch);
     const { from, to } = state.selection;
     const seen = state.doc.textBetween(from, to, ' ');
     const alias = seen === '' || seen === target || /[[\]|\n]/.test(seen) ? null : seen;
-    return insertInline(state, dispatch, schema.nodes.wikilink.create({ target, alias }));
+    return insertInline(state, dispatch, noteLink(target, alias, false));
   };
+}
+
+/** The name's own brackets and bars would end a wiki link early; such a note gets an ordinary link. */
+const needsLink = (name: string): boolean => /[[\]|\n]/.test(name);
+
+/** What links to the note `name`, or shows it where `isEmbed` says so. */
+export function noteLink(name: string, alias: string | null, isEmbed: boolean): Node {
+  if (needsLink(name)) return schema.text(alias ?? name, [schema.marks.link.create({ href: encodeURI(name) })]);
+  return schema.nodes[isEmbed ? 'embed' : 'wikilink'].create({ target: name, alias });
+}
+
+/** What shows the picture at `path` of the bucket. */
+export function imageNode(path: string): Node {
+  return schema.nodes.image.create(imageAttrs(path));
 }
 
 /** The picture at `path` of the bucket, at the caret. */
 export function insertImage(path: string): Command {
-  return (state, dispatch) => path !== '' && insertInline(state, dispatch, schema.nodes.image.create(imageAttrs(path)));
+  return (state, dispatch) => path !== '' && insertInline(state, dispatch, imageNode(path));
 }
 
 /** The video at `address` on a line of its own; an address of something else becomes a link. */
@@ -64,7 +77,7 @@ export function insertVideo(address: string): Command {
   return (state, dispatch) => {
     const src = address.trim();
     if (videoId(src) === null) return insertLink(src)(state, dispatch);
-    const picture = schema.nodes.image.create(imageAttrs(src));
+    const picture = imageNode(src);
     const { paragraph } = schema.nodes;
     return insertBlocks(state, dispatch, [paragraph.create(null, picture), paragraph.create()], true);
   };

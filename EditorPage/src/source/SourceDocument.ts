@@ -91,6 +91,11 @@ export class SourceDocument {
     return this.note.text;
   }
 
+  /** The top-level blocks with their bytes, as far as they were read. */
+  get blocks(): readonly Entry[] {
+    return this.note.entries;
+  }
+
   /** The pieces that the text is the sum of: the mark, then gap and bytes of each block in turn, then the tail. */
   get pieces(): readonly string[] {
     const { mark, entries, tail } = this.note;

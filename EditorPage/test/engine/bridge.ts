@@ -140,6 +140,13 @@ export const bridgeTests: Test[] = [
     await turn();
     expectEqual(surface().querySelectorAll('.katex').length, 2, 'formulas');
   }],
+  ['code is coloured by its language, and only in how it looks', async (recorder) => {
+    open('```js\nconst x = 1;\n```\n\n```mermaid\nconst\n```\n\nslut\n');
+    await import(new URL('lowlight.js', document.baseURI).href);
+    for (let round = 0; round < 200 && !surface().querySelector('.hljs-keyword'); round++) await new Promise((resolve) => requestAnimationFrame(resolve));
+    expectEqual([...surface().querySelectorAll('.hljs-keyword')].map((word) => word.textContent), ['const'], 'keywords');
+    expectEqual(recorder.of('changed').length, 0, 'changes');
+  }],
   ['the source of a formula is taken letter by letter', async (recorder) => {
     open('a $x$ b\n');
     await settle(recorder);

@@ -19,7 +19,7 @@ export class Recorder {
   /** Takes the host's place. */
   install(): void {
     const handler = (name: string) => ({ postMessage: (body: unknown) => void this.messages.push({ name, body }) });
-    const names = ['ready', 'changed', 'selection', 'openLink'];
+    const names = ['ready', 'changed', 'selection', 'openLink', 'noteNames', 'importImage'];
     window.webkit = { messageHandlers: Object.fromEntries(names.map((name) => [name, handler(name)])) };
   }
 

@@ -16,11 +16,14 @@
  */
 import { bridgeTests } from './bridge';
 import { clipboardTests } from './clipboard';
+import { completionTests } from './completion';
 import { commandTests } from './commands';
 import { fidelityTests, type Sample } from './fidelity';
 import { Recorder, type Result } from './harness';
+import { findTests } from './find';
 import { roomBelowTests } from './roomBelow';
 import { safetyTests } from './safety';
+import { sourceViewTests } from './sourceView';
 
 type Test = readonly [name: string, run: (recorder: Recorder) => Promise<string | void>];
 
@@ -28,7 +31,7 @@ async function run(samples: readonly Sample[] = []): Promise<Result[]> {
   const recorder = new Recorder();
   recorder.install();
   const results: Result[] = [];
-  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
+  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...completionTests, ...findTests, ...sourceViewTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
   try {
     for (const [name, test] of tests) results.push(await runOne(name, test, recorder));
   } finally {

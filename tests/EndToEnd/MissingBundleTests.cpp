@@ -1,0 +1,66 @@
+#include "Fakes/Bucket.h"
+
+#include <QProcess>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace wendlore;
+
+/// The built program, moved away from the files that are shipped with it.
+class MissingBundleTests final : public QObject
+{
+    Q_OBJECT
+
+private:
+    /// A place that holds the program alone, and a home for it.
+    Bucket m_place{{"home/", ""}};
+
+    [[nodiscard]] QString program() const { return m_place.root().path() + u"/wendlores"_s; }
+
+    void start(QProcess& process) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString& name : {u"HOME"_s, u"XDG_CONFIG_HOME"_s, u"XDG_STATE_HOME"_s, u"XDG_DATA_HOME"_s})
+            environment.insert(name, m_place.folder(u"home/"_s).path());
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        environment.insert(u"QTWEBENGINE_DISABLE_SANDBOX"_s, u"1"_s);
+        process.setProcessEnvironment(environment);
+        process.start(program(), QStringList());
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(QFile::copy(qEnvironmentVariable("WENDLORE_BIN_DIR") + u"/wendlores"_s, program()));
+    }
+
+    void withoutItsBundleTheProgramStopsAndSaysWhy()
+    {
+        QProcess process;
+        start(process);
+        QVERIFY(process.waitForFinished(60000));
+
+        const QString said = QString::fromUtf8(process.readAllStandardError());
+        QVERIFY2(said.contains(u"unable to find bundle named WendloreKit_WendloreKit\n"_s), qPrintable(said));
+        QVERIFY(process.exitStatus() == QProcess::CrashExit || process.exitCode() != 0);
+    }
+
+    void withItsBundleItStarts()
+    {
+        const QString bundle = m_place.root().path() + u"/WendloreKit_WendloreKit.bundle"_s;
+        QVERIFY(QFile::link(qEnvironmentVariable("WENDLORE_BIN_DIR") + u"/WendloreKit_WendloreKit.bundle"_s,
+                            bundle));
+        QProcess process;
+        start(process);
+        // The settings of the first start are there once the window is.
+        QTRY_VERIFY_WITH_TIMEOUT(
+            QFile::exists(m_place.folder(u"home/"_s).path() + u"/wendlores/settings.json"_s), 60000);
+
+        process.terminate();
+        QVERIFY(process.waitForFinished(60000));
+        QVERIFY(!process.readAllStandardError().contains("unable to find bundle"));
+    }
+};
+
+QTEST_GUILESS_MAIN(MissingBundleTests)
+#include "MissingBundleTests.moc"
