@@ -7,23 +7,13 @@
 #include "Editor/WebEngineEditorView.h"
 #include "Look/Fonts.h"
 #include "Look/Style.h"
-#include "Platform/CoordinatedReader.h"
+#include "Platform/Desktop.h"
 #include "Platform/DesktopAppearance.h"
-#include "Platform/DesktopWorkspace.h"
-#include "Platform/FilePanels.h"
-#include "Platform/FreedesktopTrash.h"
-#include "Platform/PathBookmarks.h"
-#include "Platform/QtScheduler.h"
 #include "Platform/QuitSignals.h"
-#include "Platform/SettingsFile.h"
-#include "Platform/StandardPaths.h"
-#include "Platform/SyncedFolderStore.h"
 #include "Previews/QuickLookWebView.h"
 #include "Shell/Appearance.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
-#include "Vault/AtomicFile.h"
-#include "Vault/RecoveredTexts.h"
 
 #include <QApplication>
 #include <QDir>
@@ -71,32 +61,6 @@ const QString rootNotice =
     u"wendlores: webbmotorns sandlåda går inte att använda som root. Starta som vanlig användare,\n"
     "eller, i en behållare som redan skyddar dig: QTWEBENGINE_DISABLE_SANDBOX=1 wendlores\n"_s;
 
-/// The desktop that this program really runs on.
-struct Desktop final
-{
-    SettingsFile defaults{StandardPaths::configDirectory().appending(u"settings.json"_s)};
-    SyncedFolderStore cloud{
-        SyncedFolderStore::chosenFolder(defaults, StandardPaths::dataDirectory().appending(u"cloud"_s, true)),
-        SyncedFolderStore::thisDevice(StandardPaths::configDirectory()),
-        StandardPaths::stateDirectory().appending(u"cloud.lock"_s)};
-    PathBookmarks bookmarks;
-    CoordinatedReader coordinator;
-    DesktopWorkspace workspace;
-    FilePanels panels;
-    QtScheduler scheduler;
-    RecoveredTexts recovered{StandardPaths::stateDirectory().appending(u"recovered"_s, true)};
-    FreedesktopTrash trash;
-
-    Services services()
-    {
-        return {defaults,  cloud,
-                bookmarks, coordinator,
-                workspace, panels,
-                scheduler, recovered,
-                trash,     [] { return std::make_unique<WebEngineEditorView>(); }};
-    }
-};
-
 int run(QApplication& application, const CommandLine& commandLine)
 {
     auto* style = new Style; // the application owns it
@@ -107,14 +71,12 @@ int run(QApplication& application, const CommandLine& commandLine)
     QCoreApplication::installTranslator(&texts);
 
     Desktop desktop;
-    AtomicFile::setBackupDirectory(StandardPaths::stateDirectory().appending(u"interrupted"_s, true));
-    AtomicFile::settleInterruptedWrites(desktop.recovered);
     static_cast<void>(resourceBundle());
 
     // The first state makes the web view, so the engine starts while the tree is being read.
     AppState state(desktop.services());
     Appearance appearance(state, desktopAppearance, *style);
-    if (!desktop.defaults.string(u"theme"_s))
+    if (!desktop.defaults().string(u"theme"_s))
         state.setTheme(AppTheme::light); // until the user chooses
     if (commandLine.location)
         openLocation(state, *commandLine.location);

@@ -4,12 +4,13 @@
  */
 export function keepRoomBelow(root: HTMLElement): void {
   const measure = (): void => {
-    const note = root.firstElementChild;
-    if (!(note instanceof HTMLElement)) return;
+    const note = root.querySelector<HTMLElement>('.ProseMirror');
+    if (note === null) return;
     const style = getComputedStyle(note);
     // Without the room, the margin below is the one above.
     const height = note.offsetHeight - parseFloat(style.paddingBottom) + parseFloat(style.paddingTop);
     root.toggleAttribute('data-long', height > window.innerHeight + 1);
   };
-  new ResizeObserver(measure).observe(root);
+  // Room that came or went at once would be seen as a change that nobody may see any more in this frame.
+  new ResizeObserver(() => requestAnimationFrame(measure)).observe(root);
 }

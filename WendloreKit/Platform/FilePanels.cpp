@@ -43,7 +43,7 @@ QString filterOf(const QStringList& patterns)
     QStringList spellings;
     for (const QString& pattern : patterns)
         spellings << pattern << pattern.toUpper();
-    return spellings.join(u' ');
+    return u"Passande filer (%1)"_s.arg(spellings.join(u' '));
 }
 
 /// Shows the dialog until the user has chosen; nothing when there is nothing of that kind at the chosen
@@ -75,6 +75,7 @@ std::optional<FileURL> FilePanels::chooseFile(const QString& prompt, const QStri
     QFileDialog dialog(QApplication::activeWindow());
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilter(filterOf(patterns));
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
     setTexts(dialog, prompt, message);
     return choose(dialog, DiskEntry::File);
 }

@@ -9,7 +9,8 @@
 #include "State/AppState.h"
 
 #include <QEvent>
-#include <QVBoxLayout>
+
+#include <cmath>
 
 namespace wendlore {
 
@@ -37,7 +38,10 @@ WendloreView::WendloreView(const Services& services, const FileURL& bucketURL, O
     m_sidebar->tree().setUndoRegistrar(m_options.undo);
     m_sidebar->installEventFilter(this);
     addWidget(m_sidebar);
-    addWidget(makeDetail());
+    m_preview = new PreviewArea(*m_store, PreviewArea::Host::embedded, this);
+    m_preview->editor().setInlineToolbar(m_options.inlineFileToolbar);
+    m_preview->setMinimumWidth(detailMinimum);
+    addWidget(m_preview);
     setChildrenCollapsible(false);
     setStretchFactor(0, 0);
     setStretchFactor(1, 1);
@@ -51,20 +55,7 @@ WendloreView::~WendloreView()
 {
     // The views go before the state that they show.
     delete m_sidebar;
-    delete widget(0);
-}
-
-QWidget* WendloreView::makeDetail()
-{
-    auto* detail = new QWidget(this);
-    detail->setMinimumWidth(detailMinimum);
-    auto* layout = new QVBoxLayout(detail);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    m_preview = new PreviewArea(*m_store, PreviewArea::Host::embedded, detail);
-    m_preview->editor().setInlineToolbar(m_options.inlineFileToolbar);
-    layout->addWidget(m_preview, 1);
-    return detail;
+    delete m_preview;
 }
 
 void WendloreView::setBucketURL(const FileURL& bucket)

@@ -52,7 +52,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] QWidget* makeDetail();
     void placeSidebar();
     void keepSidebarWidth();
     void tellSelection() const;

@@ -120,7 +120,7 @@ void FilePanelsTests::filePanelOffersFilesOfItsKind()
 
     QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en bild"_s, {u"*.png"_s, u"*.jpg"_s}));
 
-    QCOMPARE(filters, QStringList{u"*.png *.PNG *.jpg *.JPG"_s});
+    QCOMPARE(filters, QStringList{u"Passande filer (*.png *.PNG *.jpg *.JPG)"_s});
     QVERIFY(isForFiles);
 }
 

@@ -69,7 +69,8 @@ private Q_SLOTS:
     void bucketsOfOtherDevicesStandUnderAHeading()
     {
         FakeServices services;
-        services.cloud.setData(u"wendlore_synced_vaults"_s, toJson({{u"3"_s, u"Tre"_s}}));
+        services.cloud.setData(u"wendlore_synced_vaults"_s,
+                               toJson(std::vector<SyncedVaultEntry>{{u"3"_s, u"Tre"_s}}));
         AppState state(services.services());
         QWidget window;
         auto* switcher = new BucketSwitcher(state, &window);

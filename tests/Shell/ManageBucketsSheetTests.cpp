@@ -25,8 +25,9 @@ public:
     {
         state.addVault(folder.folder(u"Ett"_s));
         state.addVault(folder.folder(u"Två"_s));
-        services.cloud.setData(u"wendlore_synced_vaults"_s,
-                               toJson({{u"1"_s, u"Ett"_s}, {u"2"_s, u"Två"_s}, {u"3"_s, u"Tre"_s}}));
+        const std::vector<SyncedVaultEntry> entries{
+            {u"1"_s, u"Ett"_s}, {u"2"_s, u"Två"_s}, {u"3"_s, u"Tre"_s}};
+        services.cloud.setData(u"wendlore_synced_vaults"_s, toJson(entries));
         state.refreshPendingVaults();
         sheet = new ManageBucketsSheet(state, &window);
         sheet->open();

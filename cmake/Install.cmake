@@ -1,0 +1,29 @@
+# What `cmake --install` lays down besides the program: the editor page, and the library for programs that embed a
+# bucket (component "library").
+
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+set(bundle_dir ${CMAKE_INSTALL_DATADIR}/wendlores/WendloreKit_WendloreKit.bundle)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/WendloreKit)
+
+install(DIRECTORY ${WENDLORE_DIST_DIR} DESTINATION ${bundle_dir})
+install(DIRECTORY ${WENDLORE_DIST_DIR} DESTINATION ${bundle_dir} COMPONENT library)
+install(TARGETS WendloreCore WendloreKit EXPORT WendloreKitTargets ARCHIVE COMPONENT library)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/WendloreKit/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/WendloreKit COMPONENT library
+        FILES_MATCHING PATTERN "*.h" PATTERN Resources EXCLUDE)
+install(EXPORT WendloreKitTargets NAMESPACE Wendlore:: DESTINATION ${package_dir} COMPONENT library)
+configure_package_config_file(cmake/WendloreKitConfig.cmake.in ${CMAKE_BINARY_DIR}/WendloreKitConfig.cmake
+                              INSTALL_DESTINATION ${package_dir} PATH_VARS bundle_dir)
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/WendloreKitConfigVersion.cmake
+                                 VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
+
+# A host that links the library needs the packages that CMakeLists.txt finds, but for those of the tests.
+file(READ ${CMAKE_SOURCE_DIR}/CMakeLists.txt build_script)
+string(REGEX MATCHALL "(find_package|pkg_check_modules)\\([^)]*\\)" packages "${build_script}")
+list(FILTER packages EXCLUDE REGEX "COMPONENTS Test")
+list(JOIN packages "\n" packages)
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/Dependencies.cmake CONTENT "${packages}\n" @ONLY)
+
+install(FILES ${CMAKE_BINARY_DIR}/WendloreKitConfig.cmake ${CMAKE_BINARY_DIR}/WendloreKitConfigVersion.cmake
+              ${CMAKE_BINARY_DIR}/Dependencies.cmake
+        DESTINATION ${package_dir} COMPONENT library)
