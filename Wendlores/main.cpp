@@ -13,6 +13,7 @@
 #include "Platform/QuitSignals.h"
 #include "Platform/SingleInstance.h"
 #include "Platform/StandardPaths.h"
+#include "Previews/QuickLookWebView.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
 
@@ -130,6 +131,7 @@ int main(int argc, char** argv)
         return Failed;
     }
     registerEditorScheme();
+    registerQuickLookScheme();
     QCoreApplication::setApplicationName(u"wendlores"_s);
     QCoreApplication::setApplicationVersion(u"" WENDLORE_VERSION ""_s);
     QGuiApplication::setApplicationDisplayName(u"Wendlores"_s);

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QWebEnginePage>
+#include "Editor/QuietPage.h"
 
 namespace wendlore {
 
-/// The page of the note editor: it stays where it is, opens nothing, asks for nothing and is granted nothing.
-class EditorPage final : public QWebEnginePage
+/// The page of the note editor: it stays where it is, and fetches nothing but its own files.
+class EditorPage final : public QuietPage
 {
     Q_OBJECT
 
@@ -14,18 +14,6 @@ public:
 
 protected:
     bool acceptNavigationRequest(const QUrl& address, NavigationType type, bool isMainFrame) override;
-    QWebEnginePage* createWindow(WebWindowType type) override;
-    QStringList chooseFiles(FileSelectionMode mode, const QStringList& oldFiles,
-                            const QStringList& acceptedMimeTypes) override;
-    void javaScriptAlert(const QUrl& origin, const QString& message) override;
-    bool javaScriptConfirm(const QUrl& origin, const QString& message) override;
-    bool javaScriptPrompt(const QUrl& origin, const QString& message, const QString& suggestion,
-                          QString* result) override;
-    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message, int line,
-                                  const QString& source) override;
-
-private:
-    void restrict();
 };
 
 } // namespace wendlore

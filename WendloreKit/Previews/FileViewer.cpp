@@ -1,6 +1,7 @@
 #include "Previews/FileViewer.h"
 
 #include "Previews/FileCard.h"
+#include "Previews/QuickLookView.h"
 
 #include "Vault/FilePreviewKind.h"
 
@@ -21,7 +22,7 @@ QWidget* makeFileViewer(AppState& state, const FileURL& file, QWidget* parent)
     case FilePreviewKind::other:
         break;
     }
-    return new FileCard(state, file, parent);
+    return new QuickLookView(state, file, parent);
 }
 
 } // namespace wendlore

@@ -7,6 +7,7 @@
 #include "Look/Fonts.h"
 #include "Look/Style.h"
 #include "Platform/Desktop.h"
+#include "Previews/QuickLookWebView.h"
 #include "Shell/WendloreView.h"
 
 #include <QApplication>
@@ -72,6 +73,7 @@ private:
 int main(int argc, char** argv)
 {
     registerEditorScheme(); // has to come before the application object
+    registerQuickLookScheme();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("embedding"));
     QApplication::setStyle(new Style);

@@ -1,6 +1,7 @@
 #include "Support/EngineTest.h"
 
 #include "Editor/WebEngineEditorView.h"
+#include "Previews/QuickLookWebView.h"
 
 #include <unistd.h>
 
@@ -11,6 +12,7 @@ void prepareEngine()
     if (::geteuid() == 0)
         qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
     registerEditorScheme();
+    registerQuickLookScheme();
 }
 
 void pressKeys(QWidget& widget, const QString& text)

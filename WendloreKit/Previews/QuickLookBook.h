@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Previews/QuickLookLimits.h"
+#include "Previews/QuickLookPage.h"
+
+#include <optional>
+
+namespace wendlore {
+
+/// An EPUB file as a page: its cover, title and author, a table of contents, and the text. Nothing when the
+/// file is no book.
+[[nodiscard]] std::optional<QuickLookPage> bookPage(const FileURL& file, const QuickLookLimits& limits);
+
+} // namespace wendlore

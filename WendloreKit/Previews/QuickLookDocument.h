@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Previews/QuickLookLimits.h"
+#include "Previews/QuickLookPage.h"
+
+#include <optional>
+
+namespace wendlore {
+
+/// The text of a docx or odt file as a page: headings, paragraphs and tables, without the document's own
+/// look. Nothing for other files, and for a document without text.
+[[nodiscard]] std::optional<QuickLookPage> documentTextPage(const FileURL& file,
+                                                            const QuickLookLimits& limits);
+
+} // namespace wendlore

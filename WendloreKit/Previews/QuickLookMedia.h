@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Previews/QuickLookPage.h"
+
+#include <optional>
+
+namespace wendlore {
+
+/// Sound, film, drawings and fonts, which the web engine plays and draws by itself; nothing for a file of
+/// another extension.
+[[nodiscard]] std::optional<QuickLookPage> mediaPage(const FileURL& file);
+
+} // namespace wendlore

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Vault/FileURL.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+#include <optional>
+
+namespace wendlore {
+
+/// What a page shows beside its text: the bytes of a picture, for instance, and their type.
+struct QuickLookResource final
+{
+    QByteArray bytes;
+    QByteArray mimeType;
+};
+
+/// A preview as a web page: markup made by this program from what a file holds, without scripts and without
+/// addresses of others. Resources are named by "r/NAME", the previewed file itself by "file".
+struct QuickLookPage final
+{
+    QByteArray body;
+    QHash<QString, QuickLookResource> resources;
+    /// The file that "file" stands for, with its type; it is read as the page asks for it.
+    std::optional<FileURL> streamed;
+    QByteArray streamedType;
+    /// The page's own width in pixels, to be scaled to the width of the view; 0 for a page that flows.
+    int width = 0;
+};
+
+/// `text` as it stands in markup, also inside of quoted attributes.
+[[nodiscard]] inline QByteArray escaped(const QString& text)
+{
+    return text.toHtmlEscaped().toUtf8();
+}
+
+/// A line above the preview, for what the user has to know about it.
+[[nodiscard]] inline QByteArray noticeMarkup(const QString& text)
+{
+    return text.isEmpty() ? QByteArray() : "<p class=\"notice\">" + escaped(text) + "</p>";
+}
+
+} // namespace wendlore

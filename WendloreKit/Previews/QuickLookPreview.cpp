@@ -1,0 +1,69 @@
+#include "Previews/QuickLookPreview.h"
+
+#include "Previews/FileCard.h"
+#include "Previews/QuickLookWebView.h"
+
+#include "Editor/Scheduler.h"
+#include "State/AppState.h"
+#include "State/Services.h"
+
+namespace wendlore {
+
+QuickLookPreview::QuickLookPreview(AppState& state, QWidget* parent)
+    : QWidget(parent)
+    , m_state(&state)
+{}
+
+QuickLookPreview::~QuickLookPreview()
+{
+    close();
+}
+
+void QuickLookPreview::setItem(const FileURL& file)
+{
+    close();
+    replaceContent(new FileCard(*m_state, file, this));
+    m_limits = QuickLookLimits();
+    FileCoordinator& coordinator = m_state->services().coordinator;
+    m_loading = m_state->services().scheduler.inBackground([this, &coordinator, file, limits = m_limits] {
+        auto content = std::make_shared<QuickLookContent>(loadQuickLook(coordinator, file, limits));
+        return [this, file, content] { show(file, std::move(*content)); };
+    });
+}
+
+void QuickLookPreview::close()
+{
+    m_limits.stop();
+    m_loading.reset();
+    delete std::exchange(m_content, nullptr);
+}
+
+void QuickLookPreview::show(const FileURL&, QuickLookContent content)
+{
+    if (auto* page = std::get_if<QuickLookPage>(&content))
+        replaceContent(new QuickLookWebView(std::move(*page), this));
+    else
+        return;
+    Q_EMIT contentShown();
+}
+
+void QuickLookPreview::replaceContent(QWidget* content)
+{
+    delete std::exchange(m_content, content);
+    // A page of a width of its own is laid out in it before it is scaled.
+    auto* webView = qobject_cast<QuickLookWebView*>(content);
+    const int width = webView && webView->pageWidth() > 0 ? webView->pageWidth() : this->width();
+    content->setGeometry(0, 0, width, height());
+    setFocusProxy(content);
+    content->show();
+}
+
+void QuickLookPreview::resizeEvent(QResizeEvent*)
+{
+    auto* webView = qobject_cast<QuickLookWebView*>(m_content);
+    const bool isFitted = webView && webView->pageWidth() > 0;
+    if (m_content && !isFitted)
+        m_content->setGeometry(rect());
+}
+
+} // namespace wendlore

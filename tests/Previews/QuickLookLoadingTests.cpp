@@ -1,0 +1,116 @@
+#include "Previews/QuickLookLoading.h"
+
+#include "Fakes/Bucket.h"
+#include "Fakes/FakeServices.h"
+
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using namespace wendlore;
+
+namespace {
+
+QuickLookContent load(const FileURL& file, const QuickLookLimits& limits = QuickLookLimits())
+{
+    FakeServices services;
+    return loadQuickLook(services.coordinator, file, limits);
+}
+
+QByteArray bodyOf(const QuickLookContent& content)
+{
+    const auto* page = std::get_if<QuickLookPage>(&content);
+    return page ? page->body : QByteArray();
+}
+
+} // namespace
+
+class QuickLookLoadingTests final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aFileIsShownByWhatItIs_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QByteArray>("markup");
+        QTest::newRow("source") << u"a.cpp"_s << QByteArray("int a;") << QByteArray("<i class=k>int</i>");
+        QTest::newRow("table") << u"a.CSV"_s << QByteArray("a,b\n1,2\n") << QByteArray("<th>b</th>");
+        QTest::newRow("text without extension") << u"LICENS"_s << QByteArray("fritt") << QByteArray("fritt");
+        QTest::newRow("text of an unknown kind") << u"a.xyz"_s << QByteArray("text") << QByteArray("text");
+        QTest::newRow("mail") << u"a.eml"_s << QByteArray("Subject: Hej\n\nx") << QByteArray("<h1>Hej</h1>");
+        QTest::newRow("text that is called a mail")
+            << u"a.eml"_s << QByteArray("bara text") << QByteArray("bara text");
+        QTest::newRow("text that is called an archive")
+            << u"a.zip"_s << QByteArray("text") << QByteArray("text");
+        QTest::newRow("sound") << u"a.mp3"_s << QByteArray("x") << QByteArray("<audio");
+    }
+
+    void aFileIsShownByWhatItIs()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const QByteArray, bytes);
+        QFETCH(const QByteArray, markup);
+        const Bucket bucket;
+        bucket.write(name, bytes);
+
+        QVERIFY2(bodyOf(load(bucket.file(name))).contains(markup),
+                 bodyOf(load(bucket.file(name))).constData());
+    }
+
+    void whatCannotBeShownIsACard_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("bytes") << u"a.bin"_s;
+        QTest::newRow("nothing") << u"tom.txt2"_s;
+        QTest::newRow("missing") << u"saknas"_s;
+        QTest::newRow("pipe") << u"pipa"_s;
+        QTest::newRow("no archive") << u"a.zip"_s;
+        QTest::newRow("no book") << u"a.epub"_s;
+        QTest::newRow("document that only office programs can show") << u"a.rtf"_s;
+        QTest::newRow("empty package") << u"a.pages"_s;
+    }
+
+    void whatCannotBeShownIsACard()
+    {
+        QFETCH(const QString, name);
+        const Bucket bucket{{"tom.txt2", ""}, {"a.rtf", "{\\rtf1 a}"}, {"a.pages/", ""}};
+        for (const char* binary : {"a.bin", "a.zip", "a.epub"})
+            bucket.write(QString::fromLatin1(binary), QByteArray("\0\1\2\3", 4));
+        QCOMPARE(::mkfifo(bucket.file(u"pipa"_s).bytes().constData(), 0600), 0);
+
+        QVERIFY(std::holds_alternative<QuickLookCard>(load(bucket.file(name))));
+    }
+
+    void aPackageIsShownByItsPictureOrItsFiles()
+    {
+        const Bucket bucket{{"a.pages/preview.jpg", "bild"}, {"b.rtfd/TXT.rtf", "text"}};
+
+        QVERIFY(bodyOf(load(bucket.file(u"a.pages"_s))).contains("<img src=\"r/bild\""));
+        QVERIFY(bodyOf(load(bucket.file(u"b.rtfd"_s))).contains("<td>TXT.rtf</td>"));
+    }
+
+    void whatIsNoLongerWantedIsNotRead()
+    {
+        const Bucket bucket{{"a.cpp", "int a;"}};
+        const QuickLookLimits limits;
+        limits.stop();
+
+        QVERIFY(std::holds_alternative<QuickLookCard>(load(bucket.file(u"a.cpp"_s), limits)));
+    }
+
+    void aFileOfACloudProgramIsAskedForFirst()
+    {
+        const Bucket bucket{{"a.cpp", "int a;"}};
+        FakeServices services;
+
+        static_cast<void>(loadQuickLook(services.coordinator, bucket.file(u"a.cpp"_s), QuickLookLimits()));
+
+        QCOMPARE(services.coordinator.downloads, QList{bucket.file(u"a.cpp"_s)});
+    }
+};
+
+QTEST_GUILESS_MAIN(QuickLookLoadingTests)
+#include "QuickLookLoadingTests.moc"

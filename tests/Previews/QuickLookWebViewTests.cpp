@@ -1,0 +1,67 @@
+#include "Previews/QuickLookWebView.h"
+
+#include "Fakes/Bucket.h"
+#include "Support/EngineTest.h"
+#include "Support/Window.h"
+
+#include <QSignalSpy>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+/// The text that the engine shows, once it has loaded the page.
+QString loadedText(QWebEngineView& view)
+{
+    QSignalSpy loaded(&view, &QWebEngineView::loadFinished);
+    if (!loaded.wait(patience))
+        return {};
+    std::optional<QString> text;
+    view.page()->toPlainText([&text](const QString& answer) { text = answer; });
+    static_cast<void>(QTest::qWaitFor([&text] { return text.has_value(); }, patience));
+    return text.value_or(QString()).trimmed();
+}
+
+} // namespace
+
+class QuickLookWebViewTests final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { useProductLook(); }
+
+    void aPageReachesNothingAndRunsNothing()
+    {
+        const Bucket bucket{{"hemlig.txt", "hemlig"}};
+        QuickLookPage page;
+        page.body = "<script>document.body.append('skript')</script><p>text</p><img src='file://" +
+                    bucket.file(u"hemlig.txt"_s).bytes() +
+                    "'><meta http-equiv=refresh content='0;url=file:///etc/passwd'>"
+                    "<iframe src='file:///etc/passwd'></iframe><img src='https://example.org/a.png'>";
+        QuickLookWebView view(page);
+        showAt(view, {400, 300});
+
+        QCOMPARE(loadedText(view), u"text"_s);
+        QCOMPARE(view.url(), QUrl(u"quicklook://page/"_s));
+    }
+
+    void aPageOfManyMegabytesIsShown()
+    {
+        QuickLookPage page;
+        page.body = "<pre>" + QByteArray("<div>en rad</div>").repeated(300'000) + "</pre>";
+        QuickLookWebView view(page);
+        showAt(view, {400, 300});
+
+        QVERIFY(loadedText(view).startsWith(u"en rad\nen rad\n"_s));
+    }
+};
+
+} // namespace wendlore
+
+WENDLORE_ENGINE_TEST_MAIN(QuickLookWebViewTests)
+#include "QuickLookWebViewTests.moc"
