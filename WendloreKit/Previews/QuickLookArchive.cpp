@@ -45,9 +45,10 @@ public:
     archive_entry* next()
     {
         archive_entry* entry = nullptr;
-        const bool isMore = m_isOpen && !m_limits.areReached() &&
-                            archive_read_next_header(m_archive.get(), &entry) >= ARCHIVE_WARN;
-        return isMore ? entry : nullptr;
+        if (!m_isOpen || m_limits.areReached())
+            return nullptr;
+        const int status = archive_read_next_header(m_archive.get(), &entry);
+        return status == ARCHIVE_OK || status == ARCHIVE_WARN ? entry : nullptr;
     }
 
     /// What the entry that came last holds; nothing when that is more than `maximum` bytes or damaged.

@@ -20,7 +20,7 @@ private Q_SLOTS:
         QTest::newRow("first layout") << view << QSizeF(800, 700) << 1.0 << 800.0 << 1.25;
         QTest::newRow("narrower view") << QSizeF(400, 700) << view << 1.25 << 800.0 << 0.5;
         QTest::newRow("as it should be") << view << view << 1.25 << 800.0 << 0.0;
-        QTest::newRow("zoom within the tolerance") << view << view << 1.252 << 800.0 << 0.0;
+        QTest::newRow("zoom within the tolerance") << view << view << 1.2515 << 800.0 << 0.0;
         QTest::newRow("zoom outside of it") << view << view << 1.2525 << 800.0 << 1.25;
         QTest::newRow("frame within the tolerance") << view << QSizeF(999.5, 700.5) << 1.25 << 800.0 << 0.0;
         QTest::newRow("lower than the view") << view << QSizeF(1000, 650) << 1.25 << 800.0 << 1.25;

@@ -53,7 +53,7 @@ private Q_SLOTS:
     void aPageOfManyMegabytesIsShown()
     {
         QuickLookPage page;
-        page.body = "<pre>" + QByteArray("<div>en rad</div>").repeated(300'000) + "</pre>";
+        page.body = "<pre>" + QByteArray("en rad\n").repeated(600'000) + "</pre>";
         QuickLookWebView view(page);
         showAt(view, {400, 300});
 
