@@ -14,6 +14,29 @@
 using namespace Qt::StringLiterals;
 using namespace wendlore;
 
+namespace {
+
+/// What a search in a bucket found, as the sidebar lists it.
+struct Results final
+{
+    Results(const Bucket& bucket, const QString& query)
+    {
+        state.switchVault(bucket.root());
+        state.setSearchQuery(query);
+        state.performSearch();
+        list.setModel(&model);
+        list.setItemDelegate(new SearchResultDelegate(&list));
+        showAt(list, {240, 200});
+    }
+
+    FakeServices services;
+    AppState state{services.services()};
+    SearchResultsModel model{state};
+    QListView list;
+};
+
+} // namespace
+
 class SearchResultDelegateTests final : public QObject
 {
     Q_OBJECT
@@ -24,21 +47,12 @@ private Q_SLOTS:
     void theNoteThatIsShownStandsOnTheSelectedGround()
     {
         const Bucket bucket({{"A.md", "x"}, {"B.md", "x"}});
-        FakeServices services;
-        AppState state(services.services());
-        state.switchVault(bucket.root());
-        state.setSearchQuery(u"x"_s);
-        state.performSearch();
-        SearchResultsModel model(state);
-        QListView list;
-        list.setModel(&model);
-        list.setItemDelegate(new SearchResultDelegate(&list));
-        showAt(list, {240, 200});
-        state.setSelectedFile(bucket.file(u"B.md"_s));
+        Results results(bucket, u"x"_s);
+        results.state.setSelectedFile(bucket.file(u"B.md"_s));
 
-        const QImage picture = pictureOf(*list.viewport());
+        const QImage picture = pictureOf(*results.list.viewport());
         const auto groundOf = [&](int row) {
-            const QRect area = list.visualRect(model.index(row));
+            const QRect area = results.list.visualRect(results.model.index(row));
             return picture.pixelColor(area.right() - 14, area.center().y());
         };
 
@@ -49,19 +63,10 @@ private Q_SLOTS:
     void theLineStandsBelowTheNameInAQuieterColor()
     {
         const Bucket bucket({{"A.md", "MMMMMMMM"}});
-        FakeServices services;
-        AppState state(services.services());
-        state.switchVault(bucket.root());
-        state.setSearchQuery(u"mm"_s);
-        state.performSearch();
-        SearchResultsModel model(state);
-        QListView list;
-        list.setModel(&model);
-        list.setItemDelegate(new SearchResultDelegate(&list));
-        showAt(list, {240, 200});
+        const Results results(bucket, u"mm"_s);
 
-        const QRect row = list.visualRect(model.index(0));
-        const QImage lower = pictureOf(*list.viewport())
+        const QRect row = results.list.visualRect(results.model.index(0));
+        const QImage lower = pictureOf(*results.list.viewport())
                                  .copy(40, row.center().y() + 1, row.width() - 60, row.height() / 2 - 1);
         int darkest = 255;
         for (int y = 0; y < lower.height(); ++y) {
