@@ -24,6 +24,7 @@ export function tidy(node: Node): Node {
 function comparable(node: Node): Node {
   return remembered(compared, node, () => {
     const clean = tidy(node);
+    if (clean.type === nodes.definition) return withoutIndents(clean);
     if (clean.isTextblock) return withoutLastLineEnds(mapMarks(clean, samePlainLink));
     return clean.isLeaf ? clean : withContent(clean, mapChildren(clean, comparable));
   });
@@ -191,6 +192,12 @@ function withoutLastLineEnds(node: Node): Node {
   const text = node.textContent;
   const trimmed = text.trimEnd();
   return text === trimmed || trimmed === '' ? node : node.copy(Fragment.from(schema.text(trimmed)));
+}
+
+/** The blanks that a definition's lines begin with are not shown. */
+function withoutIndents(node: Node): Node {
+  const text = node.textContent.replace(/(^|\n)[ \t]+/g, '$1');
+  return text === node.textContent || text === '' ? node : node.copy(Fragment.from(schema.text(text)));
 }
 
 function samePlainLink(mark: Mark): Mark {
