@@ -35,6 +35,9 @@ export function isSame(a: Node, b: Node): boolean {
   return a === b || a.eq(b) || comparable(a).eq(comparable(b));
 }
 
+/** The node with links of all kinds in one form, for finding where two nodes differ: no offset changes. */
+export const withPlainLinks = (node: Node) => mapMarks(node, samePlainLink);
+
 /** Whether two blocks say the same but for links that Markdown makes of addresses by itself. */
 export function isSameButLinks(a: Node, b: Node): boolean {
   const plain = (node: Node) => comparable(mapMarks(tidy(node), (mark) => (mark.attrs.auto ? null : mark)));

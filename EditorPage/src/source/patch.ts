@@ -2,6 +2,7 @@ import type { Fragment, Mark, Node } from 'prosemirror-model';
 import type { Piece } from '../markdown/piece';
 import { writeInline, type Style } from '../markdown/write';
 import { schema } from '../schema';
+import { withPlainLinks } from './normal';
 import { indentLines, type Place } from './place';
 import { labelledSplices } from './references';
 
@@ -38,12 +39,13 @@ interface Difference {
   middle: Fragment;
 }
 
-function difference(before: Fragment, after: Fragment): Difference | null {
-  const from = before.findDiffStart(after);
-  const ends = from === null ? null : before.findDiffEnd(after);
+function difference(before: Node, after: Node): Difference | null {
+  const [old, next] = [withPlainLinks(before).content, withPlainLinks(after).content];
+  const from = old.findDiffStart(next);
+  const ends = from === null ? null : old.findDiffEnd(next);
   if (from === null || !ends) return null;
   const overlap = Math.max(0, from - Math.min(ends.a, ends.b));
-  return { from, to: ends.a + overlap, middle: after.cut(from, ends.b + overlap) };
+  return { from, to: ends.a + overlap, middle: after.content.cut(from, ends.b + overlap) };
 }
 
 /** Widens a difference until both its ends have a place in the source. */
@@ -62,7 +64,7 @@ function widened(place: Place, after: Fragment, change: Difference): Difference 
  * each has to be read back. `prefix` stands before every further line.
  */
 export function* inlineSplices(source: string, place: Place, next: Node, prefix: string): Generator<Splice> {
-  const change = difference(place.node.content, next.content);
+  const change = difference(place.node, next);
   if (!change) return;
   if (place.piece.isMissing) {
     yield* intoNothing(source, place, next, prefix);
