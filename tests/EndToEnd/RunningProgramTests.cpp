@@ -133,6 +133,26 @@ private Q_SLOTS:
         QCOMPARE(endOf(*program), 0);
     }
 
+    void twoUsersOfOneBucketLeaveItAsItIs()
+    {
+        const Bucket bucket({{"A.md", "a\r\n"}, {"B.md", "* b"}});
+        const User anna(User::Session::noBus);
+        const User bo(User::Session::noBus);
+        const auto first = anna.start({bucket.file(u"A.md"_s).path()});
+        const auto second = bo.start({bucket.file(u"A.md"_s).path()});
+        QVERIFY(anna.hasSelected(bucket, u"A.md"_s));
+        QVERIFY(bo.hasSelected(bucket, u"A.md"_s));
+        QCOMPARE(bo.startAgain({bucket.file(u"B.md"_s).path()}), 0);
+        QVERIFY(bo.hasSelected(bucket, u"B.md"_s));
+
+        QCOMPARE(anna.startAgain({}), 0);
+        QCOMPARE(endOf(*first), 0);
+        QCOMPARE(endOf(*second), 0);
+        QCOMPARE(bucket.names(), QStringList({u"A.md"_s, u"B.md"_s}));
+        QCOMPARE(bucket.read(u"A.md"_s), "a\r\n");
+        QCOMPARE(bucket.read(u"B.md"_s), "* b");
+    }
+
     void linksAndFilesArriveFromTheDesktop()
     {
         const Bucket bucket({{"A.md", "a"}, {"B.md", "b"}});
