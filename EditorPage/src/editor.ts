@@ -19,7 +19,7 @@ import { firstPlace, lastPlace } from './views/drawn';
 import { isTooLong, showTooLong } from './views/tooLong';
 
 /** Of a longer note this much is shown first, and taken in with every idle moment; in characters. */
-const FIRST_PART = 4_000;
+const FIRST_PART = 2_000;
 const NEXT_PART = 8_000;
 /** However busy the page is, the next part waits no longer than this; in milliseconds. */
 const LONGEST_WAIT = 100;
