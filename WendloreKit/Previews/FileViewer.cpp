@@ -1,6 +1,7 @@
 #include "Previews/FileViewer.h"
 
 #include "Previews/FileCard.h"
+#include "Previews/ImageViewer.h"
 #include "Previews/QuickLookView.h"
 
 #include "Vault/FilePreviewKind.h"
@@ -11,7 +12,7 @@ QWidget* makeFileViewer(AppState& state, const FileURL& file, QWidget* parent)
 {
     switch (FilePreviewKind::of(file)) {
     case FilePreviewKind::image:
-        return new FileCard(state, file, parent);
+        return new ImageViewer(state, file, parent);
     case FilePreviewKind::pdf:
         return new FileCard(state, file, parent);
     case FilePreviewKind::html:
