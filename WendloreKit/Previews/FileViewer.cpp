@@ -2,6 +2,7 @@
 
 #include "Previews/FileCard.h"
 #include "Previews/ImageViewer.h"
+#include "Previews/PDFViewer.h"
 #include "Previews/QuickLookView.h"
 
 #include "Vault/FilePreviewKind.h"
@@ -14,7 +15,7 @@ QWidget* makeFileViewer(AppState& state, const FileURL& file, QWidget* parent)
     case FilePreviewKind::image:
         return new ImageViewer(state, file, parent);
     case FilePreviewKind::pdf:
-        return new FileCard(state, file, parent);
+        return new PDFViewer(state, file, parent);
     case FilePreviewKind::html:
         return new FileCard(state, file, parent);
     case FilePreviewKind::google:
