@@ -1,6 +1,7 @@
 #include "Previews/FileViewer.h"
 
 #include "Previews/FileCard.h"
+#include "Previews/HTMLViewer.h"
 #include "Previews/ImageViewer.h"
 #include "Previews/PDFViewer.h"
 #include "Previews/QuickLookView.h"
@@ -17,7 +18,7 @@ QWidget* makeFileViewer(AppState& state, const FileURL& file, QWidget* parent)
     case FilePreviewKind::pdf:
         return new PDFViewer(state, file, parent);
     case FilePreviewKind::html:
-        return new FileCard(state, file, parent);
+        return new HTMLViewer(state, file, parent);
     case FilePreviewKind::google:
         return new FileCard(state, file, parent);
     case FilePreviewKind::editor:
