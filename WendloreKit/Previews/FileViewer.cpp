@@ -1,6 +1,6 @@
 #include "Previews/FileViewer.h"
 
-#include "Previews/FileCard.h"
+#include "Previews/GoogleDocPreview.h"
 #include "Previews/HTMLViewer.h"
 #include "Previews/ImageViewer.h"
 #include "Previews/PDFViewer.h"
@@ -20,7 +20,7 @@ QWidget* makeFileViewer(AppState& state, const FileURL& file, QWidget* parent)
     case FilePreviewKind::html:
         return new HTMLViewer(state, file, parent);
     case FilePreviewKind::google:
-        return new FileCard(state, file, parent);
+        return new GoogleDocPreview(state, file, parent);
     case FilePreviewKind::editor:
     case FilePreviewKind::other:
         break;
