@@ -5,6 +5,7 @@ import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirr
 import { EditorView } from 'prosemirror-view';
 import { ChangeReporter } from './bridge';
 import { clipboardProps } from './clipboard/index';
+import { lettersBefore, placeBehind } from './caret';
 import { commandFor } from './commands/exec';
 import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
@@ -315,7 +316,10 @@ function replaceChildren(tr: Transaction, from: number, to: number, nodes: reado
   const start = tr.doc.resolve(0).posAtIndex(from, 0);
   const end = tr.doc.resolve(0).posAtIndex(to, 0);
   const { head } = tr.selection;
-  tr.replaceWith(start, end, nodes);
   const wasInside = head > start && head < end;
-  return wasInside ? tr.setSelection(Selection.near(tr.doc.resolve(Math.min(head, tr.doc.content.size)))) : tr;
+  const letters = wasInside ? lettersBefore(tr.doc, start, head) : '';
+  tr.replaceWith(start, end, nodes);
+  if (!wasInside) return tr;
+  const kept = placeBehind(tr.doc, start, tr.mapping.map(end), letters) ?? Math.min(head, tr.doc.content.size);
+  return tr.setSelection(Selection.near(tr.doc.resolve(kept)));
 }
