@@ -4,6 +4,7 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Look/Colors.h"
+#include "Previews/TitleField.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
 #include "Support/Window.h"
@@ -14,6 +15,18 @@
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
+
+namespace {
+
+void rename(TitleField& title, const QString& name)
+{
+    title.setFocus();
+    title.selectAll();
+    QTest::keyClicks(&title, name);
+    QTest::keyClick(&title, Qt::Key_Return);
+}
+
+} // namespace
 
 class WendloreFileWindowViewTests final : public QObject
 {
@@ -45,6 +58,39 @@ private Q_SLOTS:
         QCOMPARE(window.windowFilePath(), bucket.file(u"Möte.md"_s).path());
         QCOMPARE(window.size(), QSize(900, 700));
         QCOMPARE(window.minimumSize(), QSize(480, 320));
+    }
+
+    void aNoteIsRenamedInItsTitle()
+    {
+        const Bucket bucket({{"Plan.md", "plan\n"}});
+        FakeServices services;
+        WendloreFileWindowView window(services.services(), bucket.file(u"Plan.md"_s));
+        showAt(window, {600, 400});
+        auto* title = window.findChild<TitleField*>();
+        QCOMPARE(title->text(), u"Plan"_s);
+
+        rename(*title, u"Mål"_s);
+
+        QCOMPARE(bucket.names(), QStringList(u"Mål.md"_s));
+        QCOMPARE(bucket.read(u"Mål.md"_s), "plan\n");
+        QCOMPARE(window.fileURL(), bucket.file(u"Mål.md"_s));
+        QCOMPARE(window.windowTitle(), u"Mål"_s);
+        QVERIFY(OpenFileWindows::shared().isOpen(bucket.file(u"Mål.md"_s)));
+    }
+
+    void aNameThatIsTakenRenamesNothing()
+    {
+        const Bucket bucket({{"Plan.md", "plan\n"}, {"Mål.md", "annat\n"}});
+        FakeServices services;
+        WendloreFileWindowView window(services.services(), bucket.file(u"Plan.md"_s));
+        showAt(window, {600, 400});
+        auto* title = window.findChild<TitleField*>();
+
+        rename(*title, u"Mål"_s);
+
+        QCOMPARE(title->text(), u"Plan"_s);
+        QCOMPARE(bucket.names(), QStringList({u"Mål.md"_s, u"Plan.md"_s}));
+        QCOMPARE(bucket.read(u"Mål.md"_s), "annat\n");
     }
 
     void itStaysLightInADarkProgram()
