@@ -16,12 +16,14 @@
 #include "Previews/QuickLookWebView.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
+#include "Vault/Collation.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 
 #include <cstdio>
+#include <future>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -136,6 +138,10 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationVersion(u"" WENDLORE_VERSION ""_s);
     QGuiApplication::setApplicationDisplayName(u"Wendlores"_s);
     QGuiApplication::setDesktopFileName(SingleInstance::applicationId.toString());
+    // The order of names is learned while the desktop and the web engine are being set up; the first tree
+    // needs it.
+    const auto order =
+        std::async(std::launch::async, [locale = NameOrder::userLocale()] { NameOrder{locale}; });
     QApplication application(argc, argv);
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::standardSocket());
     if (instance.claim() == SingleInstance::Role::second)

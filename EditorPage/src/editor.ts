@@ -5,6 +5,7 @@ import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirr
 import { EditorView } from 'prosemirror-view';
 import { ChangeReporter } from './bridge';
 import { clipboardProps } from './clipboard/index';
+import { lettersBefore, placeBehind } from './caret';
 import { commandFor } from './commands/exec';
 import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
@@ -18,7 +19,7 @@ import { firstPlace, lastPlace } from './views/drawn';
 import { isTooLong, showTooLong } from './views/tooLong';
 
 /** Of a longer note this much is shown first, and taken in with every idle moment; in characters. */
-const FIRST_PART = 4_000;
+const FIRST_PART = 2_000;
 const NEXT_PART = 8_000;
 /** However busy the page is, the next part waits no longer than this; in milliseconds. */
 const LONGEST_WAIT = 100;
@@ -315,7 +316,10 @@ function replaceChildren(tr: Transaction, from: number, to: number, nodes: reado
   const start = tr.doc.resolve(0).posAtIndex(from, 0);
   const end = tr.doc.resolve(0).posAtIndex(to, 0);
   const { head } = tr.selection;
-  tr.replaceWith(start, end, nodes);
   const wasInside = head > start && head < end;
-  return wasInside ? tr.setSelection(Selection.near(tr.doc.resolve(Math.min(head, tr.doc.content.size)))) : tr;
+  const letters = wasInside ? lettersBefore(tr.doc, start, head) : '';
+  tr.replaceWith(start, end, nodes);
+  if (!wasInside) return tr;
+  const kept = placeBehind(tr.doc, start, tr.mapping.map(end), letters) ?? Math.min(head, tr.doc.content.size);
+  return tr.setSelection(Selection.near(tr.doc.resolve(kept)));
 }

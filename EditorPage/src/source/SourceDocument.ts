@@ -37,6 +37,8 @@ export class SourceDocument {
   private root: Node;
   private readonly retired = new Retired();
   private readonly journal = new Journal();
+  /** The document that was handed in last, if it had to be corrected: until it is, it may be handed in again. */
+  private uncorrected: { doc: Node; corrections: readonly Correction[] } | null = null;
 
   private constructor(
     private note: Note,
@@ -106,6 +108,7 @@ export class SourceDocument {
   apply(next: Node): Applied {
     if (!this.isRead) throw new Error('an edit of a note that was not read to its end');
     if (next === this.root) return { change: null, corrections: [] };
+    if (next === this.uncorrected?.doc) return { change: null, corrections: this.uncorrected.corrections };
     const before = this.note;
     const range = differingRange(this.root, next);
     const updated = this.earlier(this.root, next, range) ?? update(before, next, range, this.retired);
@@ -115,6 +118,7 @@ export class SourceDocument {
     // A corrected document may be one that there was before, with bytes of its own.
     const { note, change } = (corrections.length > 0 && this.earlier(old, this.root)) || updated;
     this.note = note;
+    this.uncorrected = corrections.length > 0 ? { doc: next, corrections } : null;
     this.journal.record(before.entries, note.entries);
     return { change, corrections };
   }
@@ -147,6 +151,7 @@ export class SourceDocument {
       return index >= next.entries.length - end ? { ...entry, node: before[index + offset]!.node } : entry;
     });
     this.note = { ...next, entries };
+    this.uncorrected = null;
     this.root = rootOf(entries);
     this.journal.record(before, entries);
     const nodes = entries.slice(start, entries.length - end).map((entry) => entry.node);
