@@ -4,6 +4,7 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Look/Colors.h"
+#include "Look/Sheet.h"
 #include "Previews/TitleField.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
@@ -11,6 +12,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -105,6 +107,15 @@ private Q_SLOTS:
         QCOMPARE(schemeOf(QApplication::palette()), ColorScheme::dark);
         QCOMPARE(schemeOf(window.palette()), ColorScheme::light);
         QCOMPARE(schemeOf(window.editor()->palette()), ColorScheme::light);
+        QMenu menu(&window);
+        Sheet sheet(u"Byt namn"_s, &window);
+        Sheet elsewhere(u"Byt namn"_s, nullptr);
+        for (QWidget* widget :
+             {static_cast<QWidget*>(&menu), static_cast<QWidget*>(&sheet), static_cast<QWidget*>(&elsewhere)})
+            widget->ensurePolished();
+        QCOMPARE(schemeOf(menu.palette()), ColorScheme::light);
+        QCOMPARE(schemeOf(sheet.palette()), ColorScheme::light);
+        QCOMPARE(schemeOf(elsewhere.palette()), ColorScheme::dark);
     }
 
     void itIsRegisteredWhileItIsThere()
