@@ -35,6 +35,16 @@ private Q_SLOTS:
         }
     }
 
+    void aLongMessageIsShownWhole()
+    {
+        NoticeView notice(u"folder"_s, 48);
+        notice.setMessage(u"En mening som är för lång för en rad. "_s.repeated(6));
+        showAt(notice, {600, 500});
+        const auto* message = notice.findChildren<QLabel*>().last();
+        QVERIFY(message->heightForWidth(message->width()) > 3 * message->fontMetrics().height());
+        QVERIFY(message->height() >= message->heightForWidth(message->width()));
+    }
+
     void theMessageFollowsTheColorsAround()
     {
         NoticeView notice(u"folder"_s, 48);
