@@ -19,6 +19,17 @@ constexpr int headlineSize = 15;
 constexpr int margin = 32;
 constexpr int textWidth = 360;
 
+/// Text of a fixed width in the middle of a row. Aligned in a column it would get the height that it needs at
+/// the column's width, which cuts it where it has more lines.
+QLayout* rowOf(QLabel* text)
+{
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(text);
+    row->addStretch();
+    return row;
+}
+
 } // namespace
 
 NoticeView::NoticeView(const QString& symbol, int symbolSize, QWidget* parent)
@@ -40,8 +51,8 @@ NoticeView::NoticeView(const QString& symbol, int symbolSize, QWidget* parent)
     setSize(Size::large);
     m_stack->addStretch();
     m_stack->addWidget(m_symbol, 0, Qt::AlignHCenter);
-    m_stack->addWidget(m_title, 0, Qt::AlignHCenter);
-    m_stack->addWidget(m_message, 0, Qt::AlignHCenter);
+    m_stack->addLayout(rowOf(m_title));
+    m_stack->addLayout(rowOf(m_message));
     m_stack->addStretch();
 }
 
