@@ -4,7 +4,6 @@
 #include "Wendlores/SwedishTexts.h"
 #include "Wendlores/WendloreApp.h"
 
-#include "Editor/WebEngineEditorView.h"
 #include "Look/Fonts.h"
 #include "Look/Style.h"
 #include "Platform/Desktop.h"
@@ -13,7 +12,7 @@
 #include "Platform/QuitSignals.h"
 #include "Platform/SingleInstance.h"
 #include "Platform/StandardPaths.h"
-#include "Previews/QuickLookWebView.h"
+#include "Previews/WebSchemes.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
 #include "Vault/Collation.h"
@@ -132,8 +131,7 @@ int main(int argc, char** argv)
         print(rootNotice, stderr);
         return Failed;
     }
-    registerEditorScheme();
-    registerQuickLookScheme();
+    registerWendloreSchemes();
     QCoreApplication::setApplicationName(u"wendlores"_s);
     QCoreApplication::setApplicationVersion(u"" WENDLORE_VERSION ""_s);
     QGuiApplication::setApplicationDisplayName(u"Wendlores"_s);
