@@ -95,7 +95,8 @@ export const completionTests: Test[] = [
   }],
   ['a dropped picture goes where it was dropped, and no other byte changes', async (recorder) => {
     for (const [note, onto, after] of [
-      ['*  a __b__\n\n\nc\n', 'p:last-child', '*  a __b__\n\n\n![](assets/Foto.png)c\n'],
+      ['*  a __b__\n\n\nc\n', '.ProseMirror > p', '*  a __b__\n\n\n![](assets/Foto.png)c\n'],
+      ['*  a\n*  b\n', 'li:first-child p', '*  ![](assets/Foto.png)a\n*  b\n'],
       ['*  a\n* b\n', 'li:last-child p', '*  a\n* ![](assets/Foto.png)b\n'],
       ['a\n\n```\nx\n```\n\nb\n', 'pre', 'a\n\n```\nx\n```\n\n![](assets/Foto.png)\n\nb\n'],
     ]) {
