@@ -11,12 +11,12 @@ import { isToEnd, needsWholeSelection } from './folding/input';
 import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
-import { isFolded } from './source/folded';
 import { differingRange, type Range } from './source/range';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
 import { changeBetween } from './source/update';
 import { foldedAt, offsetOf, placeAt } from './sourceView/offsets';
 import { TextStep } from './sourceView/textStep';
+import type { NoteContext } from './views/context';
 import { markViews, nodeViews } from './views';
 import { firstPlace, lastPlace } from './views/drawn';
 import { isTooLong, showTooLong } from './views/tooLong';
@@ -45,7 +45,10 @@ export class NoteEditor implements Folded {
   #placed = true;
 
   constructor(private root: HTMLElement) {
-    const context = { definitionFor: (label: string) => this.#source.definitionFor(label) };
+    const context: NoteContext = {
+      definitionFor: (label) => this.#source.definitionFor(label),
+      peek: (part) => this.#source.peek(part),
+    };
     this.#plugins = editorPlugins(context);
     this.view = new EditorView(root, {
       state: this.#freshState(),
@@ -120,16 +123,18 @@ export class NoteEditor implements Folded {
 
   /** Brings the document to what `change` says of the same text. False when it cannot be changed now. */
   refold(change: (source: SourceDocument) => readonly Correction[]): boolean {
+    if (this.view.composing) return false;
+    takeDomChanges(this.view);
     this.#report();
-    if (this.view.composing || !isEmpty(differingRange(this.#source.doc, this.view.state.doc))) return false;
+    if (!isEmpty(differingRange(this.#source.doc, this.view.state.doc))) return false;
     const corrections = change(this.#source);
     if (corrections.length > 0) this.#show(corrections);
     return corrections.length > 0;
   }
 
-  /** Unfolds the whole note. */
-  unfoldAll(): void {
-    for (const node of this.view.state.doc.children) if (isFolded(node)) this.#folding.unfoldAll(node);
+  /** Unfolds of a run what holds the character at `offset`. */
+  unfold(folded: Node, offset: number): void {
+    this.#folding.unfoldAt(folded, offset);
   }
 
   /** The whole note, byte for byte. */
@@ -290,6 +295,14 @@ export class NoteEditor implements Folded {
     else tr.setMeta('appendedTransaction', this.#lastEdit);
     this.view.dispatch(tr);
   }
+}
+
+/**
+ * Has the view take over what has just happened on the screen. It would put back the caret that it knows in place of one that
+ * the user has set since.
+ */
+function takeDomChanges(view: EditorView): void {
+  (view as unknown as { domObserver: { flush(): void } }).domObserver.flush();
 }
 
 const isEmpty = ({ from, oldTo, nextTo }: Range): boolean => from === oldTo && from === nextTo;

@@ -189,6 +189,11 @@ export class SourceDocument {
     return entries.map((entry) => entry.node);
   }
 
+  /** Reads a part of the note that is folded, to look into it. */
+  peek(part: string): Node[] {
+    return nodesOf(readEntries(part, false, this.note.labels).entries);
+  }
+
   /** The bytes of a top-level block of the document. Null for a node that is none. */
   sliceOf(node: Node): string | null {
     return this.note.entries.find((entry) => entry.node === node)?.raw ?? null;

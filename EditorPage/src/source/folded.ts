@@ -113,6 +113,41 @@ export function partAt(folded: Node, offset: number): Part {
   return { from: Math.max(0, cuts.start(index) - base), to: Math.min(length, cuts.start(index + 1) - base) };
 }
 
+/** A part of a run as others remember it: runs that are cut out of one another share their parts. */
+export interface SharedPart {
+  owner: object;
+  start: number;
+  /** Where it begins in this run. */
+  offset: number;
+  text: string;
+}
+
+/** All parts of a run. */
+export function* partsOf(folded: Node): Generator<SharedPart> {
+  const { cuts, base } = originOf(folded);
+  const source = sourceOf(folded);
+  for (let at = 0; at < source.length;) {
+    const { from, to } = partAt(folded, at);
+    yield { owner: cuts, start: base + from, offset: from, text: source.slice(from, to) };
+    at = to;
+  }
+}
+
+/** What was found out about parts, until they go. */
+export class PartMemory<Value> {
+  readonly #known = new WeakMap<object, Map<number, Value>>();
+
+  get({ owner, start }: SharedPart): Value | undefined {
+    return this.#known.get(owner)?.get(start);
+  }
+
+  set({ owner, start }: SharedPart, value: Value): Value {
+    const own = this.#known.get(owner) ?? new Map<number, Value>();
+    this.#known.set(owner, own.set(start, value));
+    return value;
+  }
+}
+
 /** A run as several: the parts that hold the characters from `offset` on, `length` of them, each by itself, and what is before and behind. */
 export function cutOut(entry: Entry, offset: number, length: number): { entries: Entry[]; first: number; last: number } {
   const { raw, node } = entry;
