@@ -4,7 +4,6 @@
 #include "Wendlores/SwedishTexts.h"
 #include "Wendlores/WendloreApp.h"
 
-#include "Editor/WebEngineEditorView.h"
 #include "Look/Fonts.h"
 #include "Look/Style.h"
 #include "Platform/Desktop.h"
@@ -13,15 +12,17 @@
 #include "Platform/QuitSignals.h"
 #include "Platform/SingleInstance.h"
 #include "Platform/StandardPaths.h"
-#include "Previews/QuickLookWebView.h"
+#include "Previews/WebSchemes.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
+#include "Vault/Collation.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 
 #include <cstdio>
+#include <future>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -130,12 +131,15 @@ int main(int argc, char** argv)
         print(rootNotice, stderr);
         return Failed;
     }
-    registerEditorScheme();
-    registerQuickLookScheme();
+    registerWendloreSchemes();
     QCoreApplication::setApplicationName(u"wendlores"_s);
     QCoreApplication::setApplicationVersion(u"" WENDLORE_VERSION ""_s);
     QGuiApplication::setApplicationDisplayName(u"Wendlores"_s);
     QGuiApplication::setDesktopFileName(SingleInstance::applicationId.toString());
+    // The order of names is learned while the desktop and the web engine are being set up; the first tree
+    // needs it.
+    const auto order =
+        std::async(std::launch::async, [locale = NameOrder::userLocale()] { NameOrder{locale}; });
     QApplication application(argc, argv);
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::standardSocket());
     if (instance.claim() == SingleInstance::Role::second)

@@ -5,6 +5,7 @@ import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirr
 import { EditorView } from 'prosemirror-view';
 import { ChangeReporter } from './bridge';
 import { clipboardProps } from './clipboard/index';
+import { lettersBefore, placeBehind } from './caret';
 import { commandFor } from './commands/exec';
 import { FROM_TEXT, Folding, type Folded } from './folding/folding';
 import { isToEnd, needsWholeSelection } from './folding/input';
@@ -22,11 +23,10 @@ import { firstPlace, lastPlace } from './views/drawn';
 import { isTooLong, showTooLong } from './views/tooLong';
 
 /** Of a longer note so much is read at first; in characters. The rest is folded. */
-const FIRST_PART = 4_000;
+const FIRST_PART = 2_000;
 
 /** What may act on what stands beside the caret, so that it has to be there. */
 const ACTS_AT_CARET = ['keydown', 'beforeinput', 'copy', 'cut', 'paste', 'drop', 'dragstart'] as const;
-
 
 export class NoteEditor implements Folded {
   #folding = new Folding(this);
@@ -96,12 +96,12 @@ export class NoteEditor implements Folded {
   exec(command: string, value?: string | number): void {
     const run = commandFor(command, value);
     if (run === null || this.#unshown !== null) return;
+    const stepsAlone = command !== 'undo' && command !== 'redo';
     this.#isTyping = false;
-    this.#folding.unfoldSelection();
+    if (stepsAlone) this.#folding.unfoldSelection();
     this.#folding.unfoldBesideSelection();
     this.#report();
     this.view.focus();
-    const stepsAlone = command !== 'undo' && command !== 'redo';
     run(this.view.state, (tr) => this.view.dispatch(stepsAlone ? closeHistory(tr) : tr), this.view);
     this.#report();
     if (stepsAlone) this.view.dispatch(closeHistory(this.view.state.tr));
@@ -160,6 +160,7 @@ export class NoteEditor implements Folded {
 
   /** The caret's place in the source, with line ends of one character and no byte order mark. */
   get caret(): number {
+    this.#report();
     return offsetOf(this.#source.blocks, this.view.state.selection.head);
   }
 
@@ -317,7 +318,10 @@ function replaceChildren(tr: Transaction, from: number, to: number, nodes: reado
   const start = tr.doc.resolve(0).posAtIndex(from, 0);
   const end = tr.doc.resolve(0).posAtIndex(to, 0);
   const { head } = tr.selection;
-  tr.replaceWith(start, end, nodes);
   const wasInside = head > start && head < end;
-  return wasInside ? tr.setSelection(Selection.near(tr.doc.resolve(Math.min(head, tr.doc.content.size)))) : tr;
+  const letters = wasInside ? lettersBefore(tr.doc, start, head) : '';
+  tr.replaceWith(start, end, nodes);
+  if (!wasInside) return tr;
+  const kept = placeBehind(tr.doc, start, tr.mapping.map(end), letters) ?? Math.min(head, tr.doc.content.size);
+  return tr.setSelection(Selection.near(tr.doc.resolve(kept)));
 }

@@ -4,6 +4,7 @@ import { gapCursor } from 'prosemirror-gapcursor';
 import { history } from 'prosemirror-history';
 import type { Plugin } from 'prosemirror-state';
 import { tableEditing } from 'prosemirror-tables';
+import { plainBehindLinks } from './commands/behindLink';
 import { typingRules } from './commands/inputRules';
 import { keyPlugins } from './commands/keys';
 import { selectionReporter } from './commands/reporter';
@@ -38,6 +39,7 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     history(),
     tableEditing(),
     tableShape(),
+    plainBehindLinks(),
     dropCursor({ color: false, class: 'drop-cursor', width: 2 }),
     gapCursor(),
     selectionReporter(),

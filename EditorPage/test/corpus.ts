@@ -1,6 +1,7 @@
-import { readFileSync, readdirSync } from 'node:fs';
+import { existsSync, readFileSync, readdirSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import path from 'node:path';
+import { gunzipSync } from 'node:zlib';
 
 /** A note to try things on. */
 export interface Sample {
@@ -61,16 +62,26 @@ function markdownBelow(folder: string): string[] {
   return readdirSync(folder, { withFileTypes: true }).flatMap((entry) => {
     const full = path.join(folder, entry.name);
     if (entry.isDirectory()) return markdownBelow(full);
-    return entry.isFile() && /\.(md|markdown)$/i.test(entry.name) ? [full] : [];
+    return entry.isFile() && /\.(md|markdown)(\.gz)?$/i.test(entry.name) ? [full] : [];
   });
+}
+
+function filesOf(folder: string): Sample[] {
+  const textOf = (file: string) => (file.endsWith('.gz') ? gunzipSync(readFileSync(file)) : readFileSync(file)).toString('utf8');
+  return markdownBelow(folder)
+    .sort()
+    .map((file) => ({ name: path.relative(folder, file), text: textOf(file) }));
 }
 
 /** Every Markdown file of the installed packages. */
 export function packageFiles(): Sample[] {
-  const folder = path.join(root, 'node_modules');
-  return markdownBelow(folder)
-    .sort()
-    .map((file) => ({ name: path.relative(folder, file), text: readFileSync(file, 'utf8') }));
+  return filesOf(path.join(root, 'node_modules'));
+}
+
+/** Every Markdown file of the installed system's documentation, packed ones too. None where there is none. */
+export function systemFiles(): Sample[] {
+  const folder = '/usr/share/doc';
+  return existsSync(folder) ? filesOf(folder) : [];
 }
 
 const notes: Record<string, string> = {
@@ -158,7 +169,8 @@ export function variants({ name, text }: Sample): Sample[] {
   ];
 }
 
-/** Every sample there is. */
+/** Every sample there is, in a long run those of the system too. */
 export function allSamples(): Sample[] {
-  return [...commonMarkExamples(), ...gfmExamples(), ...edgeNotes(), ...packageFiles()];
+  const installed = process.env.LONG ? systemFiles() : [];
+  return [...commonMarkExamples(), ...gfmExamples(), ...edgeNotes(), ...packageFiles(), ...installed];
 }

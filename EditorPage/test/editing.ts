@@ -11,9 +11,11 @@ import {
   deleteRow,
   toggleHeaderRow,
 } from 'prosemirror-tables';
+import { tableShape } from '../src/commands/tableShape';
 import { schema } from '../src/schema';
 import type { Sample } from './corpus';
 import { Pins } from '../src/folding/pins';
+import { execEdits } from './execEdits';
 import { SourceDocument, type Correction } from '../src/source/SourceDocument';
 import { isBlank, isSame } from '../src/source/normal';
 import type { Random } from './random';
@@ -29,7 +31,7 @@ export class Session {
   /** A longer note than `length` is folded behind its first part. */
   constructor(text: string, length = Infinity) {
     this.source = SourceDocument.load(text, length);
-    this.state = EditorState.create({ doc: this.source.doc, plugins: [history({ newGroupDelay: 0 })] });
+    this.state = EditorState.create({ doc: this.source.doc, plugins: [history({ newGroupDelay: 0 }), tableShape()] });
   }
 
   /** Carries out a change, and what the text then makes of the document. */
@@ -94,8 +96,13 @@ function offsetOf(doc: Node, index: number): number {
 
 /** What is wrong between a document and its text, or null. */
 export function disagreement(source: SourceDocument): string | null {
-  const shown = source.doc.children.filter((node) => !isBlank(node));
-  const read = SourceDocument.load(source.text).doc.children.filter((node) => !isBlank(node));
+  return difference(source.doc, SourceDocument.load(source.text).doc);
+}
+
+/** Where two documents do not say the same, or null. */
+export function difference(one: Node, other: Node): string | null {
+  const shown = one.children.filter((node) => !isBlank(node));
+  const read = other.children.filter((node) => !isBlank(node));
   const count = Math.max(shown.length, read.length);
   for (let index = 0; index < count; index += 1) {
     const a = shown[index];
@@ -246,8 +253,11 @@ function insertNode(session: Session, random: Random): boolean {
 const delimited = [marks.strong, marks.em, marks.strike, marks.highlight, marks.code];
 const item = nodes.list_item;
 
-/** The edits that a random sequence is made of. Each returns false when there is no place for it. */
-export const edits: Record<string, (session: Session, random: Random) => boolean> = {
+/** One edit at a place of chance. False when there is no place for it. */
+export type Edit = (session: Session, random: Random) => boolean;
+
+/** The edits that a random sequence is made of. */
+export const edits: Record<string, Edit> = {
   word: (session, random) => typeText(session, random, random.pick(words)),
   active: (session, random) => typeText(session, random, random.pick(active)),
   erase: deletePart,
@@ -367,15 +377,16 @@ export interface Failure {
 
 /** Makes up to `count` random edits, looking after each whether text and document agree, then undoes and redoes all. */
 export function runSequence({ text }: Sample, random: Random, count: number): Failure | null {
+  const all = { ...edits, ...execEdits };
   const done: string[] = [];
   let session: Session;
   const failed = (what: string): Failure => ({ what, edits: done, text: session?.source.text ?? '' });
   try {
     session = new Session(text);
     for (let step = 0; step < count; step += 1) {
-      const name = random.pick(Object.keys(edits));
+      const name = random.pick(Object.keys(all));
       done.push(name);
-      if (!edits[name]!(session, random)) {
+      if (!all[name]!(session, random)) {
         done.pop();
         continue;
       }

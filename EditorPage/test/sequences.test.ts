@@ -5,8 +5,8 @@ import { allSamples } from './corpus';
 import { runSequence } from './editing';
 import { Random } from './random';
 
-/** How many random sequences are tried: SEQUENCES=20000 for a long run, and FIRST_SEED for other ones. */
-const sequences = Number(process.env.SEQUENCES ?? 400);
+/** How many random sequences are tried: more in a long run, or as many as SEQUENCES says, and from FIRST_SEED on. */
+const sequences = Number(process.env.SEQUENCES ?? (process.env.LONG ? 20_000 : 500));
 const firstSeed = Number(process.env.FIRST_SEED ?? 1);
 
 /** Samples that are quick enough to be read back after every edit. */

@@ -12,6 +12,8 @@
 #include <QWebEngineUrlScheme>
 #include <QWebEngineView>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -89,7 +91,11 @@ WebEngineEditorView::WebEngineEditorView()
     connect(m_view, &QWidget::customContextMenuRequested, this, &WebEngineEditorView::showContextMenu);
 
     m_loadTimeOut.setSingleShot(true);
-    connect(&m_loadTimeOut, &QTimer::timeout, this, [this] { m_page->triggerAction(QWebEnginePage::Stop); });
+    connect(&m_loadTimeOut, &QTimer::timeout, this, [this] {
+        // The engine may say nothing of a load that it was given while another one was under way.
+        loadFinished(false);
+        m_page->triggerAction(QWebEnginePage::Stop);
+    });
 }
 
 WebEngineEditorView::~WebEngineEditorView()
@@ -150,6 +156,7 @@ void WebEngineEditorView::load(const QString& address)
     if (!m_page)
         return;
     m_isLoaded = false;
+    m_isLoading = true;
     answerDrains();
     m_loadTimeOut.start(loadTimeOut);
     m_page->load(QUrl(address));
@@ -159,7 +166,8 @@ void WebEngineEditorView::loadFinished(bool succeeded)
 {
     m_loadTimeOut.stop();
     m_isLoaded = succeeded;
-    if (!succeeded && m_events.navigationFailed)
+    const bool wasLoading = std::exchange(m_isLoading, false);
+    if (!succeeded && wasLoading && m_events.navigationFailed)
         m_events.navigationFailed();
 }
 

@@ -55,6 +55,7 @@ private:
     QPointer<EditorPage> m_page;
     QTimer m_loadTimeOut;
     bool m_isLoaded = false;
+    bool m_isLoading = false;
     int m_lastDrain = 0;
     std::map<int, std::function<void()>> m_drains;
 };

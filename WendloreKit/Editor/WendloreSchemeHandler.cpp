@@ -1,11 +1,11 @@
 #include "Editor/WendloreSchemeHandler.h"
 
+#include "Editor/SchemeReply.h"
 #include "Editor/VaultAddress.h"
 #include "State/ResourceBundle.h"
 #include "Vault/DiskEntry.h"
 #include "Vault/ReadFile.h"
 
-#include <QBuffer>
 #include <QPointer>
 #include <QtConcurrent>
 #include <QWebEngineUrlRequestJob>
@@ -30,11 +30,7 @@ void answer(QWebEngineUrlRequestJob& job, const FileURL& file, const QByteArray&
     // as one origin, so that only the page's own files and images can be asked for.
     job.setAdditionalResponseHeaders({{"Access-Control-Allow-Origin", "*"}, {"Cache-Control", "no-cache"}});
 #endif
-    // The engine reads the body on a thread of its own for as long as the request lives.
-    auto* body = new QBuffer;
-    QObject::connect(&job, &QObject::destroyed, body, &QObject::deleteLater);
-    body->setData(bytes);
-    job.reply(mimeType(file.pathExtension()), body);
+    reply(job, mimeType(file.pathExtension()), bytes);
 }
 
 } // namespace

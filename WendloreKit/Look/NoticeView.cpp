@@ -3,10 +3,9 @@
 #include "Look/Colors.h"
 #include "Look/Fonts.h"
 #include "Look/Metrics.h"
-#include "Look/Symbols.h"
+#include "Look/SymbolView.h"
 
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -22,36 +21,9 @@ constexpr int textWidth = 360;
 
 } // namespace
 
-class NoticeView::Symbol final : public QWidget
-{
-public:
-    Symbol(QString name, int size, QWidget* parent)
-        : QWidget(parent)
-        , m_name(std::move(name))
-    {
-        setFixedSize(size, size);
-    }
-
-    void setName(const QString& name)
-    {
-        m_name = name;
-        update();
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        drawSymbol(painter, rect(), m_name, Colors::of(palette()).muted, width());
-    }
-
-private:
-    QString m_name;
-};
-
 NoticeView::NoticeView(const QString& symbol, int symbolSize, QWidget* parent)
     : QWidget(parent)
-    , m_symbol(new Symbol(symbol, symbolSize, this))
+    , m_symbol(new SymbolView(symbol, symbolSize, this))
     , m_title(new QLabel(this))
     , m_message(new QLabel(this))
     , m_stack(new QVBoxLayout(this))

@@ -8,6 +8,8 @@ class QVBoxLayout;
 
 namespace wendlore {
 
+class SymbolView;
+
 /// Something to say in the middle of an empty pane: a large symbol, a title, a sentence, and perhaps a
 /// button.
 class NoticeView final : public QWidget
@@ -27,9 +29,7 @@ public:
     QPushButton* addButton(const QString& text);
 
 private:
-    class Symbol;
-
-    Symbol* m_symbol;
+    SymbolView* m_symbol;
     QLabel* m_title;
     QLabel* m_message;
     QVBoxLayout* m_stack;

@@ -5,6 +5,7 @@
 #include "Look/Metrics.h"
 #include "Look/StyleMenus.h"
 #include "Look/StyleScrollBars.h"
+#include "Look/Symbols.h"
 
 #include <QAbstractButton>
 #include <QMenu>
@@ -214,6 +215,21 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
         return metrics::icon;
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+/// The icons that every menu bar and toolbar asks for are our own: the common ones are picture files, and the
+/// first picture file makes the program load and ask every image plug-in there is, which is a good part of
+/// its start.
+QIcon Style::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (icon) {
+    case SP_ToolBarHorizontalExtensionButton:
+        return symbolIcon(u"chevron.right.2"_s);
+    case SP_ToolBarVerticalExtensionButton:
+        return symbolIcon(u"chevron.down"_s);
+    default:
+        return QProxyStyle::standardIcon(icon, option, widget);
     }
 }
 

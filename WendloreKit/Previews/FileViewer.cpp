@@ -1,6 +1,9 @@
 #include "Previews/FileViewer.h"
 
-#include "Previews/FileCard.h"
+#include "Previews/GoogleDocPreview.h"
+#include "Previews/HTMLViewer.h"
+#include "Previews/ImageViewer.h"
+#include "Previews/PDFViewer.h"
 #include "Previews/QuickLookView.h"
 
 #include "Vault/FilePreviewKind.h"
@@ -11,13 +14,13 @@ QWidget* makeFileViewer(AppState& state, const FileURL& file, QWidget* parent)
 {
     switch (FilePreviewKind::of(file)) {
     case FilePreviewKind::image:
-        return new FileCard(state, file, parent);
+        return new ImageViewer(state, file, parent);
     case FilePreviewKind::pdf:
-        return new FileCard(state, file, parent);
+        return new PDFViewer(state, file, parent);
     case FilePreviewKind::html:
-        return new FileCard(state, file, parent);
+        return new HTMLViewer(state, file, parent);
     case FilePreviewKind::google:
-        return new FileCard(state, file, parent);
+        return new GoogleDocPreview(state, file, parent);
     case FilePreviewKind::editor:
     case FilePreviewKind::other:
         break;

@@ -1,5 +1,7 @@
 #include "Previews/OpenExternally.h"
 
+#include "Previews/GoogleDocPointer.h"
+
 #include "State/Workspace.h"
 #include "Vault/FilePreviewKind.h"
 
@@ -26,7 +28,11 @@ bool opensInExternalApp(const FileURL& file)
 
 void openExternally(Workspace& workspace, const FileURL& file)
 {
-    workspace.open(file);
+    const bool isPointer = FilePreviewKind::of(file) == FilePreviewKind::google;
+    if (const auto document = isPointer ? GoogleDocPointer::previewURL(file) : std::nullopt)
+        workspace.open(*document);
+    else
+        workspace.open(file);
 }
 
 } // namespace wendlore

@@ -59,5 +59,3 @@ private:
 };
 
 } // namespace wendlore
-
-Q_DECLARE_METATYPE(wendlore::FileURL)

@@ -2,12 +2,11 @@
 // one on a line and relative to the bucket, are revealed; every file that gets selected is written to its
 // standard output. It ends with its input, or when its window is closed.
 
-#include "Editor/WebEngineEditorView.h"
 #include "Look/Colors.h"
 #include "Look/Fonts.h"
 #include "Look/Style.h"
 #include "Platform/Desktop.h"
-#include "Previews/QuickLookWebView.h"
+#include "Previews/WebSchemes.h"
 #include "Shell/WendloreView.h"
 
 #include <QApplication>
@@ -72,8 +71,7 @@ private:
 
 int main(int argc, char** argv)
 {
-    registerEditorScheme(); // has to come before the application object
-    registerQuickLookScheme();
+    registerWendloreSchemes(); // has to come before the application object
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("embedding"));
     QApplication::setStyle(new Style);

@@ -7,6 +7,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -113,6 +114,43 @@ private Q_SLOTS:
         QCOMPARE(user.startAgain({u"no/such/note.md"_s}), 1);
         QCOMPARE(first->state(), QProcess::Running);
         QCOMPARE(endOf(*first), 0);
+    }
+
+    /// Every one of them is loaded and asked with the first picture file, before the note is on the screen.
+    void startingLoadsNoImagePlugins()
+    {
+        const Bucket bucket({{"A.md", "a"}});
+        const User user(User::Session::noBus);
+        const auto program = user.start({bucket.file(u"A.md"_s).path()});
+        QVERIFY(user.hasSelected(bucket, u"A.md"_s));
+        QCOMPARE(user.startAgain({}), 0); // its window stands, as it answers
+
+        QFile maps(u"/proc/%1/maps"_s.arg(program->processId()));
+        QVERIFY(maps.open(QIODevice::ReadOnly));
+        const QByteArray loaded = maps.readAll();
+        QVERIFY(loaded.contains("libQt6Gui"));
+        QVERIFY(!loaded.contains("/imageformats/"));
+        QCOMPARE(endOf(*program), 0);
+    }
+
+    void twoUsersOfOneBucketLeaveItAsItIs()
+    {
+        const Bucket bucket({{"A.md", "a\r\n"}, {"B.md", "* b"}});
+        const User anna(User::Session::noBus);
+        const User bo(User::Session::noBus);
+        const auto first = anna.start({bucket.file(u"A.md"_s).path()});
+        const auto second = bo.start({bucket.file(u"A.md"_s).path()});
+        QVERIFY(anna.hasSelected(bucket, u"A.md"_s));
+        QVERIFY(bo.hasSelected(bucket, u"A.md"_s));
+        QCOMPARE(bo.startAgain({bucket.file(u"B.md"_s).path()}), 0);
+        QVERIFY(bo.hasSelected(bucket, u"B.md"_s));
+
+        QCOMPARE(anna.startAgain({}), 0);
+        QCOMPARE(endOf(*first), 0);
+        QCOMPARE(endOf(*second), 0);
+        QCOMPARE(bucket.names(), QStringList({u"A.md"_s, u"B.md"_s}));
+        QCOMPARE(bucket.read(u"A.md"_s), "a\r\n");
+        QCOMPARE(bucket.read(u"B.md"_s), "* b");
     }
 
     void linksAndFilesArriveFromTheDesktop()

@@ -96,14 +96,14 @@ private Q_SLOTS:
     {
         Detail detail;
 
-        detail.select(u"Bild.PNG"_s);
+        detail.select(u"arkiv.zip"_s);
 
-        QVERIFY(detail.shows(u"Bild.PNG"_s));
-        QVERIFY(detail.shows(u"Bild · 4 byte"_s));
+        QVERIFY(detail.shows(u"arkiv.zip"_s));
+        QVERIFY(detail.shows(u"ZIP-fil · 0 byte"_s));
         QVERIFY(!detail.view->editor().isVisible());
         QVERIFY(!childNamed(*detail.view, u"Fet"_s)->isVisible());
         QTest::mouseClick(detail.view->findChild<FileCard*>()->findChild<QPushButton*>(), Qt::LeftButton);
-        QCOMPARE(detail.services.workspace.files, QList{detail.bucket.file(u"Bild.PNG"_s)});
+        QCOMPARE(detail.services.workspace.files, QList{detail.bucket.file(u"arkiv.zip"_s)});
     }
 
     void theOpenButtonIsThereForFilesThatOtherProgramsShow()

@@ -1,7 +1,6 @@
 #include "Support/EngineTest.h"
 
-#include "Editor/WebEngineEditorView.h"
-#include "Previews/QuickLookWebView.h"
+#include "Previews/WebSchemes.h"
 
 #include <unistd.h>
 
@@ -11,8 +10,7 @@ void prepareEngine()
 {
     if (::geteuid() == 0)
         qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    registerEditorScheme();
-    registerQuickLookScheme();
+    registerWendloreSchemes();
 }
 
 void pressKeys(QWidget& widget, const QString& text)

@@ -75,9 +75,15 @@ function textOf(node: Node, from: number, to: number): string {
   return node.textBetween(from, to, '\n', (leaf) => String(leaf.attrs['alias'] ?? leaf.attrs['target'] ?? '\ufffc'));
 }
 
-const number = new Intl.NumberFormat('sv');
+let numberFormat: Intl.NumberFormat | undefined;
+
+/** Made when first needed: it would cost every start more than 10 ms. */
+function formatted(value: number): string {
+  numberFormat ??= new Intl.NumberFormat('sv');
+  return numberFormat.format(value);
+}
 
 /** The counts in words: "1 234 ord, 6 789 tecken". */
 export function inWords({ words, characters }: Counts): string {
-  return `${number.format(words)} ord, ${number.format(characters)} tecken`;
+  return `${formatted(words)} ord, ${formatted(characters)} tecken`;
 }

@@ -4,7 +4,7 @@ import { schema, type CellAlign } from '../schema';
 import { alignLines } from './align';
 import { InlineReader } from './inline';
 import { readLetterList } from './letterList';
-import type { Built, Piece } from './piece';
+import { missingPiece, type Built, type Piece } from './piece';
 import type { Segment } from './segments';
 
 const { nodes } = schema;
@@ -213,10 +213,6 @@ function span(segments: readonly Segment[]): [number, number] {
 
 function textNode(type: NodeType, attrs: Attrs | null, text: string): Node {
   return type.create(attrs, text ? schema.text(text) : null);
-}
-
-function missingPiece(at: number): Piece {
-  return { start: at, end: at, children: [], segments: [], inner: [0, 0], isMissing: true };
 }
 
 function missingParagraph(at: number): Built {

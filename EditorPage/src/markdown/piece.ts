@@ -28,3 +28,8 @@ export interface Built {
 export function shifted(piece: Piece, by: number): Piece {
   return by === 0 ? piece : { ...piece, start: piece.start + by, end: piece.end + by };
 }
+
+/** The piece of a node that the source has nothing for. `at` is where it would stand, counted from the parent's start. */
+export function missingPiece(at: number): Piece {
+  return { start: at, end: at, children: [], segments: [], inner: [0, 0], isMissing: true };
+}

@@ -43,6 +43,8 @@ export class SourceDocument {
   private readonly retired = new Retired();
   private readonly journal = new Journal();
   private readonly exchanged = new Exchanged();
+  /** The document that was handed in last, if it had to be corrected: until it is, it may be handed in again. */
+  private uncorrected: { doc: Node; corrections: readonly Correction[] } | null = null;
 
   private constructor(private note: Note) {
     this.root = rootOf(note.entries);
@@ -94,6 +96,7 @@ export class SourceDocument {
     const changed = relabel(entries, differingLabels(note.labels, labels), labels);
     for (const at of changed) this.remember(at, [before[at]!], [entries[at]!]);
     this.note = { ...note, entries, labels, near: note.near && note.near.index <= index ? note.near : near };
+    this.uncorrected = null;
     this.root = rootOf(entries);
     const nodes = nodesOf(entries.slice(index, index + come.length));
     const elsewhere = changed
@@ -131,6 +134,7 @@ export class SourceDocument {
   /** Brings the text in step with an edited document. */
   apply(next: Node): Applied {
     if (next === this.root) return { change: null, corrections: [] };
+    if (next === this.uncorrected?.doc) return { change: null, corrections: this.uncorrected.corrections };
     const before = this.note;
     const range = differingRange(this.root, next);
     const updated = this.earlier(this.root, next, range) ?? this.earlierNow(next, range) ?? update(before, next, range, this.retired);
@@ -140,6 +144,7 @@ export class SourceDocument {
     // A corrected document may be one that there was before, with bytes of its own.
     const { note, change } = (corrections.length > 0 && this.earlier(old, this.root)) || updated;
     this.note = note;
+    this.uncorrected = corrections.length > 0 ? { doc: next, corrections } : null;
     this.journal.record(before.entries, note.entries);
     return { change, corrections };
   }
@@ -175,6 +180,7 @@ export class SourceDocument {
     const { note, corrections } = reloaded(this.note, text);
     this.journal.record(this.note.entries, note.entries);
     this.note = note;
+    this.uncorrected = null;
     this.root = rootOf(note.entries);
     return corrections;
   }

@@ -1,6 +1,6 @@
-import type { Node } from 'prosemirror-model';
+import { Fragment, type Node } from 'prosemirror-model';
 import type { Labels } from '../markdown/parse';
-import { shifted, type Piece } from '../markdown/piece';
+import { missingPiece, shifted, type Piece } from '../markdown/piece';
 import { schema } from '../schema';
 import { differingChildren } from './changes';
 import { readBlock, type Block } from './entries';
@@ -57,13 +57,27 @@ function readWindow(
   const read = readBlock(header + next.slice(start, end + grown), parsed.type, labels);
   const headerRows = header === '' ? 0 : 1;
   if (!read || read.parsed.attrs.kind !== parsed.attrs.kind) return null;
-  const found = read.parsed.children.slice(headerRows);
+  const width = header === '' ? 0 : parsed.firstChild!.childCount;
+  const found = read.parsed.children.slice(headerRows).map((row) => widerRow(row, width));
   if (found.length !== window.expectedTo - window.from) return null;
   if (!found.every((child, index) => isSame(child, expected.child(window.from + index)))) return null;
 
   const offset = start - header.length + read.piece.start - piece.start;
-  const pieces = read.piece.children.slice(headerRows).map((one) => shifted(one, offset));
+  const pieces = read.piece.children.slice(headerRows).map((one) => shifted(widerPiece(one, width), offset));
   return joined(block, next, window, found, pieces, grown);
+}
+
+/** A row with the cells that it needs in a table where another row has more. Rows of no table have the width 0. */
+function widerRow(row: Node, width: number): Node {
+  if (row.childCount >= width) return row;
+  const more = Array.from({ length: width - row.childCount }, () => nodes.table_cell.create());
+  return row.copy(row.content.append(Fragment.fromArray(more)));
+}
+
+function widerPiece(piece: Piece, width: number): Piece {
+  if (piece.children.length >= width) return piece;
+  const more = Array.from({ length: width - piece.children.length }, () => missingPiece(piece.end - piece.start));
+  return { ...piece, children: [...piece.children, ...more] };
 }
 
 function joined(block: Block, source: string, window: Window, found: Node[], pieces: Piece[], grown: number): Block {

@@ -24,6 +24,7 @@ export function tidy(node: Node): Node {
 function comparable(node: Node): Node {
   return remembered(compared, node, () => {
     const clean = tidy(node);
+    if (clean.type === nodes.definition) return withoutIndents(clean);
     if (clean.isTextblock) return withoutLastLineEnds(mapMarks(clean, samePlainLink));
     return clean.isLeaf ? clean : withContent(clean, mapChildren(clean, comparable));
   });
@@ -33,6 +34,9 @@ function comparable(node: Node): Node {
 export function isSame(a: Node, b: Node): boolean {
   return a === b || a.eq(b) || comparable(a).eq(comparable(b));
 }
+
+/** The node with links of all kinds in one form, for finding where two nodes differ: no offset changes. */
+export const withPlainLinks = (node: Node) => mapMarks(node, samePlainLink);
 
 /** Whether two blocks say the same but for links that Markdown makes of addresses by itself. */
 export function isSameButLinks(a: Node, b: Node): boolean {
@@ -191,6 +195,12 @@ function withoutLastLineEnds(node: Node): Node {
   const text = node.textContent;
   const trimmed = text.trimEnd();
   return text === trimmed || trimmed === '' ? node : node.copy(Fragment.from(schema.text(trimmed)));
+}
+
+/** The blanks that a definition's lines begin with are not shown. */
+function withoutIndents(node: Node): Node {
+  const text = node.textContent.replace(/(^|\n)[ \t]+/g, '$1');
+  return text === node.textContent || text === '' ? node : node.copy(Fragment.from(schema.text(text)));
 }
 
 function samePlainLink(mark: Mark): Mark {

@@ -2,7 +2,9 @@ import type { Fragment, Mark, Node } from 'prosemirror-model';
 import type { Piece } from '../markdown/piece';
 import { writeInline, type Style } from '../markdown/write';
 import { schema } from '../schema';
+import { withPlainLinks } from './normal';
 import { indentLines, type Place } from './place';
+import { labelledSplices } from './references';
 
 /** A change to a block's source: `text` in place of what stands from `from` to `to`. */
 export interface Splice {
@@ -37,12 +39,13 @@ interface Difference {
   middle: Fragment;
 }
 
-function difference(before: Fragment, after: Fragment): Difference | null {
-  const from = before.findDiffStart(after);
-  const ends = from === null ? null : before.findDiffEnd(after);
+function difference(before: Node, after: Node): Difference | null {
+  const [old, next] = [withPlainLinks(before).content, withPlainLinks(after).content];
+  const from = old.findDiffStart(next);
+  const ends = from === null ? null : old.findDiffEnd(next);
   if (from === null || !ends) return null;
   const overlap = Math.max(0, from - Math.min(ends.a, ends.b));
-  return { from, to: ends.a + overlap, middle: after.cut(from, ends.b + overlap) };
+  return { from, to: ends.a + overlap, middle: after.content.cut(from, ends.b + overlap) };
 }
 
 /** Widens a difference until both its ends have a place in the source. */
@@ -61,7 +64,7 @@ function widened(place: Place, after: Fragment, change: Difference): Difference 
  * each has to be read back. `prefix` stands before every further line.
  */
 export function* inlineSplices(source: string, place: Place, next: Node, prefix: string): Generator<Splice> {
-  const change = difference(place.node.content, next.content);
+  const change = difference(place.node, next);
   if (!change) return;
   if (place.piece.isMissing) {
     yield* intoNothing(source, place, next, prefix);
@@ -85,7 +88,10 @@ function* plainSplices(source: string, place: Place, next: Node, change: Differe
     for (const text of texts(source, from, to, next, wide.middle, place)) yield { from, to, text };
   }
   if (next.type.spec.code) return;
-  if (wide.middle.size > 0 && isPlain(wide.middle)) yield* escaped(source, place, wide);
+  if (isPlain(wide.middle)) {
+    yield* labelledSplices(source, place, wide.from, wide.to, textOf(wide.middle));
+    if (wide.middle.size > 0) yield* escaped(source, place, wide);
+  }
   yield* rewritten(place, next);
 }
 
@@ -149,6 +155,8 @@ function* texts(
     if (wasEmpty && /[ \t]/.test(source[from - 1] ?? '') && /[|#]/.test(source[to] ?? '')) yield `${plain} `;
     yield plain;
     if (wasEmpty && next.type.spec.code) yield `${plain}\n`;
+    // At the start of a line as many blanks are taken for indentation as the fence has before it.
+    if (next.type.spec.code && plain.startsWith(' ')) yield* [' ', '  ', '   '].map((indent) => indent + plain);
   }
   if (next.type.spec.code) return;
   const isFirst = from === place.start + place.piece.inner[0];
@@ -177,12 +185,22 @@ function* rewritten(place: Place, next: Node): Generator<Splice> {
   }
 }
 
-/** The first content of an item or quote that had none. */
+/** So many cells may be missing in a row before the one that gets its first content. */
+const missingLimit = 4;
+
+/** The first content of an item or quote that had none, or of a cell that its row did not reach. */
 function* intoNothing(source: string, place: Place, next: Node, prefix: string): Generator<Splice> {
-  if (next.type !== schema.nodes.paragraph) return;
   const at = place.start;
-  const written = writeInline(next.content, { before: '\n', after: '\n', isCell: false });
+  const written = writeInline(next.content, { before: '\n', after: '\n', isCell: isCell(next) });
   const plain = isPlain(next.content) ? textOf(next.content) : written;
+  if (isCell(next)) {
+    const isClosed = source[at - 1] === '|';
+    for (let missing = 0; missing < missingLimit; missing += 1) {
+      const text = ' |'.repeat(missing) + (isClosed ? ` ${written.trim()} |` : ` | ${written.trim()}`);
+      yield { from: at, to: at, text };
+    }
+  }
+  if (next.type !== schema.nodes.paragraph) return;
   for (const text of new Set([plain, written])) {
     const lines = indentLines(text, prefix);
     if (source[at] === ' ') yield { from: at + 1, to: at + 1, text: lines };

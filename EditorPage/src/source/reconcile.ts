@@ -6,6 +6,7 @@ import { childSplices } from './children';
 import { readBlock, type Block } from './entries';
 import { readPart } from './local';
 import { isSame, isSameButLinks, tidy } from './normal';
+import { bracketed, withBrackets } from './angled';
 import { inlineSplices, spliced, type Splice } from './patch';
 import { quickEdit } from './quick';
 import { linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
@@ -49,12 +50,12 @@ interface Changed {
 function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed | null {
   for (const change of changesBetween(block.parsed, aim)) {
     const expected = outcome(block.parsed, change);
-    const mayLink = change.kind === 'inline' && isTyping(nodeAt(block.parsed, change.path), change.node);
+    const linked = change.kind === 'inline' ? withLinksOfItsOwn(block, change, expected) : null;
     let attempts = 0;
     for (const splice of splices(block, change, pool)) {
       const quick = change.kind === 'inline' ? quickEdit(block, splice, expected, change.path) : null;
       if (quick) return { block: quick, linked: null };
-      const next = readBack(block, splice, expected, context, mayLink);
+      const next = readBack(block, splice, expected, context, linked);
       if (next) return { block: next, linked: isSame(next.parsed, expected) ? null : change.path };
       attempts += 1;
       if (attempts === attemptLimit) break;
@@ -63,9 +64,22 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
   return null;
 }
 
-/** Links follow what is typed; making one of a text, or putting one in, is another matter. */
-const isTyping = (before: Node, after: Node) =>
-  before.textContent !== after.textContent && linkCount(after) <= linkCount(before);
+/**
+ * What the block should say with the brackets around its addresses shown, for an edit that may make links of addresses
+ * or end them: links follow what is typed. Making one of a text, or putting one in, is another matter.
+ */
+function withLinksOfItsOwn(block: Block, { path, node }: Change & { kind: 'inline' }, expected: Node): Linked | null {
+  const before = nodeAt(block.parsed, path);
+  const isTyping = before.textContent !== node.textContent && linkCount(node) <= linkCount(before);
+  if (!isTyping) return null;
+  return { path, expected: withNode(expected, path, withBrackets(node, bracketed(block, path), before)) };
+}
+
+/** A block as it should read when links are left out of account, and where in it the edit is. */
+interface Linked {
+  path: readonly number[];
+  expected: Node;
+}
 
 const linkCount = (block: Node) => block.children.filter((child) => child.marks.some((mark) => mark.attrs.auto)).length;
 
@@ -98,10 +112,24 @@ function splices(block: Block, change: Change, pool: Pool): Iterable<Splice> {
 }
 
 /** The block after a splice, if it then says what is expected. */
-function readBack(block: Block, splice: Splice, expected: Node, context: Context, mayLink: boolean): Block | null {
+function readBack(
+  block: Block,
+  splice: Splice,
+  expected: Node,
+  context: Context,
+  linked: Linked | null,
+): Block | null {
   const part = readPart(block, splice, expected, context.labels);
   if (part !== undefined) return part;
   const next = readBlock(spliced(block.source, splice), expected.type, context.labels);
   if (!next) return null;
-  return isSame(next.parsed, expected) || (mayLink && isSameButLinks(next.parsed, expected)) ? next : null;
+  return isSame(next.parsed, expected) || (linked && saysWithLinks(next, linked)) ? next : null;
+}
+
+function saysWithLinks(block: Block, { path, expected }: Linked): boolean {
+  const { parsed } = block;
+  if (isSameButLinks(parsed, expected)) return true;
+  const found = bracketed(block, path);
+  if (found.length === 0) return false;
+  return isSameButLinks(withNode(parsed, path, withBrackets(nodeAt(parsed, path), found)), expected);
 }

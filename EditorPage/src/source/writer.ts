@@ -5,8 +5,10 @@ import { adjusted } from './adjust';
 import { emptyEntry, readBlock, readEntries, type Block, type Entry } from './entries';
 import { isBlank, isSame, tidy } from './normal';
 import type { Pool } from './pool';
+import { inlineSplices, spliced } from './patch';
+import { rootPlace } from './place';
 import { reconcile, type Context } from './reconcile';
-import { carryOver } from './text';
+import { carryOver, unify } from './text';
 
 const { nodes } = schema;
 
@@ -31,16 +33,19 @@ export function writeEntries(shown: Node, old: Entry | undefined, writing: Writi
     const node = adjusted(shown);
     const block = (old && patched(node, old, writing)) ?? written(node, old, writing);
     if (block) return [entryOf(block, node, old, writing.lineEnd)];
-    return reread(
-      isSource(node) ? node.textContent : writeBlock(tidy(node), styleOf(old?.source ?? '')),
-      node,
-      old,
-      writing,
-    );
+    const text = isSource(node) ? sourceOf(node, old) : writeBlock(tidy(node), styleOf(old?.source ?? ''));
+    return reread(text, node, old, writing);
   } catch {
     // No fault of the writers may cost a word: what is left is the text itself.
     return reread(shown.textBetween(0, shown.content.size, '\n\n', '\n'), shown, old, writing);
   }
+}
+
+/** The source that a block of source has become: where its text has changed, and not where its lines begin. */
+function sourceOf(node: Node, old: Entry | undefined): string {
+  if (old?.parsed.type !== node.type) return node.textContent;
+  const [splice] = inlineSplices(old.source, rootPlace(old), node, '');
+  return splice ? spliced(old.source, splice) : node.textContent;
 }
 
 function patched(node: Node, old: Entry, writing: Writing): Block | null {
@@ -89,6 +94,5 @@ function reread(text: string, node: Node, old: Entry | undefined, { labels, line
   const { entries, tail } = readEntries(raw, node.type === nodes.front_matter, labels);
   const last = entries.at(-1);
   if (!last) return [emptyEntry(nodes.paragraph.create(), '')];
-  const blanksAtEnd = /^\s*$/.test(tail) ? '' : tail;
-  return [...entries.slice(0, -1), { ...last, raw: last.raw + blanksAtEnd }];
+  return [...entries.slice(0, -1), { ...last, raw: last.raw + tail, source: last.source + unify(tail).text }];
 }

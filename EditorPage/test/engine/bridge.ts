@@ -218,6 +218,20 @@ export const bridgeTests: Test[] = [
     expectEqual(hidden, ['none', 'none'], 'source');
     expectEqual(find('.summary').textContent, 'Egenskaper: titel', 'summary');
   }],
+  ['a blank in an address shows the brackets around it, and typing goes on behind the blank', async (recorder) => {
+    for (const [before, after] of [['a <http://x.se> c\n', 'a <http: y//x.se> c\n'], ['a http://x.se c\n', 'a http: y//x.se c\n']]) {
+      open(before!);
+      await turn();
+      getSelection()!.collapse(find('a').firstChild, 5);
+      await turn();
+      for (const letter of ' y') {
+        type(letter);
+        await turn();
+      }
+      expectEqual(recorder.text, after, 'text');
+      expectEqual(surface().querySelector('a[href="http://x.se"]'), null, 'link');
+    }
+  }],
   ['a clicked task box is checked in the text', async (recorder) => {
     open('- [ ] a\n- [x] b\n');
     await settle(recorder);

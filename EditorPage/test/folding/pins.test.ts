@@ -6,6 +6,7 @@ import { groupSize } from '../../src/source/groups';
 import { commonEnds } from '../../src/source/text';
 import { allSamples } from '../corpus';
 import { disagreement, edits, Session } from '../editing';
+import { execEdits } from '../execEdits';
 import { Random } from '../random';
 
 /** How many random sequences are tried: SEQUENCES=20000 for a long run, and FIRST_SEED for other ones. */
@@ -50,6 +51,7 @@ function difference(a: string, b: string): string {
 }
 
 const show = (session: Session) => session.source.blocks.map((e) => `${JSON.stringify(e.gap)}${e.node.type.name.slice(0,4)}${e.raw.length}`).join(' ').slice(0, 700);
+const all = { ...edits, ...execEdits };
 const folds = { unfold: unfoldOne, unfoldMore: unfoldOne, fold: foldOne };
 
 /** Edits, folds and unfolds a note at random, then undoes and redoes everything. Tells what went wrong, or nothing. */
@@ -59,11 +61,11 @@ function runSequence(seed: number): string | null {
   const done: string[] = [];
   const session = new Session(text, 1 + random.below(300));
   const failed = (what: string): string => `[${seed}] ${done.join(' ')}: ${what}`;
-  const kinds = Object.keys(edits);
+  const kinds = Object.keys(all);
   try {
     for (let step = 4 + random.below(20); step > 0; step -= 1) {
       const name = random.below(2) === 0 ? random.pick(Object.keys(folds)) : random.pick(kinds);
-      const isDone = name in folds ? folds[name as keyof typeof folds](session, random) : edits[name]!(session, random);
+      const isDone = name in folds ? folds[name as keyof typeof folds](session, random) : all[name]!(session, random);
       if (isDone) done.push(name);
       if (process.env.DBG) console.log(name, isDone, show(session));
       session.state.doc.check();

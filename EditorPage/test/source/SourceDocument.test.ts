@@ -1,10 +1,12 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { splitBlock, toggleMark } from 'prosemirror-commands';
+import { EditorState } from 'prosemirror-state';
 import { sinkListItem, splitListItem } from 'prosemirror-schema-list';
 import { schema } from '../../src/schema';
 import { SourceDocument } from '../../src/source/SourceDocument';
 import { Session, disagreement } from '../editing';
+import { moveBehind, type, typedBehind } from './typing';
 
 const { nodes, marks } = schema;
 
@@ -23,26 +25,6 @@ function moveToEnd(session: Session) {
   session.select(end);
 }
 
-function type(session: Session, text: string) {
-  for (const letter of text) session.dispatch(session.state.tr.insertText(letter));
-}
-
-/** Puts the caret behind the first occurrence of a text. */
-function moveBehind(session: Session, text: string) {
-  session.state.doc.descendants((node, pos) => {
-    const found = node.isText ? node.text!.indexOf(text) : -1;
-    if (found >= 0) session.select(pos + found + text.length);
-  });
-}
-
-function typedBehind(text: string, place: string, typed: string): string {
-  const session = new Session(text);
-  moveBehind(session, place);
-  type(session, typed);
-  assert.equal(disagreement(session.source), null);
-  return session.source.text;
-}
-
 test('what was not edited keeps its bytes', () => {
   const text = '# A #\n\n* x\n+ y\n\n__b__   \n\n\n| a|\n|-|\n';
 
@@ -57,12 +39,41 @@ test('a change is reported as small as it is', () => {
   assert.deepEqual(source.apply(next), { change: null, corrections: [] });
 });
 
+test('a document that had to be corrected and comes once more changes nothing', () => {
+  const source = SourceDocument.load('a http://x.se b\n');
+  const state = EditorState.create({ doc: source.doc });
+  const typed = state.apply(state.tr.insertText(' ', 6)).doc;
+  const { corrections } = source.apply(typed);
+
+  assert.equal(corrections.length, 1);
+  assert.deepEqual(source.apply(typed), { change: null, corrections });
+  assert.equal(source.text, 'a htt p://x.se b\n');
+});
+
 test('text is typed where it is shown', () => {
   assert.equal(typedBehind('a **b** c\n', 'b', ' d'), 'a **b d** c\n');
   assert.equal(typedBehind('a [b](x) c\n', ' c', 'd'), 'a [b](x) cd\n');
   assert.equal(typedBehind('a &amp; \\* b\n', '* b', 'c'), 'a &amp; \\* bc\n');
   assert.equal(typedBehind('> - a\n>   b\n', 'b', 'c'), '> - a\n>   bc\n');
+  assert.equal(typedBehind('[a]:\n    /b\n  "c"\n\n[a]\n', '/b', 'd'), '[a]:\n    /bd\n  "c"\n\n[a]\n');
+  assert.equal(typedBehind('[a]:\n    /b\n  "c"\n', '/b', ' d'), '[a]:\n    /b d\n  "c"\n');
+  assert.equal(typedBehind('  ```\n  a\n  b\n  ```\n', 'a\n', ' '), '  ```\n  a\n   b\n  ```\n');
   assert.equal(typedBehind('| a | b |\n|---|---|\n| c | d |\n', 'c', '!'), '| a | b |\n|---|---|\n| c! | d |\n');
+});
+
+test('a cell that its row did not reach is added to the row', () => {
+  const table = (row: string) => `| a |b| c |\n|---|-|---|\n${row}\n|  d  | e | f |\n`;
+  for (const [row, column, after] of [
+    ['|  x  |', 1, '|  x  | y |'],
+    ['|  x  |', 2, '|  x  | | y |'],
+    [' x', 1, ' x | y'],
+  ] as const) {
+    const session = new Session(table(row));
+    const cell = session.state.doc.firstChild!.child(1).child(column);
+    session.state.doc.descendants((node, pos) => void (node === cell && session.select(pos + 1)));
+    type(session, 'y');
+    assert.equal(session.source.text, table(after));
+  }
 });
 
 test('what would be read as Markdown is escaped, and nothing else', () => {

@@ -37,6 +37,16 @@ for (const [name, source, type, found] of [
   });
 }
 
+test('a row of a long table has as many cells as the widest row', () => {
+  const source = `${longTable}\n| a | b | c |`;
+  const at = source.indexOf('row 150') + 7;
+  const { part, whole } = both(source, nodes.table, { from: at, to: at, text: ' x' });
+
+  assert.ok(part);
+  assert.ok(part.parsed.eq(whole.parsed));
+  assert.deepEqual(part.piece, whole.piece);
+});
+
 test('an item that would swallow the next one is noticed', () => {
   const block = readBlock(longList, nodes.list, labels)!;
   const at = longList.indexOf('- item 150');

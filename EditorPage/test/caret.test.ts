@@ -1,0 +1,23 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { lettersBefore, placeBehind } from '../src/caret';
+import { SourceDocument } from '../src/source/SourceDocument';
+
+const read = (text: string) => SourceDocument.load(text).doc;
+
+/** Where the caret at `caret` of one note comes to stand in another. */
+function moved(before: string, caret: number, after: string): number | null {
+  const next = read(after);
+  return placeBehind(next, 0, next.content.size, lettersBefore(read(before), 0, caret));
+}
+
+test('the caret stays behind its letters as markers become visible', () => {
+  assert.equal(moved('http:y\n', 6, '\\<http:y>\n'), 7);
+  assert.equal(moved('- a **b** ![](c.png) d\n', 8, '- a b\\* ![](c.png) d\n'), 9);
+  assert.equal(moved('ab\n\ncd\n', 6, '# ab\n\n> c\\_d\n'), 7);
+});
+
+test('where the letters are no more, or there were none, there is no such place', () => {
+  assert.equal(moved('ab\n', 3, 'a c\n'), null);
+  assert.equal(moved('ab\n', 1, 'ab\n'), null);
+});

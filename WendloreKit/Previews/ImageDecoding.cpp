@@ -1,0 +1,86 @@
+#include "Previews/ImageDecoding.h"
+
+#include "Previews/ImageHeif.h"
+
+#include <QBuffer>
+#include <QColorSpace>
+#include <QImageReader>
+
+#include <array>
+#include <mutex>
+
+namespace wendlore {
+
+namespace {
+
+/// What each format begins with. The toolkit's own guess would also try formats that are no images to a user,
+/// with decoders that nobody needs here.
+struct Beginning final
+{
+    QByteArrayView bytes;
+    const char* format;
+};
+
+constexpr std::array beginnings{
+    Beginning{"\x89PNG\r\n\x1a\n", "png"},
+    Beginning{"\xff\xd8\xff", "jpeg"},
+    Beginning{"GIF8", "gif"},
+    Beginning{"BM", "bmp"},
+    Beginning{QByteArrayView("II*\0", 4), "tiff"},
+    Beginning{QByteArrayView("MM\0*", 4), "tiff"},
+    Beginning{QByteArrayView("II+\0", 4), "tiff"},
+    Beginning{QByteArrayView("MM\0+", 4), "tiff"},
+};
+
+constexpr qint64 maximumImageBytes = qint64(maximumImageMegabytes) << 20;
+
+/// Whether an image of that size can be drawn within the limit; unknown sizes are left to the decoder's own.
+bool canBeDrawn(QSize size)
+{
+    constexpr qint64 bytesPerPixel = 4;
+    return size.isEmpty() || size.width() <= maximumImageBytes / bytesPerPixel / size.height();
+}
+
+} // namespace
+
+QByteArray imageFormatOf(const QByteArray& bytes)
+{
+    for (const Beginning& beginning : beginnings) {
+        if (bytes.startsWith(beginning.bytes))
+            return beginning.format;
+    }
+    if (bytes.startsWith("RIFF") && bytes.mid(8, 4) == "WEBP")
+        return "webp";
+    return isHeif(bytes) ? "heif" : QByteArray();
+}
+
+QImage readyToDraw(QImage image)
+{
+    static const QColorSpace screen(QColorSpace::SRgb);
+    if (image.colorSpace().isValid() && image.colorSpace() != screen)
+        image.convertToColorSpace(screen);
+    const auto format = image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;
+    return std::move(image).convertToFormat(format);
+}
+
+QImage decodeImage(const QByteArray& bytes)
+{
+    static std::once_flag isLimited;
+    std::call_once(isLimited, [] { QImageReader::setAllocationLimit(maximumImageMegabytes); });
+    const QByteArray format = imageFormatOf(bytes);
+    if (format.isEmpty())
+        return {};
+    if (format == "heif")
+        return readyToDraw(decodeHeif(bytes, maximumImageBytes));
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer, format);
+    reader.setAutoTransform(true);
+    // A file of few bits a pixel grows when it is made ready for the screen.
+    if (!canBeDrawn(reader.size()))
+        return {};
+    QImage image = reader.read();
+    return canBeDrawn(image.size()) ? readyToDraw(std::move(image)) : QImage();
+}
+
+} // namespace wendlore

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+namespace wendlore {
+
+/// Whether `bytes` begin like a HEIC, HEIF or AVIF image.
+[[nodiscard]] bool isHeif(const QByteArray& bytes);
+
+/// The primary image of such a file, turned and cropped as the file says. Null when it is damaged, or would
+/// take more than `limit` bytes of memory.
+[[nodiscard]] QImage decodeHeif(const QByteArray& bytes, qint64 limit);
+
+} // namespace wendlore

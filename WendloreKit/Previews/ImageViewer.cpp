@@ -1,0 +1,85 @@
+#include "Previews/ImageViewer.h"
+
+#include "Previews/ImageAnimation.h"
+#include "Previews/ImageDecoding.h"
+#include "Previews/ReadForViewing.h"
+#include "Previews/ViewerStack.h"
+#include "Previews/ZoomableImage.h"
+
+#include "State/AppState.h"
+
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+constexpr qint64 maximumFileSize = 512LL << 20;
+constexpr int messageSymbol = 32;
+
+} // namespace
+
+struct ImageViewer::Loaded final
+{
+    ImagePyramid image;
+    /// The file's bytes, when the image moves.
+    QByteArray moving;
+};
+
+ImageViewer::ImageViewer(AppState& state, const FileURL& file, QWidget* parent)
+    : QWidget(parent)
+    , m_state(state)
+    , m_file(file)
+    , m_stack(new ViewerStack(this))
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_stack);
+    setFocusProxy(m_stack);
+    const Services& services = state.services();
+    m_loading = services.scheduler.inBackground(
+        [this, &coordinator = services.coordinator, file]() -> std::function<void()> {
+            Loaded loaded;
+            if (const auto bytes = readForViewing(coordinator, file, maximumFileSize)) {
+                loaded.image = ImagePyramid(decodeImage(*bytes));
+                if (ImageFrames::areIn(*bytes))
+                    loaded.moving = *bytes;
+            }
+            return [this, loaded = std::move(loaded)] { didLoad(loaded); };
+        });
+}
+
+ImageViewer::~ImageViewer() = default;
+
+void ImageViewer::didLoad(const Loaded& loaded)
+{
+    m_loading.reset();
+    if (loaded.image.isEmpty()) {
+        m_stack->showMessage(u"Kunde inte ladda bilden"_s, messageSymbol);
+        return;
+    }
+    auto* view = new ZoomableImage(loaded.image);
+    view->setAccessibleName(m_file.lastPathComponent());
+    m_stack->showContent(view);
+    if (loaded.moving.isEmpty())
+        return;
+    m_animation = new ImageAnimation(m_state.services().scheduler, loaded.moving, view);
+    connect(m_animation, &ImageAnimation::frameChanged, view, &ZoomableImage::setPicture);
+    m_animation->setPaused(!isVisible());
+}
+
+void ImageViewer::showEvent(QShowEvent*)
+{
+    if (m_animation)
+        m_animation->setPaused(false);
+}
+
+void ImageViewer::hideEvent(QHideEvent*)
+{
+    if (m_animation)
+        m_animation->setPaused(true);
+}
+
+} // namespace wendlore

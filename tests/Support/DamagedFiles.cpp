@@ -1,0 +1,45 @@
+#include "Support/DamagedFiles.h"
+
+#include "Fakes/ChildProcess.h"
+
+#include <QRandomGenerator>
+
+#include <cstdio>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace wendlore {
+
+namespace {
+
+constexpr rlim_t memoryLimit = 4'000'000'000;
+constexpr int changesAtMost = 20;
+
+QByteArray damaged(QByteArray bytes, QRandomGenerator& random)
+{
+    for (int change = random.bounded(1, changesAtMost); change > 0; --change)
+        bytes[random.bounded(int(bytes.size()))] = char(random.bounded(256));
+    if (random.bounded(4) == 0)
+        bytes.truncate(random.bounded(int(bytes.size())));
+    return bytes;
+}
+
+} // namespace
+
+bool survivesDamage(const QByteArray& file, const std::function<void(const QByteArray&)>& open)
+{
+    const bool isLong = qEnvironmentVariableIsSet("LONG");
+    const ChildResult child = ChildProcess::run([&] {
+        const rlimit memory{memoryLimit, memoryLimit};
+        ::setrlimit(RLIMIT_AS, &memory);
+        ::alarm(isLong ? 600 : 60);
+        std::fclose(stderr); // decoders complain there
+        QRandomGenerator random(11);
+        for (int left = isLong ? 2000 : 60; left > 0; --left)
+            open(damaged(file, random));
+        return QByteArray("alive");
+    });
+    return child.hasExited && child.said == "alive";
+}
+
+} // namespace wendlore
