@@ -7,6 +7,7 @@ import { groupSize } from '../source/groups';
 import type { Correction, SourceDocument } from '../source/SourceDocument';
 import type { FoldedBlock, Watcher } from './foldedBlock';
 import { Pins } from './pins';
+import { rememberHeight } from './heights';
 import { hold } from './scrollHold';
 
 /** Marks transactions that bring the document in step with the text; they are no edits. */
@@ -210,18 +211,20 @@ export class Folding implements Watcher {
   #foldFar(): void {
     const { view } = this.editor;
     const { doc, selection } = view.state;
-    const far: number[] = [];
+    const far: { index: number; height: number }[] = [];
     let pos = 0;
     for (let index = 0; index < doc.childCount; ) {
       const size = groupSize(doc.children, index);
       const end = doc.resolve(pos).posAtIndex(index + Math.max(1, size));
       const last = end - doc.child(index + Math.max(1, size) - 1).nodeSize;
-      if (size > 0 && this.#isFree(doc, selection, index, size) && this.#isFar(pos, last)) far.push(index);
+      const isFree = size > 0 && this.#isFree(doc, selection, index, size);
+      const height = isFree ? this.#heightFarAway(pos, last) : null;
+      if (height !== null) far.push({ index, height });
       index += Math.max(1, size);
       pos = end;
     }
     if (far.length === 0) return;
-    this.editor.refold((source) => far.reverse().flatMap((index) => source.fold(index)).reverse());
+    hold(view, () => this.editor.refold((source) => far.reverse().flatMap((group) => this.#fold(source, group)).reverse()), () => 0);
   }
 
   #isFree(doc: Node, { $from, $to }: Selection, index: number, size: number): boolean {
@@ -229,11 +232,17 @@ export class Folding implements Watcher {
     return doc.children.slice(index, index + size).every((node) => !this.#pins.has(node));
   }
 
-  /** Whether the blocks from the one at `first` to the one at `last` are far from the window. */
-  #isFar(first: number, last: number): boolean {
+  #fold(source: SourceDocument, { index, height }: { index: number; height: number }): readonly Correction[] {
+    const corrections = source.fold(index);
+    for (const { nodes } of corrections) rememberHeight(nodes[0]!, height, this.editor.view.dom);
+    return corrections;
+  }
+
+  /** The height of the blocks from the one at `first` to the one at `last`; null when they are not far from the window. */
+  #heightFarAway(first: number, last: number): number | null {
     const top = this.#boxAt(first)?.top ?? 0;
     const bottom = this.#boxAt(last)?.bottom ?? 0;
-    return top > (1 + FAR) * innerHeight || bottom < -FAR * innerHeight;
+    return top > (1 + FAR) * innerHeight || bottom < -FAR * innerHeight ? bottom - top : null;
   }
 }
 

@@ -14,7 +14,7 @@ export function linesOf(folded: Node): number {
   return known.get(folded) ?? Math.max(1, sourceOf(folded).length / CHARACTERS);
 }
 
-/** The blocks were seen: they are `lines` high. */
-export function rememberLines(folded: Node, lines: number): void {
-  known.set(folded, lines);
+/** The blocks were seen in `note`: they are `height` pixels high. */
+export function rememberHeight(folded: Node, height: number, note: Element): void {
+  known.set(folded, height / (parseFloat(getComputedStyle(note).fontSize) * LINE));
 }

@@ -14,11 +14,11 @@ const block = (index: number): string => `Stycke ${index} med *några* ord till,
 const LONG = `# Lång\n\n${Array.from({ length: 2_000 }, (_, index) => (index % 7 === 3 ? `*   punkt ${index}\n*   till` : block(index))).join('\n\n')}\n`;
 
 /** Shows the long note at its top. */
-async function openLong(recorder: Recorder): Promise<void> {
+async function openLong(recorder: Recorder, text = LONG): Promise<void> {
   // Whole texts are easier to compare.
   delete window.webkit!.messageHandlers!.edited;
   editor().setContent('annat\n');
-  editor().setContent(LONG);
+  editor().setContent(text);
   window.scrollTo(0, 0);
   await turn();
   recorder.clear();
@@ -123,18 +123,18 @@ export const foldingTests: Test[] = [
     expect(recorder.text === LONG, 'undo does not bring the text back');
   }],
   ['Backspace behind folded blocks joins with the one before', async (recorder) => {
-    await openLong(recorder);
+    const text = LONG.replace(/^\*   (punkt \d+\n)\*   /gm, 'En $1');
+    await openLong(recorder, text);
     window.scrollTo(0, document.documentElement.scrollHeight / 2);
     await until(() => shown() !== null, 'text in the window');
     const behind = folded().map((one) => one.nextElementSibling).find((one) => one?.tagName === 'P');
-    expect(behind !== undefined, 'no paragraph behind folded blocks');
-    const number = /^Stycke (\d+)/.exec(behind!.textContent!)![1]!;
+    expect(behind?.tagName === 'P', 'no paragraph behind folded blocks');
+    const words = behind!.textContent!.slice(0, 12);
     await putCaret(behind!, 0);
     press('Backspace');
     await turn();
-    const at = LONG.indexOf(`Stycke ${number} `);
-    expect(recorder.text === LONG.slice(0, at).trimEnd() + LONG.slice(at) || recorder.text === null, 'more than the two blocks changed');
-    expect(recorder.text !== null, 'nothing was joined');
+    const at = text.indexOf(words);
+    expect(recorder.text === text.slice(0, at).trimEnd() + text.slice(at), difference(recorder.text, text));
   }],
   ['a search finds what is folded and goes there', async (recorder) => {
     await openLong(recorder);

@@ -58,8 +58,8 @@ test('what is folded is looked through, and its matches keep their order when it
   const query = { text: 'möte', caseSensitive: false, wholeWords: false };
   state = state.apply(state.tr.setMeta(...findOrder.search(query, 0)));
 
+  while (!foundIn(state)!.finder.isComplete) state = state.apply(state.tr.setMeta(...findOrder.more()));
   assert.equal(foundIn(state)!.matches.length, 41);
-  assert.ok(foundIn(state)!.finder.isComplete);
 
   state = state.apply(state.tr.setMeta(...findOrder.goTo(30)));
   const { node, offset } = foundIn(state)!.matches[30]!.folded!;
