@@ -42,24 +42,28 @@ std::optional<Release> releaseOf(const QXmlStreamAttributes& enclosure)
 
 } // namespace
 
-std::optional<std::vector<Release>> readAppcast(const QByteArray& feed, const PublicKey& key)
+std::optional<Appcast> readAppcast(const QByteArray& feed, const PublicKey& key)
 {
     const auto content = signedPart(feed, key);
     if (!content)
         return std::nullopt;
-    std::vector<Release> releases;
+    Appcast appcast;
     QXmlStreamReader xml(*content);
     while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement || xml.name() != "enclosure"_L1)
+        if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        const auto release = releaseOf(xml.attributes());
-        if (!release)
-            return std::nullopt;
-        releases.push_back(*release);
+        if (xml.name() == "lastBuildDate"_L1) {
+            appcast.published = QDateTime::fromString(xml.readElementText(), Qt::RFC2822Date);
+        } else if (xml.name() == "enclosure"_L1) {
+            const auto release = releaseOf(xml.attributes());
+            if (!release)
+                return std::nullopt;
+            appcast.releases.push_back(*release);
+        }
     }
-    if (xml.hasError())
+    if (xml.hasError() || !appcast.published.isValid())
         return std::nullopt;
-    return releases;
+    return appcast;
 }
 
 std::optional<Release> newestAfter(const QVersionNumber& current, const std::vector<Release>& releases)

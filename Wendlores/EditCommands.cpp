@@ -7,14 +7,33 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
+#include <QUndoStack>
 #include <QWebEnginePage>
 #include <QWebEngineView>
 
 #include <functional>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
+
+namespace {
+
+/// One direction of a stack of moves.
+struct Moving final
+{
+    void (QUndoStack::*run)();
+    bool (QUndoStack::*isPossible)() const;
+    /// What would be done.
+    QString (QUndoStack::*name)() const;
+};
+
+constexpr Moving undoing{&QUndoStack::undo, &QUndoStack::canUndo, &QUndoStack::undoText};
+constexpr Moving redoing{&QUndoStack::redo, &QUndoStack::canRedo, &QUndoStack::redoText};
+
+} // namespace
 
 struct EditCommands::Command final
 {
@@ -28,18 +47,19 @@ struct EditCommands::Command final
     QString word;
     QWebEnginePage::WebAction inPage = QWebEnginePage::NoWebAction;
     bool startsGroup = false;
+    std::optional<Moving> moving = std::nullopt;
 };
 
 namespace {
 
-QLineEdit* focusedField()
+QLineEdit* fieldAt(QWidget* focus)
 {
-    return qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    return qobject_cast<QLineEdit*>(focus);
 }
 
-QWebEngineView* focusedPage()
+QWebEngineView* pageAt(QWidget* focus)
 {
-    for (QWidget* widget = QApplication::focusWidget(); widget; widget = widget->parentWidget()) {
+    for (QWidget* widget = focus; widget; widget = widget->parentWidget()) {
         if (auto* view = qobject_cast<QWebEngineView*>(widget))
             return view;
     }
@@ -71,15 +91,22 @@ bool hasText(const QLineEdit& field)
 EditCommands::EditCommands(WebEditorController& controller, QObject* parent)
     : QObject(parent)
     , m_controller(controller)
-{}
+{
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, QWidget* now) {
+        if (qobject_cast<QMenuBar*>(now) && !qobject_cast<QMenuBar*>(old))
+            m_focusBeforeMenuBar = old;
+    });
+}
 
 const std::vector<EditCommands::Command>& EditCommands::commands()
 {
     using Key = QKeySequence;
     using Page = QWebEnginePage;
     static const std::vector<Command> all{
-        {u"Ångra"_s, Key::Undo, &QLineEdit::undo, &QLineEdit::isUndoAvailable, u"undo"_s},
-        {u"Gör om"_s, Key::Redo, &QLineEdit::redo, &QLineEdit::isRedoAvailable, u"redo"_s},
+        {u"Ångra"_s, Key::Undo, &QLineEdit::undo, &QLineEdit::isUndoAvailable, u"undo"_s, Page::NoWebAction,
+         false, undoing},
+        {u"Gör om"_s, Key::Redo, &QLineEdit::redo, &QLineEdit::isRedoAvailable, u"redo"_s, Page::NoWebAction,
+         false, redoing},
         {u"Klipp ut"_s, Key::Cut, &QLineEdit::cut, hasRemovableSelection, {}, Page::Cut, true},
         {u"Kopiera"_s, Key::Copy, &QLineEdit::copy, hasReadableSelection, {}, Page::Copy},
         {u"Klistra in"_s, Key::Paste, &QLineEdit::paste, isWritable, {}, Page::Paste},
@@ -98,29 +125,62 @@ void EditCommands::addTo(QMenu& menu)
         QAction* action = menu.addAction(command.title);
         action->setShortcut(command.shortcut);
         connect(action, &QAction::triggered, this, [this, &command] { run(command); });
-        connect(&menu, &QMenu::aboutToShow, action,
-                [this, action, &command] { action->setEnabled(isPossible(command)); });
+        connect(&menu, &QMenu::aboutToShow, action, [this, action, &command] {
+            action->setText(titleOf(command));
+            action->setEnabled(isPossible(command));
+        });
         // A key has to reach what has the focus then, whatever the menu showed when it was open.
-        connect(&menu, &QMenu::aboutToHide, action, [action] { action->setEnabled(true); });
+        connect(&menu, &QMenu::aboutToHide, action, [action, &command] {
+            action->setText(command.title);
+            action->setEnabled(true);
+        });
     }
+}
+
+void EditCommands::setMoves(QUndoStack& moves, const QWidget& place)
+{
+    m_moves = &moves;
+    m_movesPlace = &place;
+}
+
+QWidget* EditCommands::focus() const
+{
+    QWidget* widget = QApplication::focusWidget();
+    return qobject_cast<QMenuBar*>(widget) ? m_focusBeforeMenuBar.data() : widget;
+}
+
+QUndoStack* EditCommands::movesFor(const Command& command) const
+{
+    return m_moves && command.moving && focus() == m_movesPlace ? m_moves : nullptr;
+}
+
+QString EditCommands::titleOf(const Command& command) const
+{
+    const QUndoStack* moves = movesFor(command);
+    const QString name = moves ? (moves->*command.moving->name)() : QString();
+    return name.isEmpty() ? command.title : command.title + u' ' + name;
 }
 
 bool EditCommands::isPossible(const Command& command) const
 {
-    if (const QLineEdit* field = focusedField(); field && command.inField)
+    if (const QUndoStack* moves = movesFor(command))
+        return (moves->*command.moving->isPossible)();
+    if (const QLineEdit* field = fieldAt(focus()); field && command.inField)
         return command.isPossibleInField(*field);
     if (!command.word.isEmpty())
         return m_controller.isReady() && m_controller.desiredContent().has_value();
-    return focusedPage() != nullptr;
+    return pageAt(focus()) != nullptr;
 }
 
 void EditCommands::run(const Command& command)
 {
-    if (QLineEdit* field = focusedField(); field && command.inField)
+    if (QUndoStack* moves = movesFor(command))
+        (moves->*command.moving->run)();
+    else if (QLineEdit* field = fieldAt(focus()); field && command.inField)
         command.inField(*field);
     else if (!command.word.isEmpty())
         execInNote(command);
-    else if (QWebEngineView* page = focusedPage())
+    else if (QWebEngineView* page = pageAt(focus()))
         page->triggerPageAction(command.inPage);
 }
 

@@ -1,17 +1,21 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 
 #include <vector>
 
 class QMenu;
+class QUndoStack;
 
 namespace wendlore {
 
 class WebEditorController;
 
-/// The usual commands for text. They go to whatever has the keyboard focus: a field of the window, or else
-/// the editor page. While the menu is open it shows which of them would do anything there.
+/// The usual commands for text. They go to whatever has the keyboard focus: a field of the window, the files
+/// that were moved, or else the editor page. While the menu is open it shows which of them would do anything
+/// there, and what would be undone where that has a name.
 class EditCommands final : public QObject
 {
     Q_OBJECT
@@ -20,16 +24,26 @@ public:
     EditCommands(WebEditorController& controller, QObject* parent = nullptr);
 
     void addTo(QMenu& menu);
+    /// With the focus in `place`, undo and redo mean `moves`; both outlive the menu.
+    void setMoves(QUndoStack& moves, const QWidget& place);
 
 private:
     struct Command;
 
     [[nodiscard]] static const std::vector<Command>& commands();
+    /// What the command goes to: the menu bar has the focus only while it is steered by keyboard.
+    [[nodiscard]] QWidget* focus() const;
+    /// The moves that the command would undo or redo; null when it means something else.
+    [[nodiscard]] QUndoStack* movesFor(const Command& command) const;
+    [[nodiscard]] QString titleOf(const Command& command) const;
     [[nodiscard]] bool isPossible(const Command& command) const;
     void run(const Command& command);
     void execInNote(const Command& command);
 
     WebEditorController& m_controller;
+    QUndoStack* m_moves = nullptr;
+    const QWidget* m_movesPlace = nullptr;
+    QPointer<QWidget> m_focusBeforeMenuBar;
 };
 
 } // namespace wendlore

@@ -91,8 +91,7 @@ void MainWindow::connectSidebar(SidebarView& sidebar)
 {
     FileTreeView& tree = sidebar.tree();
     tree.setUndoRegistrar(&m_undo);
-    connect(&tree, &FileTreeView::undoRequested, &m_moves, &QUndoStack::undo);
-    connect(&tree, &FileTreeView::redoRequested, &m_moves, &QUndoStack::redo);
+    m_menus->edit().setMoves(m_moves, tree);
 }
 
 void MainWindow::showTitle()

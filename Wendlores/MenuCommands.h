@@ -31,6 +31,7 @@ public:
 
     /// Lists the program's windows in the window menu, the main window first.
     void setWindows(const QList<QWidget*>& windows);
+    [[nodiscard]] EditCommands& edit() { return m_edit; }
     /// Where further commands about the program itself go.
     [[nodiscard]] QMenu& helpMenu() const { return *m_help; }
 

@@ -1,5 +1,6 @@
 #include "Wendlores/Updater.h"
 
+#include "State/UserDefaults.h"
 #include "Vault/PrivateDirectory.h"
 
 #include <QFile>
@@ -17,6 +18,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(updateLog, "wendlore.update")
 
+const QString feedDateKey = u"wendloreUpdateFeedDate"_s;
+
 /// Signed or not, nothing is fetched where everybody on the way could see and hold it back.
 bool isPrivate(const QUrl& address)
 {
@@ -26,9 +29,10 @@ bool isPrivate(const QUrl& address)
 
 } // namespace
 
-Updater::Updater(Configuration configuration, QObject* parent)
+Updater::Updater(Configuration configuration, UserDefaults& defaults, QObject* parent)
     : QObject(parent)
     , m_configuration(std::move(configuration))
+    , m_defaults(defaults)
 {
     if (isPrivate(m_configuration.feed))
         m_key = PublicKey::fromBase64(m_configuration.publicKey);
@@ -62,18 +66,28 @@ void Updater::checkForUpdates()
 
 void Updater::readFeed()
 {
-    const auto releases = readAppcast(m_feed, *m_key);
-    if (!releases) {
-        qCWarning(updateLog) << "the feed is not the publisher's, or broken";
+    const auto appcast = readAppcast(m_feed, *m_key);
+    if (!appcast || isReplayed(*appcast)) {
+        qCWarning(updateLog) << "the feed is not the publisher's newest, or broken";
         fail();
         return;
     }
-    const auto newest = newestAfter(m_configuration.version, *releases);
+    const auto newest = newestAfter(m_configuration.version, appcast->releases);
     setBusy(false);
     if (newest)
         Q_EMIT found(*newest);
     else
         Q_EMIT upToDate();
+}
+
+bool Updater::isReplayed(const Appcast& appcast)
+{
+    const auto known = QDateTime::fromString(m_defaults.string(feedDateKey).value_or(QString()), Qt::ISODate);
+    if (known.isValid() && appcast.published < known)
+        return true;
+    if (appcast.published != known)
+        m_defaults.setString(feedDateKey, appcast.published.toUTC().toString(Qt::ISODate));
+    return false;
 }
 
 void Updater::download(const Release& release)

@@ -16,8 +16,11 @@ class QNetworkReply;
 
 namespace wendlore {
 
+class UserDefaults;
+
 /// Looks for a newer version in the publisher's signed feed and downloads its package when asked to. Nothing
 /// is ever installed, older versions are never offered, and what is not signed by the publisher is dropped.
+/// So is a feed older than one that was read before: somebody replays it, to hide what came since.
 class Updater final : public QObject
 {
     Q_OBJECT
@@ -34,7 +37,8 @@ public:
         int timeOut = 30'000; ///< milliseconds without a byte
     };
 
-    explicit Updater(Configuration configuration, QObject* parent = nullptr);
+    /// Remembers in `defaults`, which outlive the updater, how new the feed was.
+    Updater(Configuration configuration, UserDefaults& defaults, QObject* parent = nullptr);
     ~Updater() override;
 
     /// Whether a check may be started: there is a feed, and nothing is under way.
@@ -56,12 +60,14 @@ private:
     void fetch(const QUrl& address, qint64 limit, std::function<void(QIODevice&)> take,
                std::function<void()> done);
     void readFeed();
+    [[nodiscard]] bool isReplayed(const Appcast& appcast);
     void keepPackage(const Release& release);
     [[nodiscard]] bool isGenuine(const Release& release);
     void setBusy(bool isBusy);
     void fail();
 
     Configuration m_configuration;
+    UserDefaults& m_defaults;
     std::optional<PublicKey> m_key;
     QNetworkAccessManager m_network;
     QByteArray m_feed;

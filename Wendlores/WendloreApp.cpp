@@ -19,7 +19,7 @@ namespace wendlore {
 
 WendloreApp::WendloreApp(const Services& services, SystemAppearance& system, Style& style,
                          const Updater::Configuration& updates)
-    : m_updater(updates)
+    : m_updater(updates, services.defaults)
     , m_appState(services) // makes the web view, so the engine starts while the tree is being read
     , m_appearance(m_appState, system, style)
     , m_mainWindow(m_appState)

@@ -1,19 +1,22 @@
-# What `cmake --install` lays down besides the program: the editor page, and the library for programs that embed a
-# bucket (component "library").
+# What `cmake --install` lays down besides the program: the editor page, the dictionaries, and the library for programs
+# that embed a bucket (component "library").
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
-set(bundle_dir ${CMAKE_INSTALL_DATADIR}/wendlores/WendloreKit_WendloreKit.bundle)
+set(resources_dir ${CMAKE_INSTALL_DATADIR}/wendlores)
+set(bundle_dir ${resources_dir}/WendloreKit_WendloreKit.bundle)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/WendloreKit)
 
-install(DIRECTORY ${WENDLORE_DIST_DIR} DESTINATION ${bundle_dir})
-install(DIRECTORY ${WENDLORE_DIST_DIR} DESTINATION ${bundle_dir} COMPONENT library)
+foreach(component Unspecified library)
+    install(DIRECTORY ${WENDLORE_DIST_DIR} DESTINATION ${bundle_dir} COMPONENT ${component})
+    install(DIRECTORY ${WENDLORE_DICTIONARIES_DIR} DESTINATION ${resources_dir} COMPONENT ${component} OPTIONAL)
+endforeach()
 install(TARGETS WendloreCore WendloreKit EXPORT WendloreKitTargets ARCHIVE COMPONENT library)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/WendloreKit/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/WendloreKit COMPONENT library
         FILES_MATCHING PATTERN "*.h" PATTERN Resources EXCLUDE)
 install(EXPORT WendloreKitTargets NAMESPACE Wendlore:: DESTINATION ${package_dir} COMPONENT library)
 configure_package_config_file(cmake/WendloreKitConfig.cmake.in ${CMAKE_BINARY_DIR}/WendloreKitConfig.cmake
-                              INSTALL_DESTINATION ${package_dir} PATH_VARS bundle_dir)
+                              INSTALL_DESTINATION ${package_dir} PATH_VARS resources_dir)
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/WendloreKitConfigVersion.cmake
                                  VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
 

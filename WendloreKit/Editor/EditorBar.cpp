@@ -22,6 +22,13 @@ EditorBar::EditorBar(AppState& state, QWidget* parent)
     row->addStretch();
 }
 
+void EditorBar::setTitle(QWidget& title)
+{
+    auto& row = static_cast<QHBoxLayout&>(*layout());
+    row.insertWidget(0, &title);
+    delete row.takeAt(row.count() - 1);
+}
+
 void EditorBar::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

@@ -14,6 +14,9 @@ class EditorBar final : public QWidget
 public:
     explicit EditorBar(AppState& state, QWidget* parent = nullptr);
 
+    /// Puts `title` at the bar's left end, and the commands at the other.
+    void setTitle(QWidget& title);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 };

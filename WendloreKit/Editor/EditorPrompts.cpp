@@ -36,7 +36,8 @@ EditorPrompts::EditorPrompts(AppState& state, WebEditorController& controller, Q
 void EditorPrompts::showImageImporter()
 {
     const auto note = m_state.selectedFile();
-    const auto picture = m_state.services().panels.chooseFile(u"Infoga"_s, u"Välj en bild"_s, imagePatterns);
+    const auto picture = m_state.services().panels.chooseFile(u"Infoga"_s, u"Välj en bild"_s, imagePatterns,
+                                                              Panels::Start::pictures);
     if (!picture || m_state.selectedFile() != note)
         return;
     if (const auto path = m_state.importAsset(*picture))

@@ -1,5 +1,8 @@
 #include "Editor/Spelling.h"
 
+#include "State/ResourceBundle.h"
+#include "Vault/DiskEntry.h"
+
 #include <QMenu>
 #include <QWebEngineContextMenuRequest>
 #include <QWebEnginePage>
@@ -12,8 +15,17 @@ namespace wendlore {
 namespace {
 
 constexpr qsizetype mostSuggestions = 6;
+constexpr auto folderVariable = "QTWEBENGINE_DICTIONARIES_PATH";
 
 } // namespace
+
+void offerDictionaries()
+{
+    const FileURL folder =
+        resourceBundle().deletingLastPathComponent().appending(u"qtwebengine_dictionaries"_s, true);
+    if (!qEnvironmentVariableIsSet(folderVariable) && diskEntry(folder) == DiskEntry::Folder)
+        qputenv(folderVariable, folder.bytes());
+}
 
 void checkSpelling(QWebEngineProfile& profile)
 {

@@ -7,6 +7,10 @@ class QWebEngineProfile;
 
 namespace wendlore {
 
+/// Says where the dictionaries lie that came with the library. To be called before there is any profile: the
+/// engine looks once, when it starts.
+void offerDictionaries();
+
 /// Checks what is written in pages of `profile` against Swedish and English at once: a word is wrong when
 /// neither knows it.
 void checkSpelling(QWebEngineProfile& profile);

@@ -107,6 +107,7 @@ WebEngineEditorView::~WebEngineEditorView()
 
 void WebEngineEditorView::makeProfile()
 {
+    offerDictionaries();
     // Nobody accepts downloads here, so the engine refuses them.
     m_profile = std::make_unique<QWebEngineProfile>();
     checkSpelling(*m_profile);

@@ -84,6 +84,10 @@ void Style::polish(QWidget* widget)
     QProxyStyle::polish(widget);
     if (qobject_cast<QAbstractButton*>(widget) || widget->inherits("QScrollBar"))
         widget->setAttribute(Qt::WA_Hover);
+    // The menus and sheets of a window with colours of its own are windows that would not get them.
+    const QWidget* parent = widget->parentWidget();
+    if (parent && widget->isWindow() && parent->window()->testAttribute(Qt::WA_SetPalette))
+        widget->setPalette(parent->window()->palette());
 }
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

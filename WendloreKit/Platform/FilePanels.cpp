@@ -7,7 +7,9 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
+#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -70,9 +72,12 @@ std::optional<FileURL> FilePanels::chooseFolder(const QString& prompt, const QSt
 }
 
 std::optional<FileURL> FilePanels::chooseFile(const QString& prompt, const QString& message,
-                                              const QStringList& patterns)
+                                              const QStringList& patterns, Start start)
 {
     QFileDialog dialog(QApplication::activeWindow());
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    if (start == Start::pictures && QFileInfo(pictures).isDir())
+        dialog.setDirectory(pictures);
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilter(filterOf(patterns));
     dialog.setOption(QFileDialog::HideNameFilterDetails);

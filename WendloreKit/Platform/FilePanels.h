@@ -10,7 +10,7 @@ class FilePanels final : public Panels
 public:
     [[nodiscard]] std::optional<FileURL> chooseFolder(const QString& prompt, const QString& message) override;
     [[nodiscard]] std::optional<FileURL> chooseFile(const QString& prompt, const QString& message,
-                                                    const QStringList& patterns) override;
+                                                    const QStringList& patterns, Start start) override;
 };
 
 } // namespace wendlore

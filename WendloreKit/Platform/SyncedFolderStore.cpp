@@ -15,6 +15,7 @@
 #include <QRegularExpression>
 #include <QSysInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -99,6 +100,29 @@ void SyncedFolderStore::synchronize()
         isChanged |= entries(readAll(seen.key()).value_or(BucketChanges())) != seen.value();
     if (isChanged)
         Q_EMIT changedExternally();
+}
+
+void SyncedFolderStore::moveTo(const FileURL& folder)
+{
+    if (folder == m_folder)
+        return;
+    QMap<QString, std::vector<SyncedVaultEntry>> carried;
+    for (auto seen = m_seen.cbegin(); seen != m_seen.cend(); ++seen)
+        carried[seen.key()] = entries(readAll(seen.key()).value_or(BucketChanges()));
+    m_watcher.removePaths(m_watcher.files() + m_watcher.directories());
+    m_folder = folder;
+    m_valid.clear();
+    m_ignored.clear();
+    for (auto mine = carried.cbegin(); mine != carried.cend(); ++mine) {
+        m_seen[mine.key()] = entries(readAll(mine.key()).value_or(BucketChanges()));
+        std::vector<SyncedVaultEntry> all = m_seen[mine.key()];
+        for (const SyncedVaultEntry& entry : *mine) {
+            if (std::ranges::find(all, entry.name, &SyncedVaultEntry::name) == all.end())
+                all.push_back(entry);
+        }
+        setData(mine.key(), toJson(all));
+    }
+    Q_EMIT changedExternally();
 }
 
 FileURL SyncedFolderStore::ownFile(const QString& key) const

@@ -35,6 +35,7 @@ public:
     [[nodiscard]] std::optional<QByteArray> data(const QString& key) override;
     void setData(const QString& key, const QByteArray& value) override;
     void synchronize() override;
+    void moveTo(const FileURL& folder) override;
 
 private:
     [[nodiscard]] FileURL ownFile(const QString& key) const;

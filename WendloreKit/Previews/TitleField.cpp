@@ -4,6 +4,8 @@
 #include "Look/Metrics.h"
 
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionFrame>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +56,22 @@ void TitleField::keyPressEvent(QKeyEvent* event)
     }
     setText(m_title);
     clearFocus();
+}
+
+void TitleField::paintEvent(QPaintEvent* event)
+{
+    const QRect area = rect().adjusted(metrics::inset, 0, -metrics::inset, 0);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, area.width());
+    if (hasFocus() || shown == text()) {
+        QLineEdit::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    QStyleOptionFrame panel;
+    initStyleOption(&panel);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &panel, &painter, this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
 }
 
 void TitleField::finish()

@@ -5,7 +5,7 @@
 namespace wendlore {
 
 /// The window's title, which the user may change where it stands: Enter or leaving it takes the new name
-/// over, Escape brings the old one back.
+/// over, Escape brings the old one back. Without the focus, a title that finds no room ends in an ellipsis.
 class TitleField final : public QLineEdit
 {
     Q_OBJECT
@@ -24,6 +24,7 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void finish();

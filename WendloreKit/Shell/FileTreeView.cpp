@@ -174,17 +174,6 @@ void FileTreeView::setSteering(Steering steering)
     viewport()->update();
 }
 
-/// With the focus here, undo means moves in the tree, and not what was typed into the note.
-bool FileTreeView::event(QEvent* event)
-{
-    if (event->type() == QEvent::ShortcutOverride && m_undo) {
-        const auto& key = static_cast<const QKeyEvent&>(*event);
-        if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo))
-            event->accept();
-    }
-    return QTreeView::event(event);
-}
-
 void FileTreeView::keyPressEvent(QKeyEvent* event)
 {
     setSteering(Steering::keyboard);
@@ -193,10 +182,6 @@ void FileTreeView::keyPressEvent(QKeyEvent* event)
         choose(currentIndex());
     else if (event->key() == Qt::Key_F2 && item)
         Q_EMIT renameRequested(*item);
-    else if (event->matches(QKeySequence::Undo))
-        Q_EMIT undoRequested();
-    else if (event->matches(QKeySequence::Redo))
-        Q_EMIT redoRequested();
     else
         QTreeView::keyPressEvent(event);
 }

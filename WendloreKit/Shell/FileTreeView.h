@@ -50,12 +50,8 @@ Q_SIGNALS:
     /// The user asked for the menu of `item`.
     void menuRequested(const wendlore::FileURL& item, bool isFolder, const QPoint& globalPosition);
     void renameRequested(const wendlore::FileURL& item);
-    /// The user wants a move back, or to do it again.
-    void undoRequested();
-    void redoRequested();
 
 protected:
-    bool event(QEvent* event) override;
     void rowsInserted(const QModelIndex& parent, int first, int last) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

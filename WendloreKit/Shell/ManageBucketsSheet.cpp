@@ -8,6 +8,7 @@
 #include "Look/Metrics.h"
 #include "Look/Symbols.h"
 #include "State/AppState.h"
+#include "State/CloudKeyValueStore.h"
 #include "State/Panels.h"
 #include "State/UserDefaults.h"
 
@@ -131,6 +132,7 @@ void ManageBucketsSheet::chooseCloudFolder()
     if (!folder)
         return;
     m_state.services().defaults.setString(cloudFolderKey, folder->path());
+    m_state.services().cloud.moveTo(*folder);
     showCloudFolder();
 }
 
@@ -139,8 +141,7 @@ void ManageBucketsSheet::showCloudFolder()
     const auto folder = m_state.services().defaults.string(cloudFolderKey);
     m_cloudFolder->setText(
         folder && !folder->isEmpty()
-            ? u"Listan delas med dina andra enheter genom mappen %1. En ny mapp gäller från nästa start."_s
-                  .arg(*folder)
+            ? u"Listan delas med dina andra enheter genom mappen %1."_s.arg(*folder)
             : u"Välj en mapp som synkas mellan dina enheter, så följer listan över buckets med."_s);
 }
 

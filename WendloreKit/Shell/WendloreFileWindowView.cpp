@@ -8,6 +8,7 @@
 #include "Editor/WebEditorController.h"
 #include "Look/Colors.h"
 #include "Previews/FileViewer.h"
+#include "Previews/TitleField.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
 #include "Vault/FilePreviewKind.h"
@@ -75,10 +76,15 @@ QWidget* WendloreFileWindowView::makeEditor()
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(new EditorBar(*m_windowState, pane));
+    auto* bar = new EditorBar(*m_windowState, pane);
+    m_title = new TitleField(bar);
+    bar->setTitle(*m_title);
+    layout->addWidget(bar);
     layout->addWidget(m_editor, 1);
 
     EditorSession& session = m_editor->session();
+    connect(&session, &EditorSession::titleChanged, this, &WendloreFileWindowView::showTitle);
+    connect(m_title, &TitleField::renamed, &session, &EditorSession::setTitle);
     session.open(*m_fileURL);
     connect(
         &session, &EditorSession::loaded, this, [this] { m_windowState->editorController().focus(); },
@@ -100,6 +106,8 @@ void WendloreFileWindowView::showTitle()
 {
     setWindowFilePath(m_fileURL ? m_fileURL->path() : u"/"_s);
     setWindowTitle(m_fileURL ? m_fileURL->nameWithoutExtension() : QString());
+    if (m_title)
+        m_title->setTitle(windowTitle());
 }
 
 void WendloreFileWindowView::bringForward()

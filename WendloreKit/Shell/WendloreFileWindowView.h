@@ -11,6 +11,7 @@ namespace wendlore {
 
 class AppState;
 class EditorView;
+class TitleField;
 class WindowClosing;
 struct Services;
 
@@ -22,8 +23,8 @@ inline constexpr QStringView identifier = u"wendloreFile";
 
 } // namespace WendloreFileWindow
 
-/// One file in a window of its own, always light. While it is open the file stands in `OpenFileWindows`, and
-/// the main window does not edit it.
+/// One file in a window of its own, always light; a note can be renamed there too. While it is open the file
+/// stands in `OpenFileWindows`, and the main window does not edit it.
 class WendloreFileWindowView final : public QMainWindow
 {
     Q_OBJECT
@@ -67,6 +68,8 @@ private:
     std::optional<FileURL> m_fileURL;
     std::unique_ptr<AppState> m_windowState;
     EditorView* m_editor = nullptr;
+    /// Where the user renames the note; null for other kinds of files.
+    TitleField* m_title = nullptr;
     std::unique_ptr<WindowClosing> m_closing;
     bool m_isRegistered = false;
 };

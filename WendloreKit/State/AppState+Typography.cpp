@@ -41,8 +41,8 @@ void AppState::applyTypographyTheme(const TypographyTheme& theme)
 
 void AppState::importTypographyTheme()
 {
-    const auto file =
-        m_services.panels.chooseFile(u"Importera"_s, u"Välj en wendlore-theme.json"_s, {u"*.json"_s});
+    const auto file = m_services.panels.chooseFile(u"Importera"_s, u"Välj en wendlore-theme.json"_s,
+                                                   {u"*.json"_s}, Panels::Start::lastPlace);
     if (!file)
         return;
     if (const auto theme = themeFrom(m_services.coordinator.readWhole(*file)))

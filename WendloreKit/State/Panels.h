@@ -12,6 +12,9 @@ namespace wendlore {
 class Panels
 {
 public:
+    /// Where a chooser starts: where the last one ended, or at the user's pictures.
+    enum class Start { lastPlace, pictures };
+
     virtual ~Panels() = default;
 
     /// Lets the user choose one existing folder.
@@ -19,7 +22,7 @@ public:
                                                               const QString& message) = 0;
     /// Lets the user choose one existing file whose name matches one of `patterns` ("*.json").
     [[nodiscard]] virtual std::optional<FileURL> chooseFile(const QString& prompt, const QString& message,
-                                                            const QStringList& patterns) = 0;
+                                                            const QStringList& patterns, Start start) = 0;
 };
 
 } // namespace wendlore

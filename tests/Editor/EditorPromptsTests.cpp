@@ -112,6 +112,7 @@ void EditorPromptsTests::onlyPicturesAreOffered()
     const QString asked = f.desktop.panels.shown.constFirst();
     QVERIFY2(asked.contains(u"*.png"_s) && asked.contains(u"*.jpeg"_s), qPrintable(asked));
     QVERIFY2(!asked.contains(u"*.md"_s), qPrintable(asked));
+    QVERIFY(f.desktop.panels.isAtPictures);
 }
 
 void EditorPromptsTests::aPictureGoesIntoNoOtherNote()

@@ -1,4 +1,5 @@
 #include "Fakes/Bucket.h"
+#include "Support/ProgramHome.h"
 
 #include <QProcess>
 #include <QTest>
@@ -12,19 +13,15 @@ class MissingBundleTests final : public QObject
     Q_OBJECT
 
 private:
-    /// A place that holds the program alone, and a home for it.
-    Bucket m_place{{"home/", ""}};
+    /// A place that holds the program alone.
+    Bucket m_place;
+    ProgramHome m_home;
 
     [[nodiscard]] QString program() const { return m_place.root().path() + u"/wendlores"_s; }
 
     void start(QProcess& process) const
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const QString& name : {u"HOME"_s, u"XDG_CONFIG_HOME"_s, u"XDG_STATE_HOME"_s, u"XDG_DATA_HOME"_s})
-            environment.insert(name, m_place.folder(u"home/"_s).path());
-        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-        environment.insert(u"QTWEBENGINE_DISABLE_SANDBOX"_s, u"1"_s);
-        process.setProcessEnvironment(environment);
+        process.setProcessEnvironment(m_home.environment(u"offscreen"_s));
         process.start(program(), QStringList());
     }
 
@@ -53,8 +50,7 @@ private Q_SLOTS:
         QProcess process;
         start(process);
         // The settings of the first start are there once the window is.
-        QTRY_VERIFY_WITH_TIMEOUT(
-            QFile::exists(m_place.folder(u"home/"_s).path() + u"/wendlores/settings.json"_s), 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_home.filePath(u"wendlores/settings.json"_s)), 60000);
 
         process.terminate();
         QVERIFY(process.waitForFinished(60000));

@@ -2,6 +2,7 @@
 #include "Platform/SettingsFile.h"
 #include "Support/EngineTest.h"
 #include "Support/PrivateBus.h"
+#include "Support/ProgramHome.h"
 #include "Typography/TypographyTheme.h"
 
 #include <QDBusConnectionInterface>
@@ -35,11 +36,7 @@ public:
     [[nodiscard]] std::unique_ptr<QProcess> start(const QStringList& arguments) const
     {
         auto program = std::make_unique<QProcess>();
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const QString& variable : {u"HOME"_s, u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s,
-                                        u"XDG_STATE_HOME"_s, u"XDG_CACHE_HOME"_s, u"XDG_RUNTIME_DIR"_s})
-            environment.insert(variable, m_home.path());
-        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        QProcessEnvironment environment = m_home.environment(u"offscreen"_s);
         environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_bus ? m_bus->address() : u"disabled:"_s);
         program->setProcessEnvironment(environment);
         program->setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -72,7 +69,7 @@ public:
     [[nodiscard]] PrivateBus& bus() const { return *m_bus; }
 
 private:
-    QTemporaryDir m_home;
+    ProgramHome m_home;
     std::unique_ptr<PrivateBus> m_bus;
 };
 

@@ -9,12 +9,11 @@
 #include "Support/Accessibility.h"
 #include "Support/EngineTest.h"
 #include "Support/RealDesktop.h"
+#include "Support/TreeDrag.h"
 #include "Support/Window.h"
 
-#include <QDropEvent>
 #include <QListView>
 #include <QMenu>
-#include <QMimeData>
 #include <QPushButton>
 
 namespace wendlore {
@@ -60,24 +59,6 @@ public:
         }
         return false;
     }
-    /// Drags an item and holds it over another.
-    void hoverOver(QMimeData& data, const FileURL& target) const
-    {
-        QDragEnterEvent enter({1, 1}, actions, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(tree().viewport(), &enter);
-        QVERIFY(enter.isAccepted());
-        QDragMoveEvent move(placeOf(target), actions, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(tree().viewport(), &move);
-        QVERIFY(move.isAccepted());
-    }
-    void dropOn(QMimeData& data, const FileURL& target) const
-    {
-        QDropEvent drop(placeOf(target), actions, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(tree().viewport(), &drop);
-    }
-
-    static constexpr auto actions = Qt::MoveAction | Qt::CopyAction;
-
     const Bucket& bucket;
     RealDesktop desktop;
     AppState state{desktop.services()};
@@ -156,12 +137,13 @@ void SidebarWindowTests::aNoteIsDraggedIntoAClosedFolderThatOpens()
 {
     const Bucket bucket({{"Arbete/Djup/Index.md", ""}, {"Plan.md", "plan"}});
     Session session(bucket);
-    const auto data = session.tree().dragData(session.row(bucket.file(u"Plan.md"_s)));
+    TreeDrag drag = TreeDrag::of(session.tree(), bucket.file(u"Plan.md"_s));
 
-    session.hoverOver(*data, bucket.folder(u"Arbete"_s));
+    QVERIFY(drag.enter());
+    drag.hoverOver(bucket.folder(u"Arbete"_s));
     QTRY_VERIFY_WITH_TIMEOUT(session.tree().isExpanded(session.row(bucket.folder(u"Arbete"_s))), patience);
-    session.hoverOver(*data, bucket.folder(u"Arbete/Djup"_s));
-    session.dropOn(*data, bucket.folder(u"Arbete/Djup"_s));
+    drag.hoverOver(bucket.folder(u"Arbete/Djup"_s));
+    drag.drop();
 
     QTRY_COMPARE_WITH_TIMEOUT(bucket.read(u"Arbete/Djup/Plan.md"_s), QByteArray("plan"), patience);
     QVERIFY(!bucket.exists(u"Plan.md"_s));

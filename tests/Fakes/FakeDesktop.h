@@ -55,8 +55,9 @@ public:
         return answer;
     }
     [[nodiscard]] std::optional<FileURL> chooseFile(const QString& prompt, const QString& message,
-                                                    const QStringList& patterns) override
+                                                    const QStringList& patterns, Start start) override
     {
+        isAtPictures = start == Start::pictures;
         shown.append(prompt + QLatin1Char('|') + message + QLatin1Char('|') +
                      patterns.join(QLatin1Char(' ')));
         if (whileShown)
@@ -68,6 +69,8 @@ public:
     /// What happens while a file panel is open.
     std::function<void()> whileShown;
     QStringList shown;
+    /// Whether the last file panel started at the user's pictures.
+    bool isAtPictures = false;
 };
 
 /// Reads plainly and records what was asked of the cloud service. Refuses to read what a test lists, and lets

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "State/CloudKeyValueStore.h"
+#include "Vault/FileURL.h"
 
 #include <QMap>
 
@@ -16,6 +17,7 @@ public:
     }
     void setData(const QString& key, const QByteArray& value) override { values[key] = value; }
     void synchronize() override { ++synchronizations; }
+    void moveTo(const FileURL& chosen) override { folder = chosen; }
 
     /// Lets another device store `value`.
     void arrive(const QString& key, const QByteArray& value)
@@ -26,6 +28,7 @@ public:
 
     QMap<QString, QByteArray> values;
     int synchronizations = 0;
+    std::optional<FileURL> folder;
 };
 
 } // namespace wendlore

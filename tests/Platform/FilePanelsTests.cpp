@@ -25,6 +25,18 @@ void inNextDialog(const std::function<void(QFileDialog&)>& work)
     });
 }
 
+/// Lets a bucket be the user's home.
+class Home final
+{
+public:
+    explicit Home(const Bucket& home) { qputenv("HOME", home.root().bytes()); }
+    ~Home() { qputenv("HOME", m_realHome); }
+    Q_DISABLE_COPY_MOVE(Home)
+
+private:
+    const QByteArray m_realHome = qgetenv("HOME");
+};
+
 } // namespace
 
 class FilePanelsTests final : public QObject
@@ -38,6 +50,7 @@ private Q_SLOTS:
     void chosenFolderIsGiven();
     void cancelledPanelGivesNothing();
     void filePanelOffersFilesOfItsKind();
+    void picturesAreLookedForAmongTheUsersPictures();
     void chosenFileIsGiven();
 };
 
@@ -74,8 +87,7 @@ void FilePanelsTests::cloudFoldersAreOfferedWhereThereAreAny()
     QFETCH(const bool, isOffered);
     const Bucket home;
     home.write(folder, "");
-    const QByteArray realHome = qgetenv("HOME");
-    qputenv("HOME", home.root().bytes());
+    const Home inHome(home);
     bool isShown = false;
     inNextDialog([&](QFileDialog& dialog) {
         const auto* accessory = dialog.findChild<VaultLocationAccessory*>();
@@ -85,7 +97,6 @@ void FilePanelsTests::cloudFoldersAreOfferedWhereThereAreAny()
 
     QVERIFY(!FilePanels().chooseFolder(u"Välj bucket"_s, u"Välj en mapp."_s));
 
-    qputenv("HOME", realHome);
     QCOMPARE(isShown, isOffered);
 }
 
@@ -105,7 +116,7 @@ void FilePanelsTests::cancelledPanelGivesNothing()
 {
     inNextDialog([&](QFileDialog& dialog) { dialog.reject(); });
 
-    QVERIFY(!FilePanels().chooseFile(u"Välj"_s, u"Välj"_s, {u"*.json"_s}));
+    QVERIFY(!FilePanels().chooseFile(u"Välj"_s, u"Välj"_s, {u"*.json"_s}, Panels::Start::lastPlace));
 }
 
 void FilePanelsTests::filePanelOffersFilesOfItsKind()
@@ -118,10 +129,26 @@ void FilePanelsTests::filePanelOffersFilesOfItsKind()
         dialog.reject();
     });
 
-    QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en bild"_s, {u"*.png"_s, u"*.jpg"_s}));
+    QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en bild"_s, {u"*.png"_s, u"*.jpg"_s},
+                                     Panels::Start::pictures));
 
     QCOMPARE(filters, QStringList{u"Passande filer (*.png *.PNG *.jpg *.JPG)"_s});
     QVERIFY(isForFiles);
+}
+
+void FilePanelsTests::picturesAreLookedForAmongTheUsersPictures()
+{
+    const Bucket home({{"Pictures/", ""}});
+    const Home inHome(home);
+    QString place;
+    inNextDialog([&place](QFileDialog& dialog) {
+        place = dialog.directory().path();
+        dialog.reject();
+    });
+
+    QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en bild"_s, {u"*.png"_s}, Panels::Start::pictures));
+
+    QCOMPARE(place, home.folder(u"Pictures"_s).path());
 }
 
 void FilePanelsTests::chosenFileIsGiven()
@@ -133,7 +160,8 @@ void FilePanelsTests::chosenFileIsGiven()
         static_cast<QDialog&>(dialog).accept();
     });
 
-    QCOMPARE(FilePanels().chooseFile(u"Importera"_s, u"Välj"_s, {u"*.json"_s}), place.file(u"tema.json"_s));
+    QCOMPARE(FilePanels().chooseFile(u"Importera"_s, u"Välj"_s, {u"*.json"_s}, Panels::Start::lastPlace),
+             place.file(u"tema.json"_s));
 }
 
 int main(int argc, char* argv[])

@@ -85,6 +85,8 @@ private Q_SLOTS:
     void copyMadeByASyncProgramIsIgnoredAndLogged();
     void temporaryFilesOfSyncProgramsAreIgnoredSilently();
     void brokenFileIsLoggedOnce();
+    void folderThatIsChosenTakesEffectAtOnce();
+    void folderThatWasLeftIsNoLongerListenedTo();
     void folderThatCannotBeWrittenChangesNothing();
     void settingsChooseTheFolder_data();
     void settingsChooseTheFolder();
@@ -346,6 +348,41 @@ void SyncedFolderStoreTests::brokenFileIsLoggedOnce()
 
     QTest::failOnWarning(QRegularExpression(u"ignoring"_s));
     QVERIFY(device.names().isEmpty());
+}
+
+void SyncedFolderStoreTests::folderThatIsChosenTakesEffectAtOnce()
+{
+    const Bucket standard;
+    const Bucket shared;
+    Device other(shared, u"b2"_s);
+    other.add(u"Arbete"_s);
+    Device device(standard, u"a1"_s);
+    device.add(u"Hem"_s);
+    QSignalSpy changes(&device.store, &SyncedFolderStore::changedExternally);
+
+    device.store.moveTo(shared.root());
+
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(device.names(), (QStringList{u"Arbete"_s, u"Hem"_s}));
+    QCOMPARE(other.names(), device.names());
+    QCOMPARE(standard.names(), QStringList{fileOf(u"a1"_s)});
+    other.add(u"Resor"_s);
+    QVERIFY(changes.wait(patience));
+    QCOMPARE(device.names(), (QStringList{u"Arbete"_s, u"Hem"_s, u"Resor"_s}));
+}
+
+void SyncedFolderStoreTests::folderThatWasLeftIsNoLongerListenedTo()
+{
+    const Bucket standard;
+    const Bucket shared;
+    Device left(standard, u"b2"_s);
+    Device device(standard, u"a1"_s);
+    device.add(u"Hem"_s);
+    device.store.moveTo(shared.root());
+
+    left.add(u"Arbete"_s);
+
+    QCOMPARE(device.names(), QStringList{u"Hem"_s});
 }
 
 void SyncedFolderStoreTests::folderThatCannotBeWrittenChangesNothing()

@@ -1,5 +1,6 @@
 #include "Previews/TitleField.h"
 
+#include "Look/Metrics.h"
 #include "Support/Window.h"
 
 #include <QSignalSpy>
@@ -7,6 +8,23 @@
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
+
+namespace {
+
+/// The last column of `area` in which something dark is drawn.
+int lastInk(QWidget& widget, const QRect& area)
+{
+    const QImage picture = pictureOf(widget);
+    for (int x = area.right(); x >= area.left(); --x) {
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            if (picture.pixelColor(x, y).lightness() < 128)
+                return x;
+        }
+    }
+    return -1;
+}
+
+} // namespace
 
 class TitleFieldTests final : public QObject
 {
@@ -63,6 +81,22 @@ private Q_SLOTS:
         field.setTitle(u"En betydligt längre titel"_s);
 
         QVERIFY(field.sizeHint().width() > narrow);
+    }
+
+    void aTitleWithoutRoomEndsInAnEllipsisUntilItIsEdited()
+    {
+        TitleField field;
+        field.setTitle(u"HHHHHHHHHHHHHHHHHHHHHHHHHHHHHHHH"_s);
+        showAt(field, {120, metrics::buttonHeight});
+        const QRect upper(0, 0, 120, metrics::buttonHeight / 2);
+        const QRect lower(0, metrics::buttonHeight / 2, 120, metrics::buttonHeight / 2);
+
+        field.setFocus();
+        QCOMPARE(lastInk(field, upper), lastInk(field, lower));
+        field.clearFocus();
+
+        QVERIFY(lastInk(field, upper) < lastInk(field, lower)); // dots stand on the line
+        QVERIFY(lastInk(field, lower) < 120 - metrics::inset);
     }
 };
 

@@ -1,12 +1,16 @@
-// Writes pictures of the main window to a folder: what a person sees first, in the colours asked for. The
-// scale is the toolkit's own (QT_SCALE_FACTOR).
+// Writes pictures of the program's windows, menus and sheets to a folder, in the colours asked for. The scale
+// is the toolkit's own (QT_SCALE_FACTOR).
 
 #include "Editor/EditorToolbar.h"
 #include "Editor/LinkDialog.h"
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
 #include "Look/FlatButton.h"
+#include "Shell/SearchField.h"
+#include "Shell/SidebarView.h"
+#include "Shell/WendloreFileWindowView.h"
 #include "State/AppState.h"
+#include "State/CloudKeyValueStore.h"
 #include "Support/EngineTest.h"
 #include "Support/RealDesktop.h"
 #include "Support/Window.h"
@@ -74,6 +78,16 @@ void takeMenu(QMenu& menu, const Photographer& photographer, const QString& name
     menu.hide();
 }
 
+/// Takes the sheet that is open, and closes it.
+void takeSheet(const Photographer& photographer, const QString& name)
+{
+    auto* sheet = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (!sheet)
+        qFatal("no sheet for %s", qPrintable(name));
+    photographer.take(*sheet, name);
+    sheet->reject();
+}
+
 /// The menus of the editor's toolbar, and what their entries ask.
 void photographCommands(MainWindow& window, const Photographer& photographer)
 {
@@ -97,6 +111,52 @@ void photographCommands(MainWindow& window, const Photographer& photographer)
     }
 }
 
+/// What the sidebar shows and asks.
+void photographSidebar(MainWindow& window, AppState& state, const Photographer& photographer)
+{
+    auto& sidebar = *window.findChild<SidebarView*>();
+    sidebar.toggleSearch();
+    auto& field = *sidebar.findChild<SearchField*>();
+    for (const auto& [query, name] :
+         {std::pair(u"budget"_s, u"search"_s), std::pair(u"xyzzy"_s, u"search-nothing"_s)}) {
+        field.setText(query);
+        if (!QTest::qWaitFor([&state] { return !state.isSearching(); }, patience))
+            qFatal("the search did not end");
+        photographer.take(window, name);
+    }
+    sidebar.toggleSearch();
+
+    sidebar.startRename(*state.selectedFile());
+    takeSheet(photographer, u"sheet-rename"_s);
+    const std::vector<SyncedVaultEntry> entries{{u"1"_s, u"Recept"_s}};
+    state.services().cloud.setData(u"wendlore_synced_vaults"_s, toJson(entries));
+    state.refreshPendingVaults();
+    QMenu& buckets =
+        *buttonNamed<FlatButton>(window, u"Bucket: %1"_s.arg(state.vaultURL()->lastPathComponent()))->menu();
+    takeMenu(buckets, photographer, u"buckets"_s);
+    const std::pair<QString, QString> sheets[] = {{u"Recept"_s, u"sheet-link-bucket"_s},
+                                                  {u"Lägg till bucket…"_s, u"sheet-add-bucket"_s},
+                                                  {u"Hantera buckets…"_s, u"sheet-manage-buckets"_s}};
+    for (const auto& [title, name] : sheets) {
+        for (QAction* entry : buckets.actions()) {
+            if (entry->text() == title)
+                entry->trigger();
+        }
+        takeSheet(photographer, name);
+    }
+}
+
+/// A note in a window of its own, and what the main window shows meanwhile.
+void photographOwnWindow(MainWindow& window, RealDesktop& desktop, const FileURL& note,
+                         const Photographer& photographer)
+{
+    WendloreFileWindowView own(desktop.services(), note);
+    showAt(own, own.size());
+    waitForNote(*own.windowState());
+    photographer.take(own, u"own-window"_s);
+    photographer.take(window, u"elsewhere"_s);
+}
+
 void photograph(const FileURL& bucket, const Photographer& photographer)
 {
     RealDesktop desktop;
@@ -114,6 +174,8 @@ void photograph(const FileURL& bucket, const Photographer& photographer)
     window.resize(window.minimumSizeHint().expandedTo({640, 500}));
     photographer.take(window, u"narrow"_s);
     window.resize(windowSize);
+    photographSidebar(window, state, photographer);
+    photographOwnWindow(window, desktop, *state.selectedFile(), photographer);
 
     state.setSelectedFile(bucket.appending(u"Arbete/Budget 2025.csv"_s));
     photographer.take(window, u"card"_s);

@@ -119,6 +119,7 @@ private Q_SLOTS:
         QCOMPARE(manage.services.defaults.string(u"wendloreCloudFolder"_s),
                  manage.folder.folder(u"Synk"_s).path());
         QVERIFY(manage.says(manage.folder.folder(u"Synk"_s).path()));
+        QCOMPARE(manage.services.cloud.folder, manage.folder.folder(u"Synk"_s));
     }
 };
 

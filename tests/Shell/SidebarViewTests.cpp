@@ -15,6 +15,32 @@
 using namespace Qt::StringLiterals;
 using namespace wendlore;
 
+namespace {
+
+/// A sidebar on screen over a real bucket, or over none.
+class Sidebar final
+{
+public:
+    Sidebar()
+    {
+        showAt(view, {240, 400});
+        QApplication::setActiveWindow(&view);
+    }
+    explicit Sidebar(const Bucket& bucket)
+        : Sidebar()
+    {
+        state.switchVault(bucket.root());
+    }
+
+    void click(const QString& name) const { QTest::mouseClick(childNamed(view, name), Qt::LeftButton); }
+
+    FakeServices services;
+    AppState state{services.services()};
+    SidebarView view{state};
+};
+
+} // namespace
+
 class SidebarViewTests final : public QObject
 {
     Q_OBJECT
@@ -24,42 +50,32 @@ private Q_SLOTS:
 
     void withoutABucketNothingCanBeMade()
     {
-        FakeServices services;
-        AppState state(services.services());
-        SidebarView sidebar(state);
+        Sidebar sidebar;
 
         for (const QString& name : {u"Ny not"_s, u"Ny mapp"_s, u"Sök"_s, u"Uppdatera"_s})
-            QVERIFY2(!childNamed(sidebar, name)->isEnabled(), qPrintable(name));
+            QVERIFY2(!childNamed(sidebar.view, name)->isEnabled(), qPrintable(name));
     }
 
     void theButtonsMakeNotesAndFoldersWhereTheUserIs()
     {
         Bucket bucket({{"Arbete/Index.md", ""}});
-        FakeServices services;
-        AppState state(services.services());
-        state.switchVault(bucket.root());
-        SidebarView sidebar(state);
-        showAt(sidebar, {240, 400});
-        state.setSelectedFolder(bucket.folder(u"Arbete"_s));
+        Sidebar sidebar(bucket);
+        sidebar.state.setSelectedFolder(bucket.folder(u"Arbete"_s));
 
-        QTest::mouseClick(childNamed(sidebar, u"Ny not"_s), Qt::LeftButton);
-        QTest::mouseClick(childNamed(sidebar, u"Ny mapp"_s), Qt::LeftButton);
+        sidebar.click(u"Ny not"_s);
+        sidebar.click(u"Ny mapp"_s);
 
         QVERIFY(bucket.exists(u"Arbete/Ny not.md"_s));
         QVERIFY(bucket.exists(u"Arbete/Ny mapp"_s));
-        QCOMPARE(state.selectedFile(), bucket.file(u"Arbete/Ny not.md"_s));
+        QCOMPARE(sidebar.state.selectedFile(), bucket.file(u"Arbete/Ny not.md"_s));
     }
 
     void refreshingReadsTheTreeAtOnceAndAgainAfterTheWalk()
     {
         Bucket bucket({{"A.md", ""}});
-        FakeServices services;
-        AppState state(services.services());
-        state.switchVault(bucket.root());
-        SidebarView sidebar(state);
-        showAt(sidebar, {240, 400});
-        QWidget* button = childNamed(sidebar, u"Uppdatera"_s);
-        const auto rows = [&sidebar] { return sidebar.tree().model()->rowCount(); };
+        Sidebar sidebar(bucket);
+        QWidget* button = childNamed(sidebar.view, u"Uppdatera"_s);
+        const auto rows = [&sidebar] { return sidebar.view.tree().model()->rowCount(); };
 
         bucket.write(u"B.md"_s, "");
         QTest::mouseClick(button, Qt::LeftButton);
@@ -67,51 +83,40 @@ private Q_SLOTS:
         QVERIFY(!button->isEnabled());
 
         bucket.write(u"C.md"_s, "");
-        services.scheduler.finishBackgroundWork();
+        sidebar.services.scheduler.finishBackgroundWork();
         QCOMPARE(rows(), 3);
         QVERIFY(button->isEnabled());
     }
 
     void theFeedbackLineOpensTheForm()
     {
-        FakeServices services;
-        AppState state(services.services());
-        SidebarView sidebar(state);
-        showAt(sidebar, {240, 400});
+        Sidebar sidebar;
 
-        QTest::mouseClick(childNamed(sidebar, u"Rapportera fel & önskemål"_s), Qt::LeftButton);
+        sidebar.click(u"Rapportera fel & önskemål"_s);
 
-        QCOMPARE(services.workspace.addresses.size(), 1);
-        QCOMPARE(services.workspace.addresses.front().scheme(), u"https"_s);
+        QCOMPARE(sidebar.services.workspace.addresses.size(), 1);
+        QCOMPARE(sidebar.services.workspace.addresses.front().scheme(), u"https"_s);
     }
 
     void itsGroundIsTintedInBothColorSchemes()
     {
-        FakeServices services;
-        AppState state(services.services());
-        SidebarView sidebar(state);
-        showAt(sidebar, {240, 400});
-        QCOMPARE(pictureOf(sidebar).pixelColor(120, 300), Colors::of(ColorScheme::light).side);
+        Sidebar sidebar;
+        QCOMPARE(pictureOf(sidebar.view).pixelColor(120, 300), Colors::of(ColorScheme::light).side);
 
         useProductLook(ColorScheme::dark);
 
-        QTRY_COMPARE(pictureOf(sidebar).pixelColor(120, 300), Colors::of(ColorScheme::dark).side);
+        QTRY_COMPARE(pictureOf(sidebar.view).pixelColor(120, 300), Colors::of(ColorScheme::dark).side);
         useProductLook();
     }
 
     void everyControlIsReachedByTab()
     {
         Bucket bucket({{"A.md", ""}});
-        FakeServices services;
-        AppState state(services.services());
-        state.switchVault(bucket.root());
-        SidebarView sidebar(state);
-        showAt(sidebar, {240, 400});
-        QApplication::setActiveWindow(&sidebar);
+        Sidebar sidebar(bucket);
 
         QStringList reached;
         for (int i = 0; i < 7; ++i) {
-            QTest::keyClick(&sidebar, Qt::Key_Tab);
+            QTest::keyClick(&sidebar.view, Qt::Key_Tab);
             reached.append(QApplication::focusWidget()->accessibleName());
         }
 
@@ -129,56 +134,45 @@ private Q_SLOTS:
 
     void theActionsStandInTheirOrder()
     {
-        FakeServices services;
-        AppState state(services.services());
-        SidebarView sidebar(state);
-        showAt(sidebar, {240, 400});
+        Sidebar sidebar;
 
         int last = -1;
         for (const QString& name : {u"Ny not"_s, u"Ny mapp"_s, u"Sök"_s, u"Uppdatera"_s}) {
-            QVERIFY2(childNamed(sidebar, name)->x() > last, qPrintable(name));
-            last = childNamed(sidebar, name)->x();
+            QVERIFY2(childNamed(sidebar.view, name)->x() > last, qPrintable(name));
+            last = childNamed(sidebar.view, name)->x();
         }
     }
 
     void searchingTakesThePlaceOfTheTreeUntilItIsClosed()
     {
         Bucket bucket({{"A.md", "Anna"}});
-        FakeServices services;
-        AppState state(services.services());
-        state.switchVault(bucket.root());
-        SidebarView sidebar(state);
-        showAt(sidebar, {240, 400});
-        QApplication::setActiveWindow(&sidebar);
+        Sidebar sidebar(bucket);
 
-        QTest::mouseClick(childNamed(sidebar, u"Sök"_s), Qt::LeftButton);
-        QVERIFY(sidebar.isSearchShown());
-        QVERIFY(!sidebar.tree().isVisible());
+        sidebar.click(u"Sök"_s);
+        QVERIFY(sidebar.view.isSearchShown());
+        QVERIFY(!sidebar.view.tree().isVisible());
         QTest::keyClicks(QApplication::focusWidget(), u"anna"_s);
-        services.scheduler.finishBackgroundWork();
-        QCOMPARE(state.searchResults().size(), 1U);
+        sidebar.services.scheduler.finishBackgroundWork();
+        QCOMPARE(sidebar.state.searchResults().size(), 1U);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
 
-        QVERIFY(!sidebar.isSearchShown());
-        QVERIFY(sidebar.tree().isVisible());
-        QVERIFY(state.searchResults().empty());
-        QCOMPARE(state.searchQuery(), QString());
-        QVERIFY(!buttonNamed<IconButton>(sidebar, u"Sök"_s)->isChecked());
+        QVERIFY(!sidebar.view.isSearchShown());
+        QVERIFY(sidebar.view.tree().isVisible());
+        QVERIFY(sidebar.state.searchResults().empty());
+        QCOMPARE(sidebar.state.searchQuery(), QString());
+        QVERIFY(!buttonNamed<IconButton>(sidebar.view, u"Sök"_s)->isChecked());
     }
 
     void theMenuOfAnItemOffersToRenameIt()
     {
         Bucket bucket({{"Plan.md", ""}});
-        FakeServices services;
-        AppState state(services.services());
-        state.switchVault(bucket.root());
-        SidebarView sidebar(state);
-        showAt(sidebar, {240, 400});
+        Sidebar sidebar(bucket);
 
-        const QPoint place = sidebar.tree().visualRect(sidebar.tree().model()->index(0, 0)).center();
+        const QPoint place =
+            sidebar.view.tree().visualRect(sidebar.view.tree().model()->index(0, 0)).center();
         QContextMenuEvent event(QContextMenuEvent::Mouse, place,
-                                sidebar.tree().viewport()->mapToGlobal(place));
-        QApplication::sendEvent(sidebar.tree().viewport(), &event);
+                                sidebar.view.tree().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(sidebar.view.tree().viewport(), &event);
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         QVERIFY(menu);
         for (QAction* entry : menu->actions()) {
@@ -187,7 +181,7 @@ private Q_SLOTS:
         }
         menu->close();
 
-        QVERIFY(sidebar.findChild<RenamePrompt*>());
+        QVERIFY(sidebar.view.findChild<RenamePrompt*>());
     }
 };
 

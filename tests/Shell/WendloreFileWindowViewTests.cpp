@@ -4,16 +4,31 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Look/Colors.h"
+#include "Look/Sheet.h"
+#include "Previews/TitleField.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
 #include "Support/Window.h"
 
 #include <QApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
+
+namespace {
+
+void rename(TitleField& title, const QString& name)
+{
+    title.setFocus();
+    title.selectAll();
+    QTest::keyClicks(&title, name);
+    QTest::keyClick(&title, Qt::Key_Return);
+}
+
+} // namespace
 
 class WendloreFileWindowViewTests final : public QObject
 {
@@ -47,6 +62,39 @@ private Q_SLOTS:
         QCOMPARE(window.minimumSize(), QSize(480, 320));
     }
 
+    void aNoteIsRenamedInItsTitle()
+    {
+        const Bucket bucket({{"Plan.md", "plan\n"}});
+        FakeServices services;
+        WendloreFileWindowView window(services.services(), bucket.file(u"Plan.md"_s));
+        showAt(window, {600, 400});
+        auto* title = window.findChild<TitleField*>();
+        QCOMPARE(title->text(), u"Plan"_s);
+
+        rename(*title, u"Mål"_s);
+
+        QCOMPARE(bucket.names(), QStringList(u"Mål.md"_s));
+        QCOMPARE(bucket.read(u"Mål.md"_s), "plan\n");
+        QCOMPARE(window.fileURL(), bucket.file(u"Mål.md"_s));
+        QCOMPARE(window.windowTitle(), u"Mål"_s);
+        QVERIFY(OpenFileWindows::shared().isOpen(bucket.file(u"Mål.md"_s)));
+    }
+
+    void aNameThatIsTakenRenamesNothing()
+    {
+        const Bucket bucket({{"Plan.md", "plan\n"}, {"Mål.md", "annat\n"}});
+        FakeServices services;
+        WendloreFileWindowView window(services.services(), bucket.file(u"Plan.md"_s));
+        showAt(window, {600, 400});
+        auto* title = window.findChild<TitleField*>();
+
+        rename(*title, u"Mål"_s);
+
+        QCOMPARE(title->text(), u"Plan"_s);
+        QCOMPARE(bucket.names(), QStringList({u"Mål.md"_s, u"Plan.md"_s}));
+        QCOMPARE(bucket.read(u"Mål.md"_s), "annat\n");
+    }
+
     void itStaysLightInADarkProgram()
     {
         const Bucket bucket({{"A.md", ""}});
@@ -59,6 +107,15 @@ private Q_SLOTS:
         QCOMPARE(schemeOf(QApplication::palette()), ColorScheme::dark);
         QCOMPARE(schemeOf(window.palette()), ColorScheme::light);
         QCOMPARE(schemeOf(window.editor()->palette()), ColorScheme::light);
+        QMenu menu(&window);
+        Sheet sheet(u"Byt namn"_s, &window);
+        Sheet elsewhere(u"Byt namn"_s, nullptr);
+        for (QWidget* widget :
+             {static_cast<QWidget*>(&menu), static_cast<QWidget*>(&sheet), static_cast<QWidget*>(&elsewhere)})
+            widget->ensurePolished();
+        QCOMPARE(schemeOf(menu.palette()), ColorScheme::light);
+        QCOMPARE(schemeOf(sheet.palette()), ColorScheme::light);
+        QCOMPARE(schemeOf(elsewhere.palette()), ColorScheme::dark);
     }
 
     void itIsRegisteredWhileItIsThere()

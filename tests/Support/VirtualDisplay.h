@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QProcess>
 #include <QRect>
 #include <QRegularExpression>
@@ -7,16 +8,17 @@
 
 namespace wendlore {
 
-/// A screen of its own, without a window manager, with a keyboard that is played by xdotool.
+/// A screen of its own, without a window manager, with a keyboard and a pointer that are played by xdotool.
 class VirtualDisplay final
 {
 public:
     VirtualDisplay()
     {
+        // Without its last client the server would start anew, and drop whoever comes just then.
         m_server.start(QStringLiteral("Xvfb"),
                        {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
                         QStringLiteral("0"), QStringLiteral("1280x900x24"), QStringLiteral("-nolisten"),
-                        QStringLiteral("tcp")});
+                        QStringLiteral("tcp"), QStringLiteral("-noreset")});
         if (m_server.waitForStarted() && m_server.waitForReadyRead())
             m_name = QLatin1Char(':') + QString::fromLatin1(m_server.readLine()).trimmed();
     }
@@ -52,7 +54,11 @@ public:
         });
         return found;
     }
-    void focus(const QString& window) const { control({QStringLiteral("windowfocus"), window}); }
+    /// Brings a window to the front, for the pointer and the keyboard.
+    void focus(const QString& window) const
+    {
+        control({QStringLiteral("windowraise"), window, QStringLiteral("windowfocus"), window});
+    }
     void press(const QString& keys) const
     {
         control({QStringLiteral("key"), QStringLiteral("--clearmodifiers"), keys});
@@ -60,6 +66,20 @@ public:
     void type(const QString& text) const
     {
         control({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), text});
+    }
+    enum class Button { left = 1, right = 3 };
+    void click(const QPoint& place, Button button = Button::left) const
+    {
+        control(moveTo(place) + QStringList{QStringLiteral("click"), QString::number(int(button))});
+    }
+    /// Moves the pointer with its left button held down, by steps as a hand does.
+    void drag(const QPoint& from, const QPoint& to) const
+    {
+        constexpr int steps = 6;
+        control(moveTo(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
+        for (int step = 1; step <= steps; ++step)
+            control(moveTo(from + (to - from) * step / steps));
+        control({QStringLiteral("mouseup"), QStringLiteral("1")});
     }
     [[nodiscard]] QRect placeOf(const QString& window) const
     {
@@ -72,6 +92,11 @@ public:
     }
 
 private:
+    [[nodiscard]] static QStringList moveTo(const QPoint& place)
+    {
+        return {QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y())};
+    }
+
     QProcess m_server;
     QString m_name;
 };

@@ -4,7 +4,9 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Previews/ContentView.h"
+#include "Shell/FileTreeView.h"
 #include "State/AppState.h"
+#include "Support/TreeDrag.h"
 #include "Wendlores/MainWindow.h"
 
 #include <QLineEdit>
@@ -35,10 +37,29 @@ public:
         qFatal("no entry %s", qPrintable(title));
     }
 
+    /// Shows `bucket`, with the focus in its tree.
+    FileTreeView& treeOf(const Bucket& bucket)
+    {
+        state.switchVault(bucket.root());
+        window.show();
+        QApplication::setActiveWindow(&window);
+        auto& tree = *window.findChild<FileTreeView*>();
+        tree.setFocus();
+        return tree;
+    }
+
     FakeServices services;
     AppState state;
     MainWindow window;
 };
+
+void move(FileTreeView& tree, const FileURL& item, const FileURL& folder)
+{
+    TreeDrag drag = TreeDrag::of(tree, item);
+    QVERIFY(drag.enter());
+    drag.hoverOver(folder);
+    drag.drop();
+}
 
 } // namespace
 
@@ -169,6 +190,50 @@ private Q_SLOTS:
         Q_EMIT edit->aboutToShow();
         Q_EMIT edit->aboutToHide();
         QVERIFY(menus.entry(u"Kopiera"_s)->isEnabled()); // for its key
+    }
+
+    void undoInTheTreeNamesAndTakesBackTheMove()
+    {
+        const Bucket bucket({{"Arbete/Index.md", ""}, {"Plan.md", "plan"}});
+        Menus menus;
+        FileTreeView& tree = menus.treeOf(bucket);
+        QAction* undo = menus.entry(u"Ångra"_s);
+        QAction* redo = menus.entry(u"Gör om"_s);
+        auto* edit = qobject_cast<QMenu*>(undo->parent());
+
+        Q_EMIT edit->aboutToShow();
+        QVERIFY(!undo->isEnabled());
+        Q_EMIT edit->aboutToHide();
+        move(tree, bucket.file(u"Plan.md"_s), bucket.folder(u"Arbete"_s));
+        QVERIFY(bucket.exists(u"Arbete/Plan.md"_s));
+        Q_EMIT edit->aboutToShow();
+        QCOMPARE(undo->text(), u"Ångra Flytta"_s);
+        QVERIFY(undo->isEnabled() && !redo->isEnabled());
+        Q_EMIT edit->aboutToHide();
+        QCOMPARE(undo->text(), u"Ångra"_s);
+
+        QTest::keyClick(&tree, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(bucket.read(u"Plan.md"_s), "plan");
+        Q_EMIT edit->aboutToShow();
+        QCOMPARE(redo->text(), u"Gör om Flytta"_s);
+        redo->trigger();
+        QVERIFY(bucket.exists(u"Arbete/Plan.md"_s));
+    }
+
+    void aMenuSteeredByKeyboardMeansWhatHadTheFocusBefore()
+    {
+        const Bucket bucket({{"Arbete/Index.md", ""}, {"Plan.md", "plan"}});
+        Menus menus;
+        FileTreeView& tree = menus.treeOf(bucket);
+        move(tree, bucket.file(u"Plan.md"_s), bucket.folder(u"Arbete"_s));
+        QAction* undo = menus.entry(u"Ångra"_s);
+
+        menus.window.menuBar()->setFocus(Qt::MenuBarFocusReason);
+        Q_EMIT qobject_cast<QMenu*>(undo->parent())->aboutToShow();
+
+        QCOMPARE(undo->text(), u"Ångra Flytta"_s);
+        undo->trigger();
+        QVERIFY(bucket.exists(u"Plan.md"_s));
     }
 
     void theSidebarCanBeHidden()

@@ -1,6 +1,7 @@
 #include "Wendlores/Updater.h"
 
 #include "Fakes/FakeDesktop.h"
+#include "Fakes/MemoryDefaults.h"
 #include "Wendlores/CheckForUpdatesView.h"
 
 #include <QAction>
@@ -106,13 +107,13 @@ public:
         publish(version);
     }
 
-    void publish(const QByteArray& version)
+    void publish(const QByteArray& version, const QByteArray& date = "Sat, 21 Nov 2026 10:00:00 +0000")
     {
-        content = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<rss version=\"2.0\"><channel><item>"
-                  "<enclosure url=\"" +
-                  server.address(u"/p.deb"_s).toEncoded() + "\" length=\"" +
-                  QByteArray::number(package.size()) + "\" version=\"" + version + "\" signature=\"" +
-                  publisher.sign(package) + "\"/></item></channel></rss>\n";
+        content = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<rss version=\"2.0\"><channel>"
+                  "<lastBuildDate>" +
+                  date + "</lastBuildDate><item><enclosure url=\"" + server.address(u"/p.deb"_s).toEncoded() +
+                  "\" length=\"" + QByteArray::number(package.size()) + "\" version=\"" + version +
+                  "\" signature=\"" + publisher.sign(package) + "\"/></item></channel></rss>\n";
         server.files["/feed.xml"] = publisher.signedFeed(content);
     }
     [[nodiscard]] Updater::Configuration configuration() const
@@ -132,6 +133,8 @@ public:
     QTemporaryDir folder;
     Publisher publisher;
     Server server;
+    /// What the program remembers from one check, and one run, to the next.
+    MemoryDefaults defaults;
     QByteArray package = QByteArray(200'000, 'p') + "end";
     QByteArray content;
 };
@@ -172,8 +175,8 @@ class UpdaterTests final : public QObject
 private Q_SLOTS:
     void aNewerVersionIsFoundAndDownloaded()
     {
-        const Feed feed;
-        Updater updater(feed.configuration());
+        Feed feed;
+        Updater updater(feed.configuration(), feed.defaults);
         std::optional<Release> release;
         QCOMPARE(check(updater, &release), Answer::found);
         QCOMPARE(release->version, QVersionNumber(2, 0, 0));
@@ -200,8 +203,8 @@ private Q_SLOTS:
     void olderAndEqualVersionsAreNotOffered()
     {
         QFETCH(const QByteArray, version);
-        const Feed feed(version);
-        Updater updater(feed.configuration());
+        Feed feed(version);
+        Updater updater(feed.configuration(), feed.defaults);
 
         QCOMPARE(check(updater), Answer::upToDate);
     }
@@ -224,6 +227,11 @@ private Q_SLOTS:
         add("signed but incomplete", [](const Feed& feed) {
             return feed.publisher.signedFeed("<rss><enclosure version=\"3.0\"/></rss>\n");
         });
+        add("signed but without a date", [](const Feed& feed) {
+            const qsizetype start = feed.content.indexOf("<lastBuildDate>");
+            const qsizetype end = feed.content.indexOf("<item>");
+            return feed.publisher.signedFeed(QByteArray(feed.content).remove(start, end - start));
+        });
         add("empty", [](const Feed&) { return QByteArray(""); });
         add("larger than allowed",
             [](const Feed& feed) { return feed.publisher.signedFeed(QByteArray(2 << 20, ' ')); });
@@ -234,15 +242,46 @@ private Q_SLOTS:
         QFETCH(const std::function<QByteArray(const Feed&)>, spoil);
         Feed feed;
         feed.server.files["/feed.xml"] = spoil(feed);
-        Updater updater(feed.configuration());
+        Updater updater(feed.configuration(), feed.defaults);
 
         QCOMPARE(check(updater), Answer::failed);
         QVERIFY(updater.canCheckForUpdates());
     }
 
+    void anOlderFeedThanOneSeenIsRefused()
+    {
+        Feed feed;
+        feed.publish("1.5.0", "Sat, 21 Nov 2026 10:00:00 +0000");
+        const QByteArray old = feed.server.files["/feed.xml"];
+        feed.publish("2.0.0", "Sun, 22 Nov 2026 09:00:00 +0100");
+        {
+            Updater updater(feed.configuration(), feed.defaults);
+            QCOMPARE(check(updater), Answer::found);
+        }
+
+        feed.server.files["/feed.xml"] = old;
+        Updater nextRun(feed.configuration(), feed.defaults);
+        QCOMPARE(check(nextRun), Answer::failed);
+
+        feed.publish("2.0.0", "Sun, 22 Nov 2026 08:00:00 +0000"); // the same moment
+        QCOMPARE(check(nextRun), Answer::found);
+    }
+
+    void aPublisherCanTakeAReleaseBack()
+    {
+        Feed feed;
+        feed.publish("2.0.0", "Sat, 21 Nov 2026 10:00:00 +0000");
+        Updater updater(feed.configuration(), feed.defaults);
+        QCOMPARE(check(updater), Answer::found);
+
+        feed.publish("1.0.0", "Sun, 22 Nov 2026 10:00:00 +0000");
+
+        QCOMPARE(check(updater), Answer::upToDate);
+    }
+
     void noFlippedBitOfAFeedIsOverlooked()
     {
-        const Feed feed;
+        Feed feed;
         const auto key = PublicKey::fromBase64(feed.publisher.publicKey());
         const QByteArray whole = feed.server.files["/feed.xml"];
         QVERIFY(readAppcast(whole, *key));
@@ -268,7 +307,7 @@ private Q_SLOTS:
         QFETCH(const QByteArray, package);
         Feed feed;
         feed.server.files["/p.deb"] = package;
-        Updater updater(feed.configuration());
+        Updater updater(feed.configuration(), feed.defaults);
         std::optional<Release> release;
         QCOMPARE(check(updater, &release), Answer::found);
 
@@ -301,20 +340,21 @@ private Q_SLOTS:
 
         const auto key = PublicKey::fromBase64(run(tool, {u"--public"_s, u"key.pem"_s}).trimmed());
         QVERIFY(key);
-        const auto releases = readAppcast(
+        const auto appcast = readAppcast(
             run(tool, {u"key.pem"_s, u"2.0.0"_s, u"https://x.example/p.deb"_s, u"p.deb"_s}), *key);
 
-        QVERIFY(releases);
-        QCOMPARE(releases->size(), std::size_t(1));
-        QCOMPARE(releases->front().version, QVersionNumber(2, 0, 0));
-        QVERIFY(key->verifies("a package", releases->front().signature));
+        QVERIFY(appcast);
+        QVERIFY(std::abs(appcast->published.secsTo(QDateTime::currentDateTime())) < 600);
+        QCOMPARE(appcast->releases.size(), std::size_t(1));
+        QCOMPARE(appcast->releases.front().version, QVersionNumber(2, 0, 0));
+        QVERIFY(key->verifies("a package", appcast->releases.front().signature));
     }
 
     void aServerThatSaysNoIsToldOf()
     {
         Feed feed;
         feed.server.files.clear();
-        Updater updater(feed.configuration());
+        Updater updater(feed.configuration(), feed.defaults);
 
         QCOMPARE(check(updater), Answer::failed);
     }
@@ -323,7 +363,7 @@ private Q_SLOTS:
     {
         Feed feed;
         feed.server.announcesTooMuch = true;
-        Updater updater(feed.configuration());
+        Updater updater(feed.configuration(), feed.defaults);
 
         QCOMPARE(check(updater), Answer::failed);
     }
@@ -334,7 +374,7 @@ private Q_SLOTS:
         feed.server.isHolding = true;
         Updater::Configuration configuration = feed.configuration();
         configuration.timeOut = 200;
-        Updater updater(configuration);
+        Updater updater(configuration, feed.defaults);
 
         QCOMPARE(check(updater), Answer::failed);
     }
@@ -358,15 +398,16 @@ private Q_SLOTS:
         configuration.feed = QUrl(feed);
         configuration.publicKey = key;
         configuration.version = QVersionNumber(1, 0, 0);
-        const Updater updater(configuration);
+        MemoryDefaults defaults;
+        const Updater updater(configuration, defaults);
 
         QVERIFY(!updater.canCheckForUpdates());
     }
 
     void theCommandIsDisabledWhileACheckRuns()
     {
-        const Feed feed("1.0.0");
-        Updater updater(feed.configuration());
+        Feed feed("1.0.0");
+        Updater updater(feed.configuration(), feed.defaults);
         QWidget window;
         QMenu menu;
         FakeWorkspace workspace;
@@ -383,8 +424,8 @@ private Q_SLOTS:
 
     void thePackageIsOnlyOpenedWhenTheUserSaysSo()
     {
-        const Feed feed;
-        Updater updater(feed.configuration());
+        Feed feed;
+        Updater updater(feed.configuration(), feed.defaults);
         QWidget window;
         window.show();
         QMenu menu;
