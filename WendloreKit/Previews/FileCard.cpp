@@ -37,16 +37,22 @@ QString detailsOf(const FileURL& file)
 
 FileCard::FileCard(AppState& state, const FileURL& file, QWidget* parent)
     : QWidget(parent)
+    , m_notice(new NoticeView(symbolOf(file), metrics::emptyIcon, this))
+    , m_details(detailsOf(file))
 {
-    auto* notice = new NoticeView(symbolOf(file), metrics::emptyIcon, this);
-    notice->setTitle(file.lastPathComponent());
-    notice->setMessage(detailsOf(file));
-    QPushButton* open = notice->addButton(u"Öppna"_s);
+    m_notice->setTitle(file.lastPathComponent());
+    m_notice->setMessage(m_details);
+    QPushButton* open = m_notice->addButton(u"Öppna"_s);
     connect(open, &QPushButton::clicked, &state,
             [&state, file] { openExternally(state.services().workspace, file); });
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(notice);
+    layout->addWidget(m_notice);
+}
+
+void FileCard::setRemark(const QString& text)
+{
+    m_notice->setMessage(m_details + u"\n\n"_s + text);
 }
 
 } // namespace wendlore

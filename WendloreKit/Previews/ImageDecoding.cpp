@@ -34,6 +34,26 @@ constexpr std::array beginnings{
 
 constexpr qint64 maximumImageBytes = qint64(maximumImageMegabytes) << 20;
 
+/// The bytes of a file, which come to an end when the time is over.
+class TimedBuffer final : public QBuffer
+{
+public:
+    TimedBuffer(const QByteArray& bytes, QDeadlineTimer deadline)
+        : m_deadline(deadline)
+    {
+        setData(bytes);
+    }
+
+protected:
+    qint64 readData(char* data, qint64 size) override
+    {
+        return m_deadline.hasExpired() ? -1 : QBuffer::readData(data, size);
+    }
+
+private:
+    QDeadlineTimer m_deadline;
+};
+
 /// Whether an image of that size can be drawn within the limit; unknown sizes are left to the decoder's own.
 bool canBeDrawn(QSize size)
 {
@@ -63,7 +83,7 @@ QImage readyToDraw(QImage image)
     return std::move(image).convertToFormat(format);
 }
 
-QImage decodeImage(const QByteArray& bytes)
+QImage decodeImage(const QByteArray& bytes, QDeadlineTimer deadline)
 {
     static std::once_flag isLimited;
     std::call_once(isLimited, [] { QImageReader::setAllocationLimit(maximumImageMegabytes); });
@@ -72,8 +92,7 @@ QImage decodeImage(const QByteArray& bytes)
         return {};
     if (format == "heif")
         return readyToDraw(decodeHeif(bytes, maximumImageBytes));
-    QBuffer buffer;
-    buffer.setData(bytes);
+    TimedBuffer buffer(bytes, deadline);
     QImageReader reader(&buffer, format);
     reader.setAutoTransform(true);
     // A file of few bits a pixel grows when it is made ready for the screen.

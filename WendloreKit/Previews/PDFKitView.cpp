@@ -38,6 +38,7 @@ PDFKitView::PDFKitView(Scheduler& scheduler, std::shared_ptr<PdfDocument> docume
     , m_images(new PdfPageImages(scheduler, m_document, this))
 {
     setFrameShape(QFrame::NoFrame);
+    setBackgroundRole(sideRole); // of the scroll bars
     setFocusPolicy(Qt::StrongFocus);
     // Always there, so that fitting the width does not change the width.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);

@@ -98,7 +98,7 @@ void PDFViewer::showPages(const QList<QSizeF>& pages)
 {
     Scheduler& scheduler = m_state.services().scheduler;
     m_pages = new PDFKitView(scheduler, m_document, pages);
-    m_pages->setAccessibleName(m_file.lastPathComponent());
+    m_pages->setAccessibleName(accessibleName().isEmpty() ? m_file.lastPathComponent() : accessibleName());
     m_findBar = new PdfFindBar(scheduler, m_document, int(pages.size()), this);
     static_cast<QVBoxLayout*>(layout())->insertWidget(0, m_findBar);
     connect(m_findBar, &PdfFindBar::matchesChanged, m_pages, &PDFKitView::showMatches);

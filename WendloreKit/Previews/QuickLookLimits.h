@@ -13,7 +13,9 @@ namespace wendlore {
 class QuickLookLimits final
 {
 public:
-    explicit QuickLookLimits(std::chrono::milliseconds time = std::chrono::seconds(10))
+    static constexpr std::chrono::seconds usualTime{10};
+
+    explicit QuickLookLimits(std::chrono::milliseconds time = usualTime)
         : m_deadline(time)
     {}
 

@@ -6,6 +6,7 @@
 #include "Previews/QuickLookEmbedded.h"
 #include "Previews/QuickLookMail.h"
 #include "Previews/QuickLookMedia.h"
+#include "Previews/QuickLookOffice.h"
 #include "Previews/QuickLookTable.h"
 #include "Previews/QuickLookText.h"
 
@@ -50,11 +51,19 @@ std::optional<QuickLookPage> loadMail(const FileURL& url)
     return file.open(QIODevice::ReadOnly) ? mailPage(file.read(limit)) : std::nullopt;
 }
 
-/// A document of an office program, which is no text whatever its bytes are.
-bool isOfficeDocument(const QString& extension)
+/// Waits until the file is on this disk and nobody is writing it: that takes as long as it takes, and is no
+/// part of the time that the preview has.
+QuickLookLimits whenArrived(FileCoordinator& coordinator, const FileURL& file, const QuickLookLimits& limits)
 {
-    return extension != "csv"_L1 && extension != "tsv"_L1 &&
-           std::ranges::find(documentExtensions, extension.toStdString()) != documentExtensions.end();
+    constexpr qint64 largestRead = 32'000'000;
+    coordinator.startDownloading(file);
+    QFile opened(QFile::decodeName(file.bytes()));
+    const QFileInfo info(opened);
+    if (info.isFile() && info.size() <= largestRead)
+        static_cast<void>(coordinator.readWhole(file));
+    else if (info.isFile() && opened.open(QIODevice::ReadOnly))
+        opened.peek(1);
+    return limits.withTime(QuickLookLimits::usualTime);
 }
 
 /// The first page that can be made.
@@ -94,9 +103,9 @@ std::optional<QuickLookPage> loadPage(const FileURL& file, const QString& extens
 } // namespace
 
 QuickLookContent loadQuickLook(FileCoordinator& coordinator, const FileURL& file,
-                               const QuickLookLimits& limits)
+                               const QuickLookLimits& wanted)
 {
-    coordinator.startDownloading(file);
+    const QuickLookLimits limits = whenArrived(coordinator, file, wanted);
     const QFileInfo info(QFile::decodeName(file.bytes()));
     if (limits.areReached())
         return QuickLookCard();
@@ -107,7 +116,7 @@ QuickLookContent loadQuickLook(FileCoordinator& coordinator, const FileURL& file
     const QString extension = file.pathExtension().toLower();
     if (auto page = loadPage(file, extension, limits))
         return std::move(*page);
-    if (isOfficeDocument(extension))
+    if (isOfficeDocument(file)) // no text, whatever its bytes are
         return loadDocument(file, limits);
     return loadText(file, extension);
 }

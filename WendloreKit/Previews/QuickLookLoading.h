@@ -15,10 +15,10 @@ struct QuickLookCard final
     QString message;
 };
 
-/// A document as pages of a PDF file, which belongs to the cache or to the previewed package.
+/// A document as the pages of a PDF file, which belongs to the cache.
 struct QuickLookPdf final
 {
-    QByteArray bytes;
+    FileURL file;
 };
 
 using QuickLookContent = std::variant<QuickLookCard, QuickLookPage, QuickLookPdf>;

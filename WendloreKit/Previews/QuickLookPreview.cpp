@@ -1,6 +1,8 @@
 #include "Previews/QuickLookPreview.h"
 
 #include "Previews/FileCard.h"
+#include "Previews/PDFViewer.h"
+#include "Previews/QuickLookOffice.h"
 #include "Previews/QuickLookWebView.h"
 
 #include "Editor/Scheduler.h"
@@ -26,7 +28,22 @@ void QuickLookPreview::setItem(const FileURL& file)
     m_limits = QuickLookLimits();
     FileCoordinator& coordinator = m_state->services().coordinator;
     m_loading = m_state->services().scheduler.inBackground([this, &coordinator, file, limits = m_limits] {
-        auto content = std::make_shared<QuickLookContent>(loadQuickLook(coordinator, file, limits));
+        auto kept = isOfficeDocument(file) ? keptDocument(file) : std::nullopt;
+        const bool canBeBetter = isOfficeDocument(file) && !kept;
+        auto content = std::make_shared<QuickLookContent>(kept ? std::move(*kept)
+                                                               : loadQuickLook(coordinator, file, limits));
+        return [this, file, content, canBeBetter] {
+            show(file, std::move(*content));
+            if (canBeBetter)
+                convert(file);
+        };
+    });
+}
+
+void QuickLookPreview::convert(const FileURL& file)
+{
+    m_loading = m_state->services().scheduler.inBackground([this, file, limits = m_limits] {
+        auto content = std::make_shared<QuickLookContent>(convertDocument(file, limits));
         return [this, file, content] { show(file, std::move(*content)); };
     });
 }
@@ -38,12 +55,21 @@ void QuickLookPreview::close()
     delete std::exchange(m_content, nullptr);
 }
 
-void QuickLookPreview::show(const FileURL&, QuickLookContent content)
+void QuickLookPreview::show(const FileURL& file, QuickLookContent content)
 {
-    if (auto* page = std::get_if<QuickLookPage>(&content))
-        replaceContent(new QuickLookWebView(std::move(*page), this));
-    else
+    if (const auto* card = std::get_if<QuickLookCard>(&content)) {
+        // Only where there is nothing better already.
+        if (auto* shown = qobject_cast<FileCard*>(m_content); shown && !card->message.isEmpty())
+            shown->setRemark(card->message);
         return;
+    }
+    if (auto* page = std::get_if<QuickLookPage>(&content)) {
+        replaceContent(new QuickLookWebView(std::move(*page), this));
+    } else {
+        auto* pages = new PDFViewer(*m_state, std::get<QuickLookPdf>(content).file, this);
+        pages->setAccessibleName(file.lastPathComponent());
+        replaceContent(pages);
+    }
     Q_EMIT contentShown();
 }
 

@@ -35,6 +35,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// Makes of a document of an office program what only that can make of it.
+    void convert(const FileURL& file);
     void show(const FileURL& file, QuickLookContent content);
     void replaceContent(QWidget* content);
 

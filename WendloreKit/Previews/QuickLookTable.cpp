@@ -116,7 +116,12 @@ QList<QStringList> tableRows(QStringView text, QChar separator, qsizetype limit)
 
 QuickLookPage tablePage(const TextBeginning& beginning)
 {
-    const auto rows = tableRows(beginning.text, separatorOf(beginning.text), shownCells);
+    return tablePage(beginning, separatorOf(beginning.text));
+}
+
+QuickLookPage tablePage(const TextBeginning& beginning, QChar separator)
+{
+    const auto rows = tableRows(beginning.text, separator, shownCells);
     qsizetype cells = 0;
     QuickLookPage page;
     page.body = "<table>";

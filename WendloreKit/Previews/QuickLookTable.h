@@ -13,5 +13,6 @@ namespace wendlore {
 
 /// A csv or tsv file as a table, its first line as the head.
 [[nodiscard]] QuickLookPage tablePage(const TextBeginning& beginning);
+[[nodiscard]] QuickLookPage tablePage(const TextBeginning& beginning, QChar separator);
 
 } // namespace wendlore

@@ -35,10 +35,11 @@ QVariant SearchResultsModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         return hit.url.path();
     case Qt::AccessibleTextRole:
-        return hit.snippet.isEmpty() ? hit.url.nameWithoutExtension()
-                                     : u"%1: %2"_s.arg(hit.url.nameWithoutExtension(), hit.snippet);
+        return hit.snippet.isEmpty()
+                   ? hit.url.nameWithoutExtension()
+                   : u"%1: %2"_s.arg(hit.url.nameWithoutExtension(), QString::fromUtf8(hit.snippet));
     case SnippetRole:
-        return hit.snippet;
+        return QString::fromUtf8(hit.snippet);
     case IsSelectedFileRole:
         return m_state.selectedFile() && hit.url.bytes() == m_state.selectedFile()->bytes();
     default:

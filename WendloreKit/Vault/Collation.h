@@ -27,7 +27,7 @@ public:
     [[nodiscard]] std::weak_ordering compare(QByteArrayView left, QByteArrayView right) const;
 
     /// The places of `names` in order, which is much faster than a sort that compares. Where names are equal,
-    /// `isBefore` decides between two places; without it they stay as they are.
+    /// `isBefore` decides between two places, on several threads at once; without it they stay as they are.
     using IsBefore = std::function<bool(std::uint32_t left, std::uint32_t right)>;
     [[nodiscard]] std::vector<std::uint32_t> sorted(std::span<const std::string_view> names,
                                                     const IsBefore& isBefore = std::less<>()) const;

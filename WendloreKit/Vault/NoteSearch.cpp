@@ -32,21 +32,21 @@ public:
     {
         thread_local NoteReader reader;
         const std::vector<Entry> notes = notesOf(listing);
-        std::vector<std::optional<QString>> snippets(notes.size());
+        std::vector<std::optional<QByteArray>> snippets(notes.size());
         reader.read(listing.descriptor(), notes, [&](std::size_t note, std::string_view text) {
             const auto line = m_needle.firstLine(text);
             // Text is checked only where it matters; a file that is not UTF-8 counts as empty.
             if (!line || !isUtf8(text))
                 return;
             const std::string_view snippet = snippetOf(text.substr(line->start, line->end - line->start));
-            snippets[note] = QString::fromUtf8(snippet.data(), qsizetype(snippet.size()));
+            snippets[note] = QByteArray(snippet.data(), qsizetype(snippet.size()));
         });
         reader.shrink();
         std::vector<SearchHit> hits;
         for (std::size_t note = 0; note < notes.size(); ++note) {
             if (snippets[note] || nameMatches(notes[note].name))
                 hits.push_back({folder.entry(notes[note].name, notes[note].isDirectory),
-                                std::move(snippets[note]).value_or(QString())});
+                                std::move(snippets[note]).value_or(QByteArray())});
         }
         return hits;
     }

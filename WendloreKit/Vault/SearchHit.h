@@ -2,7 +2,7 @@
 
 #include "Vault/FileURL.h"
 
-#include <QString>
+#include <QByteArray>
 
 namespace wendlore {
 
@@ -10,8 +10,8 @@ namespace wendlore {
 struct SearchHit final
 {
     FileURL url;
-    QString snippet; ///< the first line that holds the query, trimmed, at most 120 characters; empty when
-                     ///< only the name does
+    QByteArray snippet; ///< the first line that holds the query, trimmed, at most 120 characters of UTF-8;
+                        ///< empty when only the name does
 
     friend bool operator==(const SearchHit&, const SearchHit&) = default;
 };

@@ -161,6 +161,13 @@ private Q_SLOTS:
         QCOMPARE(decodeImage(hugePng(300, 300)).size(), QSize(300, 300));
     }
 
+    void anImageThatWouldTakeTooMuchTimeIsGivenUp()
+    {
+        const QByteArray bytes = halves(u"a.png"_s);
+        QVERIFY(!decodeImage(bytes, QDeadlineTimer(QDeadlineTimer::Forever)).isNull());
+        QVERIFY(decodeImage(bytes, QDeadlineTimer(0)).isNull());
+    }
+
     void damagedFilesDoNoHarm_data()
     {
         QTest::addColumn<QString>("name");

@@ -101,6 +101,24 @@ private Q_SLOTS:
         QVERIFY(std::holds_alternative<QuickLookCard>(load(bucket.file(u"a.cpp"_s), limits)));
     }
 
+    void aFileThatIsBeingWrittenIsWaitedFor()
+    {
+        const Bucket bucket{{"a.cpp", "int"}};
+        FakeServices services;
+        services.coordinator.afterNextRead = [&bucket] { bucket.write(u"a.cpp"_s, "float"); };
+
+        const auto content = loadQuickLook(services.coordinator, bucket.file(u"a.cpp"_s), QuickLookLimits());
+
+        QVERIFY(bodyOf(content).contains("float"));
+    }
+
+    void waitingForAFileIsNoPartOfItsTime()
+    {
+        const Bucket bucket{{"a.cpp", "int a;"}};
+        QVERIFY(bodyOf(load(bucket.file(u"a.cpp"_s), QuickLookLimits(std::chrono::milliseconds(0))))
+                    .contains("int"));
+    }
+
     void aFileOfACloudProgramIsAskedForFirst()
     {
         const Bucket bucket{{"a.cpp", "int a;"}};

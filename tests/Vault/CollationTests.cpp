@@ -56,6 +56,7 @@ private Q_SLOTS:
     void sortingAgreesWithComparing_data();
     void sortingAgreesWithComparing();
     void equalNamesAreSortedAsToldOrStay();
+    void manyNamesAreSortedLikeFew();
     void localeComesFromTheEnvironment();
 };
 
@@ -172,6 +173,25 @@ void CollationTests::equalNamesAreSortedAsToldOrStay()
 
     QCOMPARE(order.sorted(names), (std::vector<std::uint32_t>{0, 1, 2, 3, 4, 5}));
     QCOMPARE(order.sorted(names, std::greater<>()), (std::vector<std::uint32_t>{0, 3, 2, 1, 5, 4}));
+}
+
+void CollationTests::manyNamesAreSortedLikeFew()
+{
+    const NameOrder order("sv_SE");
+    QRandomGenerator random(815);
+    std::vector<std::string> names(30'000);
+    for (std::string& name : names)
+        name = "Not " + std::to_string(random.bounded(5'000)); // every one several times
+    const std::vector<std::string_view> views(names.begin(), names.end());
+
+    const auto places = order.sorted(views);
+
+    QCOMPARE(places.size(), names.size());
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        const auto compared =
+            order.compare(QByteArrayView(views[places[i - 1]]), QByteArrayView(views[places[i]]));
+        QVERIFY(compared < 0 || (compared == 0 && places[i - 1] < places[i]));
+    }
 }
 
 void CollationTests::localeComesFromTheEnvironment()

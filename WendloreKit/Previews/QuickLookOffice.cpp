@@ -1,0 +1,135 @@
+#include "Previews/QuickLookOffice.h"
+
+#include "Previews/QuickLookOfficeProcess.h"
+#include "Previews/QuickLookTable.h"
+
+#include "Vault/ReadFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <mutex>
+
+using namespace Qt::StringLiterals;
+
+namespace wendlore {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto conversionTime = 60s;
+constexpr auto turnInterval = 100ms;
+constexpr qint64 largestDocument = 200'000'000;
+
+const QSet<QString> documents{u"docx"_s, u"doc"_s, u"rtf"_s,  u"odt"_s,   u"pptx"_s, u"ppt"_s,
+                              u"odp"_s,  u"odg"_s, u"rtfd"_s, u"pages"_s, u"key"_s};
+const QSet<QString> sheets{u"xlsx"_s, u"xls"_s, u"ods"_s, u"numbers"_s};
+
+bool isSpreadsheet(const FileURL& file)
+{
+    return sheets.contains(file.pathExtension().toLower());
+}
+
+FileURL placeOf(const QuickLookCache& cache, const FileURL& file, bool isSheet)
+{
+    return cache.placeOf(file, isSheet ? u"html"_s : u"pdf"_s);
+}
+
+/// The file that the office program reads: of a package that is a directory, the text in it.
+QString sourceOf(const FileURL& file)
+{
+    const QString path = QFile::decodeName(file.bytes());
+    const QString text = path + u"/TXT.rtf"_s;
+    return QFileInfo(path).isDir() && QFileInfo(text).isFile() ? text : path;
+}
+
+/// The tables that the office program wrote, one file for each sheet.
+QByteArray sheetsMarkup(const QDir& folder)
+{
+    QByteArray markup;
+    for (const QFileInfo& info :
+         folder.entryInfoList({u"*.csv"_s}, QDir::Files, QDir::Time | QDir::Reversed)) {
+        const auto beginning = readTextBeginning(FileURL::file(info.filePath()));
+        if (!beginning || beginning->text.trimmed().isEmpty())
+            continue;
+        const QString title = info.completeBaseName().section(u'-', 1);
+        markup += "<h2>" + escaped(title) + "</h2><div class=\"sheet\">" + tablePage(*beginning, u',').body +
+                  "</div>";
+    }
+    return markup;
+}
+
+/// What the conversion gives, as it is kept: the pages, or the markup of the tables. Empty when it fails.
+QByteArray converted(const FileURL& file, bool isSheet, const QuickLookLimits& limits)
+{
+    const QString source = sourceOf(file);
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath(u"dokument."_s + QFileInfo(source).suffix());
+    if (!folder.isValid() || QFileInfo(source).size() > largestDocument || !QFile::copy(source, copy))
+        return {};
+    const QString format =
+        isSheet ? u"csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false,-1"_s
+                : u"pdf"_s;
+    if (!runOfficeProgram(officeProgram(), folder.path(), copy, format, limits))
+        return {};
+    if (isSheet)
+        return sheetsMarkup(QDir(folder.path()));
+    return readFile(FileURL::file(folder.filePath(u"dokument.pdf"_s))).value_or(QByteArray());
+}
+
+QuickLookContent shown(const FileURL& place, bool isSheet)
+{
+    if (!isSheet)
+        return QuickLookPdf{place};
+    QuickLookPage page;
+    page.body = readFile(place).value_or(QByteArray());
+    return page;
+}
+
+} // namespace
+
+bool isOfficeDocument(const FileURL& file)
+{
+    const QString extension = file.pathExtension().toLower();
+    return documents.contains(extension) || isSpreadsheet(file);
+}
+
+QString officeProgram()
+{
+    const QString program = QStandardPaths::findExecutable(u"soffice"_s);
+    return program.isEmpty() ? QStandardPaths::findExecutable(u"libreoffice"_s) : program;
+}
+
+std::optional<QuickLookContent> keptDocument(const FileURL& file, const QuickLookCache& cache)
+{
+    const bool isSheet = isSpreadsheet(file);
+    const FileURL place = placeOf(cache, file, isSheet);
+    return cache.has(place) ? std::optional(shown(place, isSheet)) : std::nullopt;
+}
+
+QuickLookContent convertDocument(const FileURL& file, const QuickLookLimits& limits,
+                                 const QuickLookCache& cache)
+{
+    static std::timed_mutex turn;
+    if (auto kept = keptDocument(file, cache))
+        return std::move(*kept);
+    if (officeProgram().isEmpty())
+        return QuickLookCard{u"Installera LibreOffice för att se dokumentet här."_s};
+    std::unique_lock lock(turn, std::defer_lock);
+    while (!lock.try_lock_for(turnInterval)) {
+        if (limits.isStopped())
+            return QuickLookCard();
+    }
+    const bool isSheet = isSpreadsheet(file);
+    const FileURL place = placeOf(cache, file, isSheet);
+    const QByteArray bytes = converted(file, isSheet, limits.withTime(conversionTime));
+    if (bytes.isEmpty() || !cache.keep(place, bytes))
+        return QuickLookCard{u"Dokumentet kan inte visas här."_s};
+    return shown(place, isSheet);
+}
+
+} // namespace wendlore
