@@ -1,7 +1,9 @@
 import type { Node } from 'prosemirror-model';
 import { writeBlock } from '../markdown/write';
 import { schema } from '../schema';
+import { isPlainLine } from './cuts';
 import { readBlock, readEntries, type Entry } from './entries';
+import { isFolded } from './folded';
 import { isSame } from './normal';
 import type { Context } from './reconcile';
 import { unify, withLineEnd } from './text';
@@ -37,6 +39,13 @@ export function isRisky({ before, after, gap }: Joint): boolean {
     default:
       return false;
   }
+}
+
+/** The same where one of the two is a run of blocks that is not read. Such a run begins and ends where a note can be cut. */
+export function isFoldedJointSafe(joint: Joint): boolean {
+  const { before, after, gap } = joint;
+  const isCut = isFolded(after.node) || isPlainLine(after.source.split('\n', 1)[0]!);
+  return isCut && blankLine.test(unify(gap).text) && (isFolded(before.node) || !isRisky(joint));
 }
 
 /** Longer lists are looked at only with the item that is next to the joint. */

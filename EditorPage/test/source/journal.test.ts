@@ -41,14 +41,14 @@ test('undo past a change from outside keeps that change', () => {
   const session = new Session('one\n\ntwo\n\nthree\n');
   type(session, 'x', 1);
 
-  const change = session.source.reload('xone\n\ntwo\n\nTHREE\n')!;
+  const [change] = session.source.reload('xone\n\ntwo\n\nTHREE\n')!;
   const start = session.state.doc.child(0).nodeSize + session.state.doc.child(1).nodeSize;
   const { tr } = session.state;
   session.state = session.state.apply(
-    tr.replaceWith(start, session.state.doc.content.size, change.nodes).setMeta('addToHistory', false),
+    tr.replaceWith(start, session.state.doc.content.size, change!.nodes).setMeta('addToHistory', false),
   );
   session.run(undo);
 
-  assert.deepEqual([change.from, change.to], [2, 3]);
+  assert.deepEqual([change!.from, change!.to], [2, 3]);
   assert.equal(session.source.text, 'one\n\ntwo\n\nTHREE\n');
 });
