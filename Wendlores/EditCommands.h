@@ -21,9 +21,12 @@ class EditCommands final : public QObject
     Q_OBJECT
 
 public:
+    /// What changes a text or looks through it, and how the note is shown.
+    enum class Part { edit, view };
+
     EditCommands(WebEditorController& controller, QObject* parent = nullptr);
 
-    void addTo(QMenu& menu);
+    void addTo(QMenu& menu, Part part);
     /// With the focus in `place`, undo and redo mean `moves`; both outlive the menu.
     void setMoves(QUndoStack& moves, const QWidget& place);
 

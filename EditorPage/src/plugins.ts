@@ -13,7 +13,6 @@ import { noteCompletion } from './completion/plugin';
 import { countStatus } from './counts/status';
 import { findMarks } from './find/marks';
 import { imageDrops } from './images/plugin';
-import { caretBlock } from './views/caretBlock';
 import type { NoteContext } from './views/context';
 import { codeColors } from './views/codeColors';
 import { drawnBlockPlugin } from './views/drawn';
@@ -27,15 +26,14 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     noteCompletion(),
     imageDrops(),
     typingRules(),
-    caretBlock(),
     drawnBlockPlugin(),
     inlineSourceKeys(),
     ...keyPlugins(context),
     linkClicks(context),
     textDecorations(),
     codeColors(),
-    findMarks(),
-    countStatus(),
+    findMarks(context),
+    countStatus(context),
     history(),
     tableEditing(),
     tableShape(),
