@@ -1,6 +1,7 @@
 /** Harmless tags in a line are shown as what they say; they themselves are hidden while the caret is elsewhere. */
 import type { Node } from 'prosemirror-model';
-import { Decoration } from 'prosemirror-view';
+import { Plugin, type EditorState } from 'prosemirror-state';
+import { Decoration, DecorationSet } from 'prosemirror-view';
 import { schema } from '../schema';
 
 /** Elements that only look. Tags with attributes are left as they are. */
@@ -37,4 +38,14 @@ export function decorateInlineHtml(block: Node, pos: number, made: Decoration[])
     made.push(Decoration.node(start, start + 1, { class: 'html-tag' }), Decoration.node(end, end + 1, { class: 'html-tag' }));
     if (end > start + 1) made.push(Decoration.inline(start + 1, end, { nodeName: name }));
   }
+}
+
+/** The plugin that shows the tags of the text block that the caret is in. */
+export function tagsAtCaret(): Plugin {
+  return new Plugin({ props: { decorations: shownTags } });
+}
+
+function shownTags({ doc, selection: { $head } }: EditorState): DecorationSet | null {
+  if (!$head.parent.isTextblock || inlineElements($head.parent).length === 0) return null;
+  return DecorationSet.create(doc, [Decoration.node($head.before(), $head.after(), { class: 'shows-tags' })]);
 }
