@@ -1,5 +1,5 @@
 /** The editor of one note: ties the document on the screen to the note's text, and both to the host. */
-import { closeHistory } from 'prosemirror-history';
+import { closeHistory, isHistoryTransaction } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
@@ -7,30 +7,29 @@ import { ChangeReporter } from './bridge';
 import { clipboardProps } from './clipboard/index';
 import { lettersBefore, placeBehind } from './caret';
 import { commandFor } from './commands/exec';
+import { FROM_TEXT, Folding, type Folded } from './folding/folding';
+import { isToEnd, needsWholeSelection } from './folding/input';
 import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
+import { differingRange, type Range } from './source/range';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
 import { changeBetween } from './source/update';
-import { offsetOf, placeAt } from './sourceView/offsets';
+import { foldedAt, offsetOf, placeAt } from './sourceView/offsets';
 import { TextStep } from './sourceView/textStep';
+import type { NoteContext } from './views/context';
 import { markViews, nodeViews } from './views';
 import { firstPlace, lastPlace } from './views/drawn';
 import { isTooLong, showTooLong } from './views/tooLong';
 
-/** Of a longer note this much is shown first, and taken in with every idle moment; in characters. */
+/** Of a longer note so much is read at first; in characters. The rest is folded. */
 const FIRST_PART = 2_000;
-const NEXT_PART = 8_000;
-/** However busy the page is, the next part waits no longer than this; in milliseconds. */
-const LONGEST_WAIT = 100;
 
-/** What may act on the note as a whole, so that it has to be there as a whole. */
-const USES_WHOLE_NOTE = ['keydown', 'beforeinput', 'copy', 'cut', 'paste', 'drop'] as const;
+/** What may act on what stands beside the caret, so that it has to be there. */
+const ACTS_AT_CARET = ['keydown', 'beforeinput', 'copy', 'cut', 'paste', 'drop', 'dragstart'] as const;
 
-/** Marks transactions that bring the document in step with the text; they are no edits. */
-const FROM_TEXT = 'fromText';
-
-export class NoteEditor {
+export class NoteEditor implements Folded {
+  #folding = new Folding(this);
   readonly view: EditorView;
   #source = SourceDocument.load('');
   #reporter = new ChangeReporter();
@@ -46,11 +45,14 @@ export class NoteEditor {
   #placed = true;
 
   constructor(private root: HTMLElement) {
-    const context = { definitionFor: (label: string) => this.#source.definitionFor(label) };
+    const context: NoteContext = {
+      definitionFor: (label) => this.#source.definitionFor(label),
+      peek: (part) => this.#source.peek(part),
+    };
     this.#plugins = editorPlugins(context);
     this.view = new EditorView(root, {
       state: this.#freshState(),
-      nodeViews: nodeViews(context),
+      nodeViews: nodeViews(context, this.#folding),
       markViews,
       editable: () => this.#unshown === null,
       attributes: {
@@ -66,7 +68,7 @@ export class NoteEditor {
       dispatchTransaction: (tr) => this.#dispatch(tr),
       ...clipboardProps(() => this.#source),
     });
-    for (const kind of USES_WHOLE_NOTE) root.addEventListener(kind, () => this.#expectInput(kind === 'beforeinput'), true);
+    for (const kind of ACTS_AT_CARET) root.addEventListener(kind, (event) => this.#expectInput(event), true);
   }
 
   /**
@@ -94,10 +96,12 @@ export class NoteEditor {
   exec(command: string, value?: string | number): void {
     const run = commandFor(command, value);
     if (run === null || this.#unshown !== null) return;
-    this.#expectInput(false);
+    const stepsAlone = command !== 'undo' && command !== 'redo';
+    this.#isTyping = false;
+    if (stepsAlone) this.#folding.unfoldSelection();
+    this.#folding.unfoldBesideSelection();
     this.#report();
     this.view.focus();
-    const stepsAlone = command !== 'undo' && command !== 'redo';
     run(this.view.state, (tr) => this.view.dispatch(stepsAlone ? closeHistory(tr) : tr), this.view);
     this.#report();
     if (stepsAlone) this.view.dispatch(closeHistory(this.view.state.tr));
@@ -110,16 +114,27 @@ export class NoteEditor {
   /** Takes the keyboard; in a note where no caret was set yet it goes to the end. */
   focus(): void {
     if (!this.#placed) {
-      this.#finish();
+      this.#folding.unfoldEnd();
       const { state } = this.view;
       this.view.dispatch(state.tr.setSelection(lastPlace(state.doc)).scrollIntoView());
     }
     this.view.focus();
   }
 
-  /** Takes in all of the note that is not shown yet: what looks through the note must have it whole. */
-  readAll(): void {
-    this.#finish();
+  /** Brings the document to what `change` says of the same text. False when it cannot be changed now. */
+  refold(change: (source: SourceDocument) => readonly Correction[]): boolean {
+    if (this.view.composing) return false;
+    takeDomChanges(this.view);
+    this.#report();
+    if (!isEmpty(differingRange(this.#source.doc, this.view.state.doc))) return false;
+    const corrections = change(this.#source);
+    if (corrections.length > 0) this.#show(corrections);
+    return corrections.length > 0;
+  }
+
+  /** Unfolds of a run what holds the character at `offset`. */
+  unfold(folded: Node, offset: number): void {
+    this.#folding.unfoldAt(folded, offset);
   }
 
   /** The whole note, byte for byte. */
@@ -131,15 +146,13 @@ export class NoteEditor {
   /** Makes `text` of the note, as one step that can be undone. The host is taken to know it already. */
   rewrite(text: string): void {
     if (this.#unshown !== null) return;
-    this.#finish();
     this.#reporter.restart();
     const before = this.text;
     this.#reporter.restart();
     if (this.#unshown !== null) return this.setContent(text);
     const change = changeBetween(before, text);
     if (change === null) return;
-    const { from, to, nodes } = this.#source.reload(text)!;
-    const tr = replaceChildren(closeHistory(this.view.state.tr), from, to, nodes);
+    const tr = replaceAll(closeHistory(this.view.state.tr), this.#source.reload(text)!);
     tr.step(new TextStep(change.from, before.slice(change.from, change.to), change.insert));
     this.view.dispatch(tr.setMeta(FROM_TEXT, true));
     this.view.dispatch(closeHistory(this.view.state.tr));
@@ -147,12 +160,14 @@ export class NoteEditor {
 
   /** The caret's place in the source, with line ends of one character and no byte order mark. */
   get caret(): number {
-    this.#finish();
+    this.#report();
     return offsetOf(this.#source.blocks, this.view.state.selection.head);
   }
 
   set caret(offset: number) {
-    this.#finish();
+    this.#report();
+    const folded = foldedAt(this.#source.blocks, offset);
+    if (folded !== null) this.#folding.unfoldAt(folded.node, folded.offset);
     const { tr } = this.view.state;
     this.view.dispatch(tr.setSelection(placeAt(tr.doc, this.#source.blocks, offset)));
   }
@@ -179,38 +194,18 @@ export class NoteEditor {
     this.view.updateState(this.#freshState());
     this.#placed = false;
     window.scrollTo(0, 0);
-    this.#readOnWhenIdle(this.#source);
   }
 
-  #readOnWhenIdle(source: SourceDocument): void {
-    if (source.isRead) return;
-    const readOn = () => {
-      if (source !== this.#source) return;
-      this.#readOn(NEXT_PART);
-      this.#readOnWhenIdle(source);
-    };
-    requestIdleCallback(readOn, { timeout: LONGEST_WAIT });
-  }
-
-  #expectInput(isTyping: boolean): void {
-    this.#finish();
-    this.#isTyping = isTyping;
-  }
-
-  /** Takes in all of the note that is not shown yet. */
-  #finish(): void {
-    this.#readOn(Infinity);
-  }
-
-  #readOn(length: number): void {
-    this.#report();
-    const change = this.#source.readOn(length);
-    if (change !== null) this.#show(change);
+  #expectInput(event: Event): void {
+    this.#isTyping = event.type === 'beforeinput';
+    if (event instanceof KeyboardEvent && isToEnd(event)) this.#folding.unfoldEnd();
+    if (needsWholeSelection(event, this.#folding.foldedInSelection)) this.#folding.unfoldSelection();
+    this.#folding.unfoldBesideSelection();
   }
 
   #reload(text: string): void {
-    const inStep = this.view.state.doc.eq(this.#source.doc);
-    const change = inStep ? this.#source.reload(text) : null;
+    const isInStep = isEmpty(differingRange(this.#source.doc, this.view.state.doc));
+    const change = isInStep ? this.#source.reload(text) : null;
     if (change === null) {
       this.#open(text);
       return;
@@ -219,8 +214,8 @@ export class NoteEditor {
   }
 
   /** Brings the document to what the text says; nothing to be undone. */
-  #show({ from, to, nodes }: Correction): void {
-    const tr = replaceChildren(this.view.state.tr, from, to, nodes);
+  #show(corrections: readonly Correction[]): void {
+    const tr = replaceAll(this.view.state.tr, corrections);
     this.view.dispatch(tr.setMeta(FROM_TEXT, true).setMeta('addToHistory', false));
   }
 
@@ -229,6 +224,7 @@ export class NoteEditor {
     const next = this.view.state.apply(tr);
     const isEdit = tr.docChanged && tr.getMeta(FROM_TEXT) !== true;
     if (tr.selectionSet) this.#placed = true;
+    if (tr.docChanged && tr.getMeta('addToHistory') !== false) this.#folding.keep(tr);
     if (isEdit) {
       for (const step of tr.steps) if (step instanceof TextStep) this.#textSteps.push(step);
       this.#lastEdit = tr;
@@ -241,7 +237,7 @@ export class NoteEditor {
   /** Reports what was typed before it is drawn. False when there is more to be done once it is. */
   #reportTyped(doc: Node): boolean {
     this.#isTyping = false;
-    if (this.#reportDue || !this.#source.isRead) return false;
+    if (this.#reportDue) return false;
     return this.#tell(doc).length === 0;
   }
 
@@ -255,7 +251,6 @@ export class NoteEditor {
   #report(): void {
     if (!this.#reportDue) return;
     this.#reportDue = false;
-    this.#complete();
     const corrections = this.#tell(this.view.state.doc);
     // A correction would break an input method's composition; the same one comes again when it has ended.
     if (corrections.length > 0 && !this.view.composing) this.#correct(corrections);
@@ -280,14 +275,6 @@ export class NoteEditor {
     return this.#source.text !== before;
   }
 
-  /** Puts the rest of the note behind a document that was edited before all of it was there. */
-  #complete(): void {
-    const { doc } = this.view.state;
-    const count = doc.childCount;
-    const whole = this.#source.completed(doc);
-    if (whole !== doc) this.#show({ from: count, to: count, nodes: whole.children.slice(count) });
-  }
-
   /** Brings the text in step. Should that ever fail, the note is written anew: its words go before its bytes. */
   #apply(doc: Node): Applied {
     try {
@@ -302,13 +289,28 @@ export class NoteEditor {
   }
 
   #correct(corrections: readonly Correction[]): void {
-    const tr = this.view.state.tr;
-    for (const { from, to, nodes } of [...corrections].reverse()) replaceChildren(tr, from, to, nodes);
+    const tr = replaceAll(this.view.state.tr, corrections);
     tr.setMeta(FROM_TEXT, true);
-    // Undone together with the edit that called for it.
-    if (this.#lastEdit !== null) tr.setMeta('appendedTransaction', this.#lastEdit);
+    // Undone together with the edit that called for it. What the history itself has brought about is no edit.
+    if (this.#lastEdit === null || isHistoryTransaction(this.#lastEdit)) tr.setMeta('addToHistory', false);
+    else tr.setMeta('appendedTransaction', this.#lastEdit);
     this.view.dispatch(tr);
   }
+}
+
+/**
+ * Has the view take over what has just happened on the screen. It would put back the caret that it knows in place of one that
+ * the user has set since.
+ */
+function takeDomChanges(view: EditorView): void {
+  (view as unknown as { domObserver: { flush(): void } }).domObserver.flush();
+}
+
+const isEmpty = ({ from, oldTo, nextTo }: Range): boolean => from === oldTo && from === nextTo;
+
+function replaceAll(tr: Transaction, corrections: readonly Correction[]): Transaction {
+  for (const { from, to, nodes } of [...corrections].reverse()) replaceChildren(tr, from, to, nodes);
+  return tr;
 }
 
 /** Puts `nodes` in place of the top-level children `from` to `to`, keeping a caret inside as well as it can. */

@@ -21,7 +21,7 @@ export class Page implements VaultEditor {
     private editor: NoteEditor,
     root: HTMLElement,
   ) {
-    const shownNote = new NoteTarget(editor.view, () => editor.readAll());
+    const shownNote = new NoteTarget(editor.view, (folded, offset) => editor.unfold(folded, offset));
     this.#find = new FindBar(root, shownNote);
     this.#source = new SourceView(editor, root, {
       opened: (target) => this.#find.lookIn(target),
@@ -88,7 +88,6 @@ export class Page implements VaultEditor {
   }
 
   #toggleCounts(): void {
-    this.editor.readAll();
     this.editor.view.dom.dispatchEvent(new Event(TOGGLE_COUNTS));
   }
 

@@ -13,10 +13,10 @@ import { noteCompletion } from './completion/plugin';
 import { countStatus } from './counts/status';
 import { findMarks } from './find/marks';
 import { imageDrops } from './images/plugin';
-import { caretBlock } from './views/caretBlock';
 import type { NoteContext } from './views/context';
 import { codeColors } from './views/codeColors';
 import { drawnBlockPlugin } from './views/drawn';
+import { tagsAtCaret } from './views/inlineHtml';
 import { inlineSourceKeys } from './views/inlineSource';
 import { linkClicks } from './views/links';
 import { textDecorations } from './views/textDecorations';
@@ -27,15 +27,15 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     noteCompletion(),
     imageDrops(),
     typingRules(),
-    caretBlock(),
     drawnBlockPlugin(),
     inlineSourceKeys(),
     ...keyPlugins(context),
     linkClicks(context),
     textDecorations(),
+    tagsAtCaret(),
     codeColors(),
-    findMarks(),
-    countStatus(),
+    findMarks(context),
+    countStatus(context),
     history(),
     tableEditing(),
     tableShape(),

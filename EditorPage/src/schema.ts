@@ -66,7 +66,7 @@ function cell(tag: 'td' | 'th', tableRole: string): NodeSpec {
 }
 
 const nodes = {
-  doc: { content: 'front_matter? block+' },
+  doc: { content: 'front_matter? (block | folded)+' },
 
   // White space counts in paragraphs and headings: a line break inside them is one of the file's, and must come
   // back from the screen as it went there.
@@ -164,6 +164,13 @@ const nodes = {
     attrs: { label: { default: '1' } },
     toDOM: (node) => ['div', { class: 'footnote', 'data-label': node.attrs.label }, 0],
     parseDOM: [{ tag: 'div.footnote', getAttrs: (dom) => ({ label: dom.getAttribute('data-label') ?? '1' }) }],
+  },
+  /** Blocks that are not read yet, or no longer: the note's bytes from the first of them to the last. Only in the note itself. */
+  folded: {
+    atom: true,
+    selectable: false,
+    attrs: { source: {} },
+    toDOM: (node) => ['pre', { class: 'folded' }, node.attrs.source],
   },
   horizontal_rule: { group: 'block', toDOM: () => ['hr'], parseDOM: [{ tag: 'hr' }] },
 

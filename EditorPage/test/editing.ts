@@ -1,5 +1,5 @@
 import { joinBackward, joinForward, setBlockType, splitBlock, toggleMark, wrapIn } from 'prosemirror-commands';
-import { history, redo, undo } from 'prosemirror-history';
+import { history, isHistoryTransaction, redo, undo } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { liftListItem, sinkListItem, splitListItem, wrapInList } from 'prosemirror-schema-list';
 import { EditorState, TextSelection, type Command, type Transaction } from 'prosemirror-state';
@@ -14,8 +14,9 @@ import {
 import { tableShape } from '../src/commands/tableShape';
 import { schema } from '../src/schema';
 import type { Sample } from './corpus';
+import { Pins } from '../src/folding/pins';
 import { execEdits } from './execEdits';
-import { SourceDocument } from '../src/source/SourceDocument';
+import { SourceDocument, type Correction } from '../src/source/SourceDocument';
 import { isBlank, isSame } from '../src/source/normal';
 import type { Random } from './random';
 
@@ -25,9 +26,11 @@ const { nodes, marks } = schema;
 export class Session {
   readonly source: SourceDocument;
   state: EditorState;
+  readonly pins = new Pins();
 
-  constructor(text: string) {
-    this.source = SourceDocument.load(text);
+  /** A longer note than `length` is folded behind its first part. */
+  constructor(text: string, length = Infinity) {
+    this.source = SourceDocument.load(text, length);
     this.state = EditorState.create({ doc: this.source.doc, plugins: [history({ newGroupDelay: 0 }), tableShape()] });
   }
 
@@ -40,15 +43,28 @@ export class Session {
     }
     const { corrections } = this.source.apply(next.doc);
     this.state = next;
+    this.pins.take(transaction);
     if (corrections.length === 0) return;
     const { tr } = this.state;
     for (const { from, to, nodes: come } of [...corrections].reverse()) {
       const start = offsetOf(next.doc, from);
       tr.replaceWith(start, offsetOf(next.doc, to), come);
     }
-    this.state = this.state.apply(tr.setMeta('appendedTransaction', transaction));
+    this.pins.take(tr);
+    if (isHistoryTransaction(transaction)) tr.setMeta('addToHistory', false);
+    else tr.setMeta('appendedTransaction', transaction);
+    this.state = this.state.apply(tr);
     const again = this.source.apply(this.state.doc);
     if (again.change || again.corrections.length > 0) throw new Error('a correction changed the text again');
+  }
+
+  /** Brings the document to what folding or unfolding has made of it. */
+  refold(corrections: readonly Correction[]): void {
+    const { tr } = this.state;
+    for (const { from, to, nodes: come } of [...corrections].reverse()) {
+      tr.replaceWith(offsetOf(this.state.doc, from), offsetOf(this.state.doc, to), come);
+    }
+    this.state = this.state.apply(tr.setMeta('addToHistory', false));
   }
 
   /** Runs a command. False when it does not apply. */
@@ -241,7 +257,7 @@ const item = nodes.list_item;
 export type Edit = (session: Session, random: Random) => boolean;
 
 /** The edits that a random sequence is made of. */
-const edits: Record<string, Edit> = {
+export const edits: Record<string, Edit> = {
   word: (session, random) => typeText(session, random, random.pick(words)),
   active: (session, random) => typeText(session, random, random.pick(active)),
   erase: deletePart,

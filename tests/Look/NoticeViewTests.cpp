@@ -35,14 +35,17 @@ private Q_SLOTS:
         }
     }
 
-    void aLongMessageIsShownWhole()
+    void aLongMessageHasRoomForAllOfItsLines()
     {
         NoticeView notice(u"folder"_s, 48);
-        notice.setMessage(u"En mening som är för lång för en rad. "_s.repeated(6));
-        showAt(notice, {600, 500});
-        const auto* message = notice.findChildren<QLabel*>().last();
-        QVERIFY(message->heightForWidth(message->width()) > 3 * message->fontMetrics().height());
-        QVERIFY(message->height() >= message->heightForWidth(message->width()));
+        notice.setTitle(u"Öppen i eget fönster"_s);
+        notice.setMessage(
+            u"En fil redigeras i ett eget fönster. En fil kan bara ändras på ett ställe i taget."_s);
+        showAt(notice, {900, 500});
+
+        const QLabel& message = *notice.findChildren<QLabel*>().last();
+        QVERIFY(message.heightForWidth(message.width()) > message.fontMetrics().height());
+        QVERIFY(message.height() >= message.heightForWidth(message.width()));
     }
 
     void theMessageFollowsTheColorsAround()

@@ -1,5 +1,6 @@
 /** Words and characters, as a reader counts them. */
 import type { Node } from 'prosemirror-model';
+import { isFolded, partsOf, PartMemory } from '../source/folded';
 
 export interface Counts {
   words: number;
@@ -21,24 +22,53 @@ export function countText(text: string): Counts {
 }
 
 const known = new WeakMap<Node, Counts>();
+const knownParts = new PartMemory<Counts>();
 
-/** What is in a note. */
-export function countNote(doc: Node): Counts {
-  const sum: Counts = { words: 0, characters: 0 };
-  doc.descendants((node) => {
-    if (!node.isTextblock) return true;
-    let counts = known.get(node);
-    if (counts === undefined) known.set(node, (counts = countText(textOf(node, 0, node.content.size))));
-    sum.words += counts.words;
-    sum.characters += counts.characters;
-    return false;
+/** So long folded parts of a note are read in one go, in milliseconds. */
+const BUDGET = 20;
+
+/** What is in a note, and whether that is all: of a long one parts may have to wait for the next time. */
+export interface NoteCounts extends Counts {
+  isComplete: boolean;
+}
+
+/** What is in a note. `peek` reads parts that are folded. */
+export function countNote(doc: Node, peek: (part: string) => readonly Node[]): NoteCounts {
+  const sum = { words: 0, characters: 0, isComplete: true };
+  const end = performance.now() + BUDGET;
+  doc.forEach((block) => {
+    if (!isFolded(block)) return add(sum, countBlock(block));
+    for (const part of partsOf(block)) {
+      const counts = knownParts.get(part) ?? (performance.now() > end ? null : knownParts.set(part, countAll(peek(part.text))));
+      if (counts === null) sum.isComplete = false;
+      else add(sum, counts);
+    }
   });
   return sum;
 }
 
+function add(sum: Counts, { words, characters }: Counts): void {
+  sum.words += words;
+  sum.characters += characters;
+}
+
+function countAll(blocks: readonly Node[]): Counts {
+  const sum: Counts = { words: 0, characters: 0 };
+  for (const block of blocks) add(sum, countBlock(block));
+  return sum;
+}
+
+function countBlock(block: Node): Counts {
+  let counts = known.get(block);
+  if (counts !== undefined) return counts;
+  counts = block.isTextblock ? countText(textOf(block, 0, block.content.size)) : countAll(block.children);
+  known.set(block, counts);
+  return counts;
+}
+
 /** What is between two places of a note. */
-export function countRange(doc: Node, from: number, to: number): Counts {
-  return countText(textOf(doc, from, to));
+export function countRange(doc: Node, from: number, to: number, peek: (part: string) => readonly Node[]): NoteCounts {
+  return countNote(doc.cut(from, to), peek);
 }
 
 function textOf(node: Node, from: number, to: number): string {

@@ -2,14 +2,15 @@
 import type { EditorState } from 'prosemirror-state';
 import type { EditorView } from 'prosemirror-view';
 import { Plugin } from 'prosemirror-state';
+import type { NoteContext } from '../views/context';
 import { countNote, countRange, inWords } from './count';
 
 /** Asks for the line, or puts it away. */
 export const TOGGLE_COUNTS = 'toggle-counts';
 
 /** The plugin that shows the counts of selected text, and of the whole note when the reader has asked for them. */
-export function countStatus(): Plugin {
-  return new Plugin({ view: (view) => new Status(view) });
+export function countStatus({ peek }: Pick<NoteContext, 'peek'>): Plugin {
+  return new Plugin({ view: (view) => new Status(view, peek) });
 }
 
 /** Whether the reader wants the note's counts; holds from note to note. */
@@ -19,7 +20,10 @@ class Status {
   #line = document.createElement('div');
   #isDue = false;
 
-  constructor(private view: EditorView) {
+  constructor(
+    private view: EditorView,
+    private peek: NoteContext['peek'],
+  ) {
     this.#line.className = 'counts';
     this.#line.setAttribute('role', 'status');
     this.#line.setAttribute('aria-label', 'Antal ord och tecken');
@@ -60,9 +64,10 @@ class Status {
 
   #show(): void {
     const { doc, selection } = this.view.state;
-    const counts = selection.empty ? countNote(doc) : countRange(doc, selection.from, selection.to);
+    const counts = selection.empty ? countNote(doc, this.peek) : countRange(doc, selection.from, selection.to, this.peek);
     this.#line.hidden = selection.empty && !isWanted;
-    const words = inWords(counts);
+    const words = inWords(counts) + (counts.isComplete ? '' : '…');
     this.#line.textContent = selection.empty ? words : `Markerat: ${words}`;
+    if (!counts.isComplete) this.#plan();
   }
 }

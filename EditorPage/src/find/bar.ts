@@ -100,8 +100,9 @@ export class FindBar {
     this.dom.classList.toggle('nothing', findings.count === 0 && this.#find.value !== '');
   }
 
-  #tell({ current, count }: Findings): void {
-    const words = count === 0 ? 'Inga träffar' : `${current + 1} av ${count}`;
+  #tell({ current, count, isCounting }: Findings): void {
+    const more = isCounting ? '…' : '';
+    const words = count === 0 ? (isCounting ? 'Söker…' : 'Inga träffar') : `${current + 1} av ${count}${more}`;
     this.#status.textContent = this.#find.value === '' ? '' : words;
   }
 

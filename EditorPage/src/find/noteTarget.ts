@@ -1,7 +1,9 @@
 /** Find and replace in the note as it is shown. */
 import { closeHistory } from 'prosemirror-history';
+import type { Node } from 'prosemirror-model';
 import { NodeSelection, TextSelection, type Transaction } from 'prosemirror-state';
 import type { EditorView } from 'prosemirror-view';
+import { schema } from '../schema';
 import { findOrder, foundIn, nextIndex } from './marks';
 import type { Match } from './matches';
 import type { Findings, FindTarget, Query } from './query';
@@ -10,10 +12,10 @@ import type { Findings, FindTarget, Query } from './query';
 const LONGEST_QUERY = 200;
 
 export class NoteTarget implements FindTarget {
-  /** `readAll` makes sure that the whole note is there. */
+  /** `unfold` reads the blocks at an offset of a folded run. */
   constructor(
     private view: EditorView,
-    private readAll: () => void,
+    private unfold: (folded: Node, offset: number) => void,
   ) {}
 
   get isSearching(): boolean {
@@ -21,7 +23,6 @@ export class NoteTarget implements FindTarget {
   }
 
   search(query: Query | null, stays = false): Findings {
-    this.readAll();
     const { state } = this.view;
     if (query === null && foundIn(state) === null) return this.findings();
     this.view.dispatch(state.tr.setMeta(...findOrder.search(query, state.selection.from)));
@@ -36,7 +37,7 @@ export class NoteTarget implements FindTarget {
   }
 
   replace(text: string): Findings {
-    const match = this.#current();
+    const match = this.#currentRead();
     if (match === null) return this.findings();
     if (match.isNode) return this.step(1);
     const end = match.from + text.length;
@@ -48,6 +49,7 @@ export class NoteTarget implements FindTarget {
   }
 
   replaceAll(text: string): number {
+    this.#readAll();
     const matches = (foundIn(this.view.state)?.matches ?? []).filter(({ isNode }) => !isNode);
     if (matches.length === 0) return 0;
     this.#edit((tr) => [...matches].reverse().forEach((match) => putText(tr, match, text)));
@@ -56,7 +58,7 @@ export class NoteTarget implements FindTarget {
 
   findings(): Findings {
     const found = foundIn(this.view.state);
-    return { current: found?.current ?? -1, count: found?.matches.length ?? 0 };
+    return { current: found?.current ?? -1, count: found?.matches.length ?? 0, isCounting: found?.finder.isComplete === false };
   }
 
   selectedText(): string {
@@ -74,6 +76,27 @@ export class NoteTarget implements FindTarget {
     return found?.matches[found.current] ?? null;
   }
 
+  /** The current match, in blocks that are read. */
+  #currentRead(): Match | null {
+    let match = this.#current();
+    for (let tries = 0; match?.folded && tries < 3; tries++) {
+      this.unfold(match.folded.node, match.folded.offset);
+      match = this.#current();
+    }
+    return match?.folded ? null : match;
+  }
+
+  /** Looks through all of the note, and reads all blocks that hold matches. */
+  #readAll(): void {
+    while (foundIn(this.view.state)?.finder.isComplete === false) this.view.dispatch(this.view.state.tr.setMeta(...findOrder.more()));
+    for (let left = Infinity; ;) {
+      const folded = (foundIn(this.view.state)?.matches ?? []).filter((match) => match.folded);
+      if (folded.length === 0 || folded.length >= left) return;
+      left = folded.length;
+      this.unfold(folded[0]!.folded!.node, folded[0]!.folded!.offset);
+    }
+  }
+
   /** One edit that is undone alone. */
   #edit(change: (tr: Transaction) => void): void {
     const tr = closeHistory(this.view.state.tr);
@@ -84,7 +107,7 @@ export class NoteTarget implements FindTarget {
 
   /** Selects the current match and brings it into sight. */
   #arrive(): Findings {
-    const match = this.#current();
+    const match = this.#currentRead();
     if (match !== null) {
       const { tr } = this.view.state;
       const selection = match.isNode ? NodeSelection.create(tr.doc, match.from) : TextSelection.create(tr.doc, match.from, match.to);
@@ -103,8 +126,8 @@ export class NoteTarget implements FindTarget {
   }
 }
 
-/** Puts text in place of a match, in the type it stands in. */
-function putText(tr: Transaction, { from, to }: Match, text: string): void {
+/** Puts text in place of a match, in the type that it begins in: a link stays one. */
+export function putText(tr: Transaction, { from, to }: Pick<Match, 'from' | 'to'>, text: string): void {
   if (text === '') tr.delete(from, to);
-  else tr.insertText(text, from, to);
+  else tr.replaceWith(from, to, schema.text(text, tr.doc.resolve(from).nodeAfter?.marks));
 }

@@ -27,6 +27,8 @@ export interface Findings {
   /** From 0; -1 when none is current. */
   current: number;
   count: number;
+  /** Set while there may be more of them. */
+  isCounting?: boolean;
 }
 
 /** Where the bar looks: the note as it is shown, or its source. */

@@ -168,6 +168,8 @@ function sourceTree(node: Node): RootContent {
       return { type: 'code', lang: node.attrs.lang, meta: node.attrs.meta, value };
     case nodes.math_block:
       return { type: 'math', meta: node.attrs.meta, value };
+    case nodes.folded:
+      return raw(node.attrs.source);
     case nodes.front_matter:
       return { type: node.attrs.format, value } as RootContent;
     default:

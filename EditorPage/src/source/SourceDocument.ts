@@ -3,10 +3,15 @@ import { read, labelKey } from '../markdown/parse';
 import { schema } from '../schema';
 import { readEntries, type Entry } from './entries';
 import { Journal } from './journal';
-import { differingRange } from './range';
-import { NoteReader } from './reader';
+import { cutOut, isFolded, readFolded } from './folded';
+import { Exchanged } from './exchanged';
+import { foldedGroup, groupSize, rememberGroup } from './groups';
+import { countLabels, differingLabels, rememberLabels, seemingDefinitions } from './labels';
+import { differingRange, type Range } from './range';
+import { readNote } from './reader';
+import { reloaded } from './reload';
 import { Retired } from './retired';
-import { changeBetween, restored, update, type Correction, type Note, type TextChange, type Updated } from './update';
+import { changeBetween, relabel, restored, single, update, type Correction, type Note, type TextChange, type Updated } from './update';
 
 const { nodes } = schema;
 
@@ -37,50 +42,72 @@ export class SourceDocument {
   private root: Node;
   private readonly retired = new Retired();
   private readonly journal = new Journal();
+  private readonly exchanged = new Exchanged();
   /** The document that was handed in last, if it had to be corrected: until it is, it may be handed in again. */
   private uncorrected: { doc: Node; corrections: readonly Correction[] } | null = null;
 
-  private constructor(
-    private note: Note,
-    private reader: NoteReader,
-  ) {
+  private constructor(private note: Note) {
     this.root = rootOf(note.entries);
   }
 
-  /**
-   * Reads a note. Any text is one. Of a longer note only the first part is read, of about `length` characters, and its
-   * document is complete once `readOn` has read the rest; its text is from the start.
-   */
+  /** Reads a note. Any text is one. Of a note longer than `length` the first part is read; the rest is folded. */
   static load(text: string, length = Infinity): SourceDocument {
-    const reader = new NoteReader(text);
-    return new SourceDocument(reader.begin(length), reader);
+    return new SourceDocument(readNote(text, length));
   }
 
-  /** Whether the document is complete. */
-  get isRead(): boolean {
-    return this.reader.isAtEnd;
+  /**
+   * Reads of a folded run what stands from `offset` on, `length` characters, to the next cuts. Tells what becomes of the
+   * document; the text is the same.
+   */
+  unfold(folded: Node, offset = 0, length = Infinity): readonly Correction[] {
+    const index = this.note.entries.findIndex(({ node }) => node === folded);
+    if (index < 0) return [];
+    const old = this.note.entries[index]!;
+    const { entries, first, last } = cutOut(old, offset, length);
+    const groups = entries.slice(first, last).map((entry) => readFolded(entry, this.note.labels));
+    const corrections = this.exchange(index, [old], [...entries.slice(0, first), ...groups.flat(), ...entries.slice(last)]);
+    let start = index + first;
+    for (const [place, group] of groups.entries()) {
+      const blocks = this.root.children.slice(start, (start += group.length));
+      rememberLabels(entries[first + place]!.node, blocks);
+      rememberGroup(entries[first + place]!.node, blocks);
+    }
+    return corrections;
   }
 
-  /** Reads about `length` characters more, and tells what the document has to become with them. */
-  readOn(length = Infinity): Correction | null {
-    if (this.isRead) return null;
-    const before = this.note.entries;
-    this.readPart(length);
-    if (this.isRead && !this.reader.isRight(this.note)) return this.replaced(before, this.text);
-    return { from: before.length, to: before.length, nodes: this.root.children.slice(before.length) };
+  /** Folds the blocks from `index` on that were folded together before. Nothing when they have changed since. */
+  fold(index: number): readonly Correction[] {
+    const folded = foldedGroup(this.note.entries, index);
+    if (!folded) return [];
+    const count = groupSize(this.root.children, index);
+    return this.exchange(index, this.note.entries.slice(index, index + count), [folded]);
   }
 
-  /** Reads the note to its end, and gives the edited document with the rest behind it. */
-  completed(edited: Node): Node {
-    if (this.isRead) return edited;
-    const count = this.root.childCount;
-    this.readPart(Infinity);
-    return edited.copy(edited.content.append(Fragment.fromArray(this.root.children.slice(count))));
+  /** Puts other entries for the same bytes in place of some. */
+  private exchange(index: number, gone: readonly Entry[], come: readonly Entry[]): readonly Correction[] {
+    const { note } = this;
+    const to = index + gone.length;
+    const entries = [...note.entries.slice(0, index), ...come, ...note.entries.slice(to)];
+    this.remember(index, gone, come);
+    const grown = come.length - gone.length;
+    const near = note.near && note.near.index >= to ? { ...note.near, index: note.near.index + grown } : undefined;
+    const labels = countLabels(note.labels, gone.map(({ parsed }) => parsed), come.map(({ parsed }) => parsed));
+    const before = entries.slice();
+    const changed = relabel(entries, differingLabels(note.labels, labels), labels);
+    for (const at of changed) this.remember(at, [before[at]!], [entries[at]!]);
+    this.note = { ...note, entries, labels, near: note.near && note.near.index <= index ? note.near : near };
+    this.uncorrected = null;
+    this.root = rootOf(entries);
+    const nodes = nodesOf(entries.slice(index, index + come.length));
+    const elsewhere = changed
+      .filter((at) => at < index || at >= index + come.length)
+      .map((at) => single(entries, at, at < index ? at : at - grown));
+    return [{ from: index, to, nodes }, ...elsewhere].sort((one, other) => one.from - other.from);
   }
 
-  private readPart(length: number) {
-    this.note = this.reader.readOn(this.note, length);
-    this.root = rootOf(this.note.entries);
+  private remember(index: number, gone: readonly Entry[], come: readonly Entry[]) {
+    this.journal.exchange(index, gone, come);
+    this.exchanged.record(nodesOf(gone), nodesOf(come));
   }
 
   /** The document that the text says. */
@@ -93,7 +120,7 @@ export class SourceDocument {
     return this.note.text;
   }
 
-  /** The top-level blocks with their bytes, as far as they were read. */
+  /** The top-level blocks with their bytes. */
   get blocks(): readonly Entry[] {
     return this.note.entries;
   }
@@ -104,14 +131,13 @@ export class SourceDocument {
     return [mark, ...entries.flatMap((entry) => [entry.gap, entry.raw]), tail];
   }
 
-  /** Brings the text in step with an edited document, which is complete. */
+  /** Brings the text in step with an edited document. */
   apply(next: Node): Applied {
-    if (!this.isRead) throw new Error('an edit of a note that was not read to its end');
     if (next === this.root) return { change: null, corrections: [] };
     if (next === this.uncorrected?.doc) return { change: null, corrections: this.uncorrected.corrections };
     const before = this.note;
     const range = differingRange(this.root, next);
-    const updated = this.earlier(this.root, next, range) ?? update(before, next, range, this.retired);
+    const updated = this.earlier(this.root, next, range) ?? this.earlierNow(next, range) ?? update(before, next, range, this.retired);
     const { corrections } = updated;
     const old = this.root;
     this.root = corrections.length > 0 ? rootOf(updated.note.entries) : next;
@@ -123,39 +149,40 @@ export class SourceDocument {
     return { change, corrections };
   }
 
+  /** The same for a document in which the history has brought back runs that were unfolded since, or blocks that were folded. */
+  private earlierNow(next: Node, { from, nextTo }: Range): Updated | null {
+    const corrections = this.exchanged.since(next.children, from, nextTo);
+    if (corrections.length === 0) return null;
+    const children = next.children.slice();
+    for (const { from: at, to, nodes } of [...corrections].reverse()) children.splice(at, to - at, ...nodes);
+    const found = this.earlier(this.root, next.copy(Fragment.fromArray(children)));
+    return found && { ...found, corrections: found.corrections.length > 0 ? [{ from: 0, to: next.childCount, nodes: nodesOf(found.note.entries) }] : corrections };
+  }
+
   /** The note as it was when it last had this document. */
   private earlier(old: Node, doc: Node, range = differingRange(old, doc)): Updated | null {
     const entries = this.journal.find(this.note.entries, doc, range);
     if (!entries) return null;
     const note = restored(this.note, entries);
-    return { note, change: changeBetween(this.note.text, note.text), corrections: [] };
+    const change = changeBetween(this.note.text, note.text);
+    // Blocks that were unfolded since were read with the labels of now.
+    const relabelled = note.entries.slice();
+    const changed = relabel(relabelled, differingLabels(this.note.labels, note.labels), note.labels);
+    return { note: { ...note, entries: relabelled }, change, corrections: changed.map((at) => single(relabelled, at, at)) };
   }
 
   /**
    * Takes over a text that was changed from outside. Tells which top-level children of the document become which
    * nodes, or null when the text is the one at hand.
    */
-  reload(text: string): Correction | null {
+  reload(text: string): readonly Correction[] | null {
     if (text === this.note.text) return null;
-    return this.replaced(this.note.entries, text);
-  }
-
-  /** Reads a text at once, in place of one that had the entries `before`. */
-  private replaced(before: readonly Entry[], text: string): Correction {
-    this.reader = new NoteReader(text);
-    const next = this.reader.begin(Infinity);
-    const { start, end } = commonEntries(before, next.entries);
-    const offset = before.length - next.entries.length;
-    const entries = next.entries.map((entry, index) => {
-      if (index < start) return { ...entry, node: before[index]!.node };
-      return index >= next.entries.length - end ? { ...entry, node: before[index + offset]!.node } : entry;
-    });
-    this.note = { ...next, entries };
+    const { note, corrections } = reloaded(this.note, text);
+    this.journal.record(this.note.entries, note.entries);
+    this.note = note;
     this.uncorrected = null;
-    this.root = rootOf(entries);
-    this.journal.record(before, entries);
-    const nodes = entries.slice(start, entries.length - end).map((entry) => entry.node);
-    return { from: start, to: before.length - end, nodes };
+    this.root = rootOf(note.entries);
+    return corrections;
   }
 
   /**
@@ -168,6 +195,11 @@ export class SourceDocument {
     return entries.map((entry) => entry.node);
   }
 
+  /** Reads a part of the note that is folded, to look into it. */
+  peek(part: string): Node[] {
+    return nodesOf(readEntries(part, false, this.note.labels).entries);
+  }
+
   /** The bytes of a top-level block of the document. Null for a node that is none. */
   sliceOf(node: Node): string | null {
     return this.note.entries.find((entry) => entry.node === node)?.raw ?? null;
@@ -178,29 +210,31 @@ export class SourceDocument {
     const key = labelKey(label);
     for (const entry of this.note.entries) {
       if (!entry.source.includes(']:')) continue;
-      const target = definitionIn(entry, key);
+      const target = isFolded(entry.node) ? definitionInFolded(entry.source, key) : definitionIn(entry.source, key);
       if (target) return target;
     }
     return null;
   }
 }
 
+const nodesOf = (entries: readonly Entry[]): Node[] => entries.map(({ node }) => node);
+
 function rootOf(entries: readonly Entry[]): Node {
-  return nodes.doc.create(null, Fragment.fromArray(entries.map((entry) => entry.node)));
+  return nodes.doc.create(null, Fragment.fromArray(nodesOf(entries)));
 }
 
-const isUnchanged = (a: Entry, b: Entry) => a.raw === b.raw && (a.parsed === b.parsed || a.parsed.eq(b.parsed));
-
-function commonEntries(a: readonly Entry[], b: readonly Entry[]): { start: number; end: number } {
-  const shorter = Math.min(a.length, b.length);
-  let start = 0;
-  while (start < shorter && isUnchanged(a[start]!, b[start]!)) start += 1;
-  let end = 0;
-  while (end < shorter - start && isUnchanged(a[a.length - 1 - end]!, b[b.length - 1 - end]!)) end += 1;
-  return { start, end };
+/** A run that is not read is looked through for the lines that seem to define. */
+function definitionInFolded(source: string, key: string): Target | null {
+  for (const { label, at } of seemingDefinitions(source)) {
+    if (label !== key) continue;
+    const lines = source.slice(at, at + 2_000).split('\n', 3).join('\n');
+    const target = definitionIn(lines, key);
+    if (target) return target;
+  }
+  return null;
 }
 
-function definitionIn(entry: Entry, key: string): Target | null {
+function definitionIn(source: string, key: string): Target | null {
   const found: Target[] = [];
   const visit = (block: {
     type: string;
@@ -213,6 +247,6 @@ function definitionIn(entry: Entry, key: string): Target | null {
       found.push({ url: block.url!, title: block.title ?? null });
     for (const child of block.children ?? []) visit(child as never);
   };
-  for (const block of read(entry.source, false).blocks) visit(block as never);
+  for (const block of read(source, false).blocks) visit(block as never);
   return found[0] ?? null;
 }

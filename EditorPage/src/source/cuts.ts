@@ -8,6 +8,9 @@ const lineForm = /([^\r\n]*)(?:\r\n?|\n|$)/y;
 
 /** A line that begins a paragraph or a heading, whatever stands before the blank line above it. */
 const plainForm = /^(?:#{1,6}[ \t]|(?!\p{L}{1,3}[.)])\p{L})/u;
+/** Whether a line begins a block of its own wherever it stands behind an empty line. */
+export const isPlainLine = (line: string): boolean => plainForm.test(line);
+
 const ruleForm = /^(?:[-*_][ \t]*){3,}$/;
 const markerForm = /^([-+*]|\d{1,9}[.)]|\[\^[^\]]+\]:)([ \t]+|$)(.*)/;
 const footnoteIndent = 4;
@@ -36,10 +39,13 @@ const lasting: readonly Lasting[] = [
   { opening: /^<![A-Za-z]/, end: () => />/, canBeOneLine: true },
 ];
 
-/** Gives the offsets of safe cuts in ascending order, each at the start of a line, never before the first block. */
-export function* safeCuts(text: string): Generator<number, void> {
+/**
+ * Gives the offsets of safe cuts in ascending order, each at the start of a line, never before the first block. `isStart`
+ * says that the text begins a note, where front matter may stand.
+ */
+export function* safeCuts(text: string, isStart = true): Generator<number, void> {
   const lines = new Lines();
-  let at = frontMatterForm.exec(text)?.[0].length ?? 0;
+  let at = (isStart && frontMatterForm.exec(text)?.[0].length) || 0;
   while (at < text.length) {
     lineForm.lastIndex = at;
     const [ended, line] = lineForm.exec(text) as unknown as [string, string];
@@ -62,7 +68,7 @@ class Lines {
 
   /** Whether the note can be cut before `line`, the next one. */
   canCutBefore(line: string): boolean {
-    return this.hasBlock && this.isAfterBlank && !this.isOpenInside && plainForm.test(line);
+    return this.hasBlock && this.isAfterBlank && !this.isOpenInside && isPlainLine(line);
   }
 
   /** Takes the next line. False when it cannot be told for sure what it opens. */

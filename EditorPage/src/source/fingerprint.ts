@@ -1,4 +1,5 @@
 import type { Node } from 'prosemirror-model';
+import { isFolded, sourceOf } from './folded';
 
 const known = new WeakMap<Node, number>();
 
@@ -14,11 +15,14 @@ function ofText(hash: number, text: string): number {
   return result;
 }
 
+/** Of a long text its ends say enough. */
+const endsOf = (text: string) => `${text.length} ${text.slice(0, 40)} ${text.slice(-40)}`;
+
 /** A number that equal nodes share and others hardly ever. */
 function ofNode(node: Node): number {
   let hash = known.get(node);
   if (hash !== undefined) return hash;
-  hash = ofText(17, node.type.name + JSON.stringify(node.attrs));
+  hash = ofText(17, node.type.name + (isFolded(node) ? endsOf(sourceOf(node)) : JSON.stringify(node.attrs)));
   for (const mark of node.marks) hash = ofText(hash, mark.type.name + JSON.stringify(mark.attrs));
   if (node.isText) hash = ofText(hash, node.text!);
   node.forEach((child) => (hash = mix(hash!, ofNode(child))));
@@ -27,26 +31,13 @@ function ofNode(node: Node): number {
 }
 
 /**
- * How the fingerprint of a sequence of blocks changes when `gone` are replaced by `come` between the given
- * neighbours. The sum of all changes says whether a sequence is one that there was before, without a walk over it.
+ * How the fingerprint of a note changes when `gone` are replaced by `come`. The sum of all changes says whether a note has
+ * the blocks that it had before, without a walk over it.
  */
-export function fingerprintChange(
-  before: Node | undefined,
-  gone: readonly Node[],
-  come: readonly Node[],
-  after: Node | undefined,
-): number {
-  return (sumOfPairs(before, come, after) - sumOfPairs(before, gone, after)) | 0;
+export function fingerprintChange(gone: readonly Node[], come: readonly Node[]): number {
+  return (sum(come) - sum(gone)) | 0;
 }
 
-/** Neighbours count together, so that the order of the blocks counts. */
-function sumOfPairs(before: Node | undefined, nodes: readonly Node[], after: Node | undefined): number {
-  let sum = 0;
-  let left = before ? ofNode(before) : 1;
-  for (const node of nodes) {
-    const right = ofNode(node);
-    sum = (sum + mix(left, right)) | 0;
-    left = right;
-  }
-  return (sum + mix(left, after ? ofNode(after) : 2)) | 0;
+function sum(nodes: readonly Node[]): number {
+  return nodes.reduce((total, node) => (total + ofNode(node)) | 0, 0);
 }

@@ -1,7 +1,9 @@
 import type { Node } from 'prosemirror-model';
 import { writeBlock } from '../markdown/write';
 import { schema } from '../schema';
+import { isPlainLine } from './cuts';
 import { readBlock, readEntries, type Entry } from './entries';
+import { isFolded } from './folded';
 import { isSame } from './normal';
 import type { Context } from './reconcile';
 import { unify, withLineEnd } from './text';
@@ -39,6 +41,13 @@ export function isRisky({ before, after, gap }: Joint): boolean {
   }
 }
 
+/** The same where one of the two is a run of blocks that is not read. Such a run begins and ends where a note can be cut. */
+export function isFoldedJointSafe(joint: Joint): boolean {
+  const { before, after, gap } = joint;
+  const isCut = isFolded(after.node) || isPlainLine(after.source.split('\n', 1)[0]!);
+  return isCut && blankLine.test(unify(gap).text) && (isFolded(before.node) || !isRisky(joint));
+}
+
 /** Longer lists are looked at only with the item that is next to the joint. */
 const wholeLimit = 3000;
 
@@ -63,15 +72,22 @@ function firstPart({ source, parsed, piece }: Entry): Side {
   return { source: source.slice(0, end), node: parsed.copy(parsed.content.cut(0, parsed.firstChild!.nodeSize)) };
 }
 
-/** Whether two blocks stay what they are when they are read together. */
+/**
+ * Whether two blocks stay what they are when they are read together. Whether a line goes on with a container above it
+ * the parser may decide by the line end behind it, which is not always there.
+ */
 export function holds({ before, after, gap }: Joint, context: Context): boolean {
   const left = lastPart(before);
   const right = firstPart(after);
   const between = unify(gap).text;
-  const { entries } = readEntries(left.source + between + right.source, isFrontMatter(before), context.labels);
-  const [first, second] = entries;
-  if (entries.length !== 2 || !first || !second) return false;
-  return sameSide(first.parsed, left.node) && sameSide(second.parsed, right.node) && second.source === right.source;
+  const mayReachOn = !before.parsed.isTextblock && !blankLine.test(between);
+  return (mayReachOn ? ['', '\n'] : ['']).every((end) => {
+    const { entries } = readEntries(left.source + between + right.source + end, isFrontMatter(before), context.labels);
+    const [first, second] = entries;
+    if (entries.length !== 2 || !first || !second) return false;
+    const isWhole = second.source === right.source || second.source === right.source + end;
+    return isWhole && sameSide(first.parsed, left.node) && sameSide(second.parsed, right.node);
+  });
 }
 
 /** Of a part of a list the first number says nothing. */

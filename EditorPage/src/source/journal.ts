@@ -16,6 +16,8 @@ interface Step {
 const sizeLimit = 8_000_000;
 const stepLimit = 10_000;
 
+const nodesOf = (entries: readonly Entry[]) => entries.map((entry) => entry.node);
+
 const sizeOf = (entries: readonly Entry[]) => entries.reduce((sum, entry) => sum + entry.raw.length, 0);
 
 /**
@@ -36,8 +38,7 @@ export class Journal {
   find(entries: readonly Entry[], next: Node, { from, oldTo, nextTo }: Range): Entry[] | null {
     const gone = entries.slice(from, oldTo).map((entry) => entry.node);
     const come = next.children.slice(from, nextTo);
-    const change = fingerprintChange(entries[from - 1]?.node, gone, come, entries[oldTo]?.node);
-    const wanted = (this.current + change) | 0;
+    const wanted = (this.current + fingerprintChange(gone, come)) | 0;
     if (wanted === this.current) {
       const same = adopt(entries, next);
       if (same) return same;
@@ -65,16 +66,24 @@ export class Journal {
     const gone = before.slice(start, before.length - end);
     const come = after.slice(start, after.length - end);
     if (gone.length === 0 && come.length === 0) return;
-    const nodes = (entries: readonly Entry[]) => entries.map((entry) => entry.node);
-    const change = fingerprintChange(
-      before[start - 1]?.node,
-      nodes(gone),
-      nodes(come),
-      before[before.length - end]?.node,
-    );
-    this.steps.push({ at: start, gone, come, fingerprint: (this.current + change) | 0 });
+    const fingerprint = (this.current + fingerprintChange(nodesOf(gone), nodesOf(come))) | 0;
+    this.steps.push({ at: start, gone, come, fingerprint });
     this.size += sizeOf(come);
     if (this.size > sizeLimit || this.steps.length > stepLimit) this.thin();
+  }
+
+  /**
+   * From now on the entries `come` stand for the same bytes as `gone`, which are at `at` now: in every state that has those.
+   */
+  exchange(at: number, gone: readonly Entry[], come: readonly Entry[]) {
+    const change = fingerprintChange(nodesOf(gone), nodesOf(come));
+    let place: number | null = at;
+    for (let index = this.steps.length - 1; index >= 0; index -= 1) {
+      const { step, placeBefore }: Exchanged = exchanged(this.steps[index]!, place, gone, come);
+      this.steps[index] = place === null ? step : { ...step, fingerprint: (step.fingerprint + change) | 0 };
+      place = placeBefore;
+    }
+    if (place !== null) this.first = (this.first + change) | 0;
   }
 
   private get current(): number {
@@ -98,6 +107,50 @@ export class Journal {
     this.steps = [...older, ...this.steps.slice(half)];
     this.size = this.steps.reduce((sum, step) => sum + sizeOf(step.come), 0);
   }
+}
+
+/** A step after an exchange, and where the exchanged entries are before it; null when they are not there. */
+interface Exchanged {
+  step: Step;
+  placeBefore: number | null;
+}
+
+function exchanged(step: Step, place: number | null, gone: readonly Entry[], come: readonly Entry[]): Exchanged {
+  if (place !== null && place + gone.length <= step.at) {
+    return { step: { ...step, at: step.at + come.length - gone.length }, placeBefore: place };
+  }
+  if (place !== null && place >= step.at + step.come.length) {
+    return { step, placeBefore: place + step.gone.length - step.come.length };
+  }
+  const wide = place === null ? step : widened(step, place, gone);
+  const before = placeOf(gone, wide.gone);
+  const after = place === null ? null : place - wide.at;
+  return {
+    step: { ...wide, gone: withRun(wide.gone, before, gone, come), come: withRun(wide.come, after, gone, come) },
+    placeBefore: before === null ? null : wide.at + before,
+  };
+}
+
+/** The same step with all of a run in it that it reaches into: what is beside a step is the same before and after it. */
+function widened(step: Step, place: number, run: readonly Entry[]): Step {
+  const before = run.slice(0, Math.max(0, step.at - place));
+  const after = run.slice(run.length - Math.max(0, place + run.length - step.at - step.come.length));
+  const wide = (entries: readonly Entry[]) => [...before, ...entries, ...after];
+  return { ...step, at: step.at - before.length, gone: wide(step.gone), come: wide(step.come) };
+}
+
+/** Where `run` is among `entries`. */
+function placeOf(run: readonly Entry[], entries: readonly Entry[]): number | null {
+  const at = entries.findIndex(({ node }) => node === run[0]!.node);
+  const isThere = ({ node, gap }: Entry, index: number) => entries[at + index]?.node === node && (index === 0 || entries[at + index]!.gap === gap);
+  return at >= 0 && run.every(isThere) ? at : null;
+}
+
+function withRun(entries: readonly Entry[], at: number | null, gone: readonly Entry[], come: readonly Entry[]): readonly Entry[] {
+  if (at === null) return entries;
+  const [first, ...others] = come;
+  const { gap } = entries[at]!;
+  return [...entries.slice(0, at), gap === first!.gap ? first! : { ...first!, gap }, ...others, ...entries.slice(at + gone.length)];
 }
 
 function isFollowedBy(step: Step, next: Step): boolean {

@@ -9,7 +9,27 @@ const definitionLabel = /^\s*\[((?:[^[\]\\]|\\.)+)\]:/s;
 const none: readonly string[] = [];
 const known = new WeakMap<Node, readonly string[]>();
 
-/** The labels that a block defines, those of footnotes with a "^" before them. */
+/** Lines that look like definitions of links and footnotes, also in quotes and lists. Not all of them need be some. */
+const definitionForm =
+  /^[ \t>*+\-\d.)]*\[(\^[^\]\r\n]+(?=\]:)|(?:[^[\]\\\r\n]|\\.)+(?=\]:[ \t]*(?:(?:<[^>\r\n]*>|[^\s<]\S*)[ \t]*(?:["'(].*)?)?$))/gm;
+
+/** The labels that a text seems to define, and where their lines begin. */
+export function* seemingDefinitions(text: string): Generator<{ label: string; at: number }> {
+  for (let found = text.indexOf(']:'); found >= 0;) {
+    const at = text.lastIndexOf('\n', found) + 1;
+    const end = text.indexOf('\n', found);
+    const line = text.slice(at, end < 0 ? text.length : end);
+    for (const [, label] of line.matchAll(definitionForm)) yield { label: labelKey(label!), at };
+    found = end < 0 ? -1 : text.indexOf(']:', end);
+  }
+}
+
+/** Says which labels are really defined by the blocks that `folded` stands for. */
+export function rememberLabels(folded: Node, blocks: readonly Node[]) {
+  known.set(folded, blocks.flatMap(labelsOf));
+}
+
+/** The labels that a block defines, those of footnotes with a "^" before them; for blocks that are not read, those that they seem to define. */
 export function labelsOf(node: Node): readonly string[] {
   let labels = known.get(node);
   if (!labels) {
@@ -22,7 +42,9 @@ export function labelsOf(node: Node): readonly string[] {
 }
 
 function collect(node: Node, found: string[]) {
-  if (node.type === nodes.definition) {
+  if (node.type === nodes.folded) {
+    for (const { label } of seemingDefinitions(node.attrs.source)) found.push(label);
+  } else if (node.type === nodes.definition) {
     const match = definitionLabel.exec(node.textContent);
     if (match) found.push(labelKey(match[1]!));
   } else if (!node.isTextblock && !node.isLeaf) {

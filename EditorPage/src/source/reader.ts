@@ -1,79 +1,46 @@
-import { labelKey } from '../markdown/parse';
 import { schema } from '../schema';
 import { safeCuts } from './cuts';
-import { emptyEntry, readEntries } from './entries';
-import { countLabels } from './labels';
+import { emptyEntry, readEntries, type Entries } from './entries';
+import { foldedEntry, lengthWithoutEmptyLines, readInParts } from './folded';
+import { countLabels, labelsOf, seemingDefinitions } from './labels';
 import { mainLineEnd } from './text';
 import type { Note } from './update';
 
 const { nodes } = schema;
 
-/** Lines that look like definitions of links and footnotes, also in quotes and lists. Not all of them need be some. */
-const definitionForm =
-  /^[ \t>*+\-\d.)]*\[(\^[^\]\r\n]+(?=\]:)|(?:[^[\]\\\r\n]|\\.)+(?=\]:[ \t]*(?:(?:<[^>\r\n]*>|[^\s<]\S*)[ \t]*(?:["'(].*)?)?$))/gm;
+/** Reads a note whose length is at most `length`; of a longer one the first part is read, and the rest is folded. */
+export function readNote(text: string, length: number): Note {
+  const mark = text.startsWith('\ufeff') ? '\ufeff' : '';
+  const body = text.slice(mark.length);
+  const { entries, tail } = readBody(body, length);
+  const hasBlock = entries.some((entry) => entry.node.type !== nodes.front_matter);
+  if (!hasBlock) entries.push(emptyEntry(nodes.paragraph.create(), ''));
+  const labels = countLabels(new Map(), [], entries.map((entry) => entry.parsed));
+  return { mark, entries, tail, text, labels, lineEnd: mainLineEnd(text) };
+}
 
-/**
- * Reads a note at once or part by part. A part ends where what follows reads the same without it. What was not read yet
- * stands in the note's tail, so that the note has its whole text from the first part on.
- */
-export class NoteReader {
-  private readonly mark: string;
-  private readonly body: string;
-  private readonly cuts: Generator<number, void>;
-  /** Labels that the note seems to define somewhere: every part is read as if it did. */
-  private readonly assumed: ReadonlySet<string>;
-  /** How much of the body was read. */
-  private at = 0;
-  /** What stands behind the last block that was read. */
-  private space = '';
+function readBody(body: string, length: number): Entries {
+  const cut = firstCut(body, length);
+  if (cut === body.length) return readEntries(body, true);
+  const rest = body.slice(cut);
+  const own = rest.slice(0, lengthWithoutEmptyLines(rest));
+  const folded = foldedEntry(own, '');
+  readInParts(folded.node, length);
+  const first = readFirst(body.slice(0, cut), labelsOf(folded.node));
+  return { entries: [...first.entries, { ...folded, gap: first.tail }], tail: rest.slice(own.length) };
+}
 
-  constructor(private readonly text: string) {
-    this.mark = text.startsWith('\ufeff') ? '\ufeff' : '';
-    this.body = text.slice(this.mark.length);
-    this.cuts = safeCuts(this.body);
-    const labels = [...this.body.matchAll(definitionForm)].map(([, label]) => labelKey(label!));
-    this.assumed = new Set(labels);
-  }
+function firstCut(body: string, length: number): number {
+  if (body.length <= length) return body.length;
+  for (const cut of safeCuts(body)) if (cut >= length) return cut;
+  return body.length;
+}
 
-  get isAtEnd(): boolean {
-    return this.at === this.body.length;
-  }
-
-  /** Whether the note that was read defines what it seemed to. If not, some links may have been read for text, or text for links. */
-  isRight({ labels }: Note): boolean {
-    return labels.size === this.assumed.size && [...labels.keys()].every((label) => this.assumed.has(label));
-  }
-
-  /** Reads the first part, of at least `length` characters where there are as many. */
-  begin(length: number): Note {
-    const part = this.part(length);
-    const { entries, tail } = readEntries(part, true, this.isAtEnd ? undefined : this.assumed);
-    const hasBlock = entries.some((entry) => entry.node.type !== nodes.front_matter);
-    if (!hasBlock) entries.push(emptyEntry(nodes.paragraph.create(), ''));
-    this.space = tail;
-    const labels = countLabels(new Map(), [], entries.map((entry) => entry.parsed));
-    return { mark: this.mark, entries, tail: this.tail, text: this.text, labels, lineEnd: mainLineEnd(this.text) };
-  }
-
-  /** The note with the next part read too. */
-  readOn(note: Note, length: number): Note {
-    const { entries, tail } = readEntries(this.part(length), false, this.assumed);
-    const [first, ...others] = entries;
-    const added = first ? [{ ...first, gap: this.space + first.gap }, ...others] : [];
-    this.space = first ? tail : this.space + tail;
-    const labels = countLabels(note.labels, [], added.map((entry) => entry.parsed));
-    return { ...note, entries: note.entries.concat(added), labels, tail: this.tail };
-  }
-
-  private get tail(): string {
-    return this.space + this.body.slice(this.at);
-  }
-
-  private part(length: number): string {
-    const from = this.at;
-    let cut = this.cuts.next();
-    while (!cut.done && cut.value - from < length) cut = this.cuts.next();
-    this.at = cut.done ? this.body.length : cut.value;
-    return this.body.slice(from, this.at);
-  }
+/** The first part, with the labels that the rest defines. What it defines itself is known only when it has been read. */
+function readFirst(part: string, others: readonly string[]): Entries {
+  const seeming = [...seemingDefinitions(part)].map(({ label }) => label);
+  const read = readEntries(part, true, new Set([...others, ...seeming]));
+  const own = read.entries.flatMap((entry) => labelsOf(entry.parsed));
+  const isRight = seeming.every((label) => own.includes(label)) && own.every((label) => seeming.includes(label));
+  return isRight ? read : readEntries(part, true, new Set([...others, ...own]));
 }

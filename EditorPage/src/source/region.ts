@@ -1,6 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import type { Entry } from './entries';
-import { holds, isRisky, merged, separations, type Joint } from './joins';
+import { foldedEntry, isFolded, readFolded, sourceOf } from './folded';
+import { holds, isFoldedJointSafe, isRisky, merged, separations, type Joint } from './joins';
 import { isBlank } from './normal';
 import { withLineEnd } from './text';
 import { writeEntries, type Writing } from './writer';
@@ -20,10 +21,13 @@ export interface Memory {
 /** Writes the blocks that take the place of `olds`. */
 export function draft(olds: readonly Entry[], next: readonly Node[], writing: Writing, memory: Memory): Draft[] {
   const kept = new Matcher(olds);
-  const origins = next.map((node) => kept.take(node));
+  // The very same blocks first: equal ones may stand in other places.
+  const same = next.map((node) => kept.take(node, (old) => old === node));
+  const origins = next.map((node, index) => (same[index]! >= 0 ? same[index]! : kept.take(node, (old) => old.eq(node))));
   return next.map((node, index) => {
     const origin = origins[index]!;
     if (origin >= 0) return { entries: [{ ...olds[origin]!, node }], origin };
+    if (isFolded(node)) return { entries: [foldedEntry(sourceOf(node), '', node)], origin };
     const model = modelFor(index, next.length, olds.length, kept);
     const known = isBlank(node) ? null : memory.recall(node);
     const entries = known ? [{ ...known, node }] : writeEntries(node, olds[model], writing);
@@ -53,9 +57,9 @@ class Matcher {
     }
   }
 
-  take(node: Node): number {
+  take(node: Node, isIt: (old: Node) => boolean): number {
     const same = this.byKey.get(`${node.type.name} ${node.nodeSize}`) ?? [];
-    const index = same.find((one) => !this.taken.has(one) && this.entries[one]!.node.eq(node)) ?? -1;
+    const index = same.find((one) => !this.taken.has(one) && isIt(this.entries[one]!.node)) ?? -1;
     if (index >= 0) this.taken.add(index);
     return index;
   }
@@ -112,8 +116,8 @@ export interface Surrounding {
  */
 export function settle(middle: readonly Entry[], around: Surrounding, writing: Writing): Region {
   const region: Region = { entries: [...middle], extraBefore: 0, extraAfter: 0 };
-  while (drawInBefore(region, around) && region.entries[0]!.source === '');
-  while (drawInAfter(region, around) && region.entries.at(-1)!.source === '');
+  drawInBefore(region, around);
+  drawInAfter(region, around);
   let changes = 0;
   for (let index = 0; index < region.entries.length; index += 1) {
     const hasChanged = settleJoint(region, index, writing);
@@ -136,20 +140,24 @@ function drawIn(region: Region, around: Surrounding) {
   if (last && !isSameAs(region.entries.at(-1), last)) drawInAfter(region, around);
 }
 
-function drawInBefore(region: Region, around: Surrounding): boolean {
-  const earlier = around.before(region.extraBefore + 1);
-  if (!earlier) return false;
-  region.entries.unshift(earlier);
-  region.extraBefore += 1;
-  return true;
+/** Draws in what stands before, up to a block that has bytes. */
+function drawInBefore(region: Region, around: Surrounding) {
+  let earlier = around.before(region.extraBefore + 1);
+  while (earlier) {
+    region.entries.unshift(earlier);
+    region.extraBefore += 1;
+    earlier = earlier.source === '' ? around.before(region.extraBefore + 1) : undefined;
+  }
 }
 
-function drawInAfter(region: Region, around: Surrounding): boolean {
-  const later = around.after(region.extraAfter + 1);
-  if (!later) return false;
-  region.entries.push(later);
-  region.extraAfter += 1;
-  return true;
+/** Draws in what stands behind, up to a block that has bytes. */
+function drawInAfter(region: Region, around: Surrounding) {
+  let later = around.after(region.extraAfter + 1);
+  while (later) {
+    region.entries.push(later);
+    region.extraAfter += 1;
+    later = later.source === '' ? around.after(region.extraAfter + 1) : undefined;
+  }
 }
 
 /** Looks at the border behind an entry. Empty paragraphs have no bytes and so no border. */
@@ -165,6 +173,12 @@ function settleJoint(region: Region, index: number, writing: Writing): boolean {
   const between = entries.slice(index + 1, other);
   const lead = between.map((entry) => entry.gap).join('');
   const joint: Joint = { before, after, gap: lead + after.gap };
+  const folded = [other, index].filter((at) => isFolded(entries[at]!.node));
+  if (folded.length > 0) {
+    if (isFoldedJointSafe(joint)) return false;
+    for (const at of folded) entries.splice(at, 1, ...readFolded(entries[at]!, writing.labels));
+    return true;
+  }
   if (!isRisky(joint) || holds(joint, writing)) return false;
 
   for (const other of separations(joint, writing, writing.lineEnd)) {

@@ -2,6 +2,7 @@ import type { Node } from 'prosemirror-model';
 import { frontMatter, labelKey } from '../markdown/parse';
 import { schema } from '../schema';
 import { readAnyBlock, type Entry } from './entries';
+import { isFolded } from './folded';
 import { countLabels, differingLabels, type LabelCounts } from './labels';
 import { isSame } from './normal';
 import { Pool } from './pool';
@@ -120,7 +121,7 @@ function correctedElsewhere(
     .map((index) => single(entries, index, index < lo ? index : index - grown));
 }
 
-function single(entries: readonly Entry[], index: number, at: number): Correction {
+export function single(entries: readonly Entry[], index: number, at: number): Correction {
   return { from: at, to: at + 1, nodes: [entries[index]!.node] };
 }
 
@@ -186,11 +187,11 @@ function corrected(next: Node, entries: readonly Entry[], lo: number, to: number
  * Reads again the blocks that mention a label which has come or gone: their links are links no more, or now are.
  * Returns their indexes.
  */
-function relabel(entries: Entry[], labels: ReadonlySet<string>, counts: LabelCounts): number[] {
+export function relabel(entries: Entry[], labels: ReadonlySet<string>, counts: LabelCounts): number[] {
   if (labels.size === 0) return [];
   const changed: number[] = [];
   for (const [index, entry] of entries.entries()) {
-    if (!mentions(entry.source, labels)) continue;
+    if (isFolded(entry.node) || !mentions(entry.source, labels)) continue;
     const block = readAnyBlock(entry.source, entry.parsed.type === schema.nodes.front_matter, counts);
     if (!block || isSame(block.parsed, entry.parsed)) continue;
     entries[index] = { ...entry, ...block, node: block.parsed };

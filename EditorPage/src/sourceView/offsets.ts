@@ -2,6 +2,7 @@
 import type { Node } from 'prosemirror-model';
 import { Selection } from 'prosemirror-state';
 import type { Entry } from '../source/entries';
+import { isFolded } from '../source/folded';
 import { childPlace, rootPlace, type Place } from '../source/place';
 import { unify } from '../source/text';
 
@@ -50,6 +51,19 @@ export function placeAt(doc: Node, entries: readonly Entry[], offset: number): S
   }
   return Selection.atEnd(doc);
 }
+
+/** The folded run that holds an offset of the source, and where in it; null when a block that is read does. */
+export function foldedAt(entries: readonly Entry[], offset: number): { node: Node; offset: number } | null {
+  let start = 0;
+  for (const { node, gap, raw, source } of entries) {
+    start += sizeOf(gap);
+    if (offset <= start + source.length) return isFolded(node) && offset > start ? { node, offset: inRaw(raw, offset - start) } : null;
+    start += source.length;
+  }
+  return null;
+}
+
+const inRaw = (raw: string, offset: number): number => (raw.includes('\r') ? unify(raw).at(offset) : offset);
 
 function posInEntry(entry: Entry, offset: number): number {
   const places = textPlaces(entry);

@@ -3,6 +3,7 @@ import type { MarkViewConstructor, NodeViewConstructor } from 'prosemirror-view'
 import { codeBlockView } from './code';
 import type { NoteContext } from './context';
 import { drawnBlock } from './drawn';
+import { foldedBlock, type Watcher } from '../folding/foldedBlock';
 import { footnoteView } from './footnotes';
 import { frontMatter } from './frontMatter';
 import { htmlBlock } from './html';
@@ -15,10 +16,11 @@ import { embedKind, pictureKind } from './media';
 import { tableCellView, tableHeaderView, tableView } from './tables';
 
 /** The views of a note's nodes. */
-export function nodeViews(context: NoteContext): Record<string, NodeViewConstructor> {
+export function nodeViews(context: NoteContext, folding: Watcher): Record<string, NodeViewConstructor> {
   return {
     code_block: codeBlockView,
     embed: inlineSource(embedKind),
+    folded: foldedBlock(folding),
     footnote_definition: footnoteView,
     footnote_reference: footnoteReferenceView,
     front_matter: drawnBlock(frontMatter, context),

@@ -163,7 +163,7 @@ export const bridgeTests: Test[] = [
       const text = document.createTreeWalker(block, NodeFilter.SHOW_TEXT).nextNode();
       if (text !== null) getSelection()?.collapse(text, 0);
       const after = await settled();
-      expect(block.classList.contains('caret-block'), `the caret is not in block ${index}`);
+      expect(text === null || block.contains(getSelection()!.anchorNode), `the caret is not in block ${index}`);
       expectEqual(after, before, `tops with the caret in block ${index}`);
     }
   }],
@@ -231,6 +231,16 @@ export const bridgeTests: Test[] = [
       expectEqual(recorder.text, after, 'text');
       expectEqual(surface().querySelector('a[href="http://x.se"]'), null, 'link');
     }
+  }],
+  ['keys written as tags are shown as keys, and the tags where the caret is', async () => {
+    open('a <kbd>B</kbd> c\n\nslut\n');
+    await turn();
+    const shown = () => [...surface().querySelectorAll('.html-tag')].map((tag) => getComputedStyle(tag).display);
+    expectEqual([surface().querySelector('kbd')?.textContent, shown()], ['B', ['none', 'none']], 'elsewhere');
+    getSelection()!.collapse(find('kbd').firstChild, 1);
+    await new Promise((resolve) => requestAnimationFrame(resolve));
+    await turn();
+    expectEqual(shown(), ['inline', 'inline'], 'at the caret');
   }],
   ['a clicked task box is checked in the text', async (recorder) => {
     open('- [ ] a\n- [x] b\n');

@@ -21,6 +21,7 @@ import { commandTests } from './commands';
 import { fidelityTests, type Sample } from './fidelity';
 import { Recorder, type Result } from './harness';
 import { findTests } from './find';
+import { foldingTests } from './folding';
 import { roomBelowTests } from './roomBelow';
 import { safetyTests } from './safety';
 import { sourceViewTests } from './sourceView';
@@ -31,7 +32,7 @@ async function run(samples: readonly Sample[] = []): Promise<Result[]> {
   const recorder = new Recorder();
   recorder.install();
   const results: Result[] = [];
-  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...completionTests, ...findTests, ...sourceViewTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
+  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...completionTests, ...findTests, ...foldingTests, ...sourceViewTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
   try {
     for (const [name, test] of tests) results.push(await runOne(name, test, recorder));
   } finally {

@@ -1,13 +1,15 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import type { EditorState } from 'prosemirror-state';
+import { EditorState } from 'prosemirror-state';
+import { FROM_TEXT } from '../../src/folding/folding';
+import { SourceDocument } from '../../src/source/SourceDocument';
 import { findMarks, findOrder, foundIn } from '../../src/find/marks';
 import { situation } from '../commands/onText';
 
 const NOTE = '# Möte\n\n- möte **mö**te\n- x\n\n| möte |\n| - |\n| [[Möte]] |\n\n```\nmöte\n```\n';
 
 function searched(text: string, words: string, from = 0): EditorState {
-  const { state } = situation(text, [findMarks()]);
+  const { state } = situation(text, [findMarks({ peek: () => assert.fail('nothing is folded') })]);
   const query = { text: words, caseSensitive: false, wholeWords: false };
   return state.apply(state.tr.setMeta(...findOrder.search(query, from)));
 }
@@ -47,4 +49,28 @@ test('ten thousand matches are counted, and those around the current one drawn',
   const found = foundIn(searched('ab '.repeat(10_000), 'ab'))!;
   assert.equal(found.matches.length, 10_000);
   assert.ok(found.decorations.find().length <= 2_001);
+});
+
+test('what is folded is looked through, and its matches keep their order when it is read', () => {
+  const text = `${'Ett **mö**te.\n\nEn [länk](möte.md) &ouml; `möt`e.\n\nInget.\n\n'.repeat(20)}Sist ett möte.\n`;
+  const source = SourceDocument.load(text, 60);
+  let state = EditorState.create({ doc: source.doc, plugins: [findMarks({ peek: (part) => source.peek(part) })] });
+  const query = { text: 'möte', caseSensitive: false, wholeWords: false };
+  state = state.apply(state.tr.setMeta(...findOrder.search(query, 0)));
+
+  while (!foundIn(state)!.finder.isComplete) state = state.apply(state.tr.setMeta(...findOrder.more()));
+  assert.equal(foundIn(state)!.matches.length, 41);
+
+  state = state.apply(state.tr.setMeta(...findOrder.goTo(30)));
+  const { node, offset } = foundIn(state)!.matches[30]!.folded!;
+  for (const { from, to, nodes } of source.unfold(node, offset, 1)) {
+    const start = state.doc.resolve(0).posAtIndex(from, 0);
+    state = state.apply(state.tr.replaceWith(start, state.doc.resolve(0).posAtIndex(to, 0), nodes).setMeta(FROM_TEXT, true));
+  }
+
+  const found = foundIn(state)!;
+  assert.deepEqual([found.matches.length, found.current], [41, 30]);
+  const { from, to, folded } = found.matches[30]!;
+  assert.equal(folded, undefined);
+  assert.equal(state.doc.textBetween(from, to), 'möte');
 });

@@ -250,8 +250,8 @@ test('a text from outside replaces only the blocks that differ', () => {
   const source = SourceDocument.load('one\n\ntwo\n\nthree\n');
   const kept = source.doc.lastChild;
 
-  const change = source.reload('one\n\n2\n\n\nthree\n')!;
-  assert.deepEqual([change.from, change.to, change.nodes.length], [1, 2, 1]);
+  const [change] = source.reload('one\n\n2\n\n\nthree\n')!;
+  assert.deepEqual([change!.from, change!.to, change!.nodes.length], [1, 2, 1]);
   assert.equal(source.doc.lastChild, kept);
   assert.equal(source.text, 'one\n\n2\n\n\nthree\n');
   assert.equal(source.reload(source.text), null);

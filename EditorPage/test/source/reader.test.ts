@@ -1,32 +1,32 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { Fragment, Slice } from 'prosemirror-model';
-import { schema } from '../../src/schema';
+import { isFolded, sourceOf } from '../../src/source/folded';
 import { SourceDocument } from '../../src/source/SourceDocument';
 import { commonMarkExamples, edgeNotes, gfmExamples, packageFiles, variants, type Sample } from '../corpus';
-import { Random } from '../random';
+import { Random, seedOf } from '../random';
 
-/** The note read in parts of about `length` characters, the document brought along by what each part tells. */
-function readInParts(text: string, length: number) {
+/** The note with the rest behind its first part unfolded piece by piece in any order. */
+function unfolded(text: string, length: number, random: Random): SourceDocument {
   const source = SourceDocument.load(text, length);
   const children = [...source.doc.children];
-  let parts = 1;
-  for (; !source.isRead; parts += 1) {
-    assert.equal(source.text, text);
-    const { from, to, nodes } = source.readOn(length)!;
-    children.splice(from, to - from, ...nodes);
+  for (;;) {
+    const folded = children.filter(isFolded);
+    if (folded.length === 0) return source;
+    const node = random.pick(folded);
+    const corrections = source.unfold(node, random.below(sourceOf(node).length), 1 + random.below(2 * length));
+    for (const { from, to, nodes } of [...corrections].reverse()) children.splice(from, to - from, ...nodes);
     assert.ok(children.length === source.doc.childCount && children.every((child, index) => child === source.doc.child(index)));
+    assert.equal(source.text, text);
+    assert.equal(source.pieces.join(''), text);
   }
-  return { source, parts };
 }
 
-/** What reading in parts gets wrong, in one line for each sample. */
+/** What unfolding gets wrong, in one line for each sample. */
 function failures(samples: readonly Sample[], length: number): string[] {
   return samples.flatMap(({ name, text }) => {
     const whole = SourceDocument.load(text);
-    const { source } = readInParts(text, length);
-    if (!source.doc.eq(whole.doc)) return [`${name}: another document`];
-    return source.pieces.join('\u0001') === whole.pieces.join('\u0001') ? [] : [`${name}: other pieces`];
+    const source = unfolded(text, length, new Random(seedOf(name)));
+    return source.doc.eq(whole.doc) ? [] : [`${name}: another document`];
   });
 }
 
@@ -43,7 +43,7 @@ function mixtures(count: number): Sample[] {
   });
 }
 
-test('a note that is read in the smallest parts is the note that is read at once', () => {
+test('a note that is unfolded in the smallest parts is the note that is read at once', () => {
   assert.deepEqual(failures(examples.flatMap(variants), 1), []);
 });
 
@@ -57,10 +57,12 @@ test('so are the files of the installed packages', () => {
   assert.deepEqual(failures(files, 500), []);
 });
 
-test('an ordinary note is read in parts of about the length that is asked for', () => {
+test('an ordinary note is unfolded in parts of about the length that is asked for', () => {
   const text = 'Ord och mer.\n\n- ett\n- två\n\n## Rubrik\n\n```\n# kod\n\nkod\n```\n\n'.repeat(40);
+  const source = SourceDocument.load(text, 100);
 
-  const { parts } = readInParts(text, 100);
+  let parts = 1;
+  for (let last = source.doc.lastChild!; isFolded(last); last = source.doc.lastChild!, parts += 1) source.unfold(last, 0, 1);
 
   assert.ok(parts >= text.length / 100 / 2 && parts <= text.length / 100, `${parts} parts of ${text.length}`);
 });
@@ -68,33 +70,16 @@ test('an ordinary note is read in parts of about the length that is asked for', 
 test('a link is one before its definition is read', () => {
   const source = SourceDocument.load('Se [här] och [där].\n\nMellan.\n\n> [här]: https://example.org\n', 1);
 
-  assert.equal(source.doc.childCount, 1);
+  assert.equal(source.doc.childCount, 2);
   assert.equal(source.doc.child(0).child(1).marks[0]?.type.name, 'link');
+  assert.deepEqual(source.definitionFor('här'), { url: 'https://example.org', title: null });
 });
 
-test('what only looked like the definition of a link makes none in the end', () => {
+test('what only looked like the definition of a link makes none once it is read', () => {
   const source = SourceDocument.load('Se [här].\n\nMellan.\n\n```\n[här]: https://example.org\n```\n', 1);
 
-  const correction = source.readOn()!;
+  const corrections = source.unfold(source.doc.lastChild!);
 
-  assert.deepEqual([correction.from, correction.to, correction.nodes.length], [0, 1, 3]);
+  assert.deepEqual(corrections.map(({ from, to, nodes }) => [from, to, nodes.length]), [[0, 1, 1], [1, 2, 2]]);
   assert.equal(source.doc.child(0).childCount, 1);
-});
-
-test('an edit of a note that is not read to its end keeps the rest', () => {
-  const text = 'Först [här].\n\nMellan.\n\n[här]: https://example.org\n';
-  const source = SourceDocument.load(text, 1);
-  const { doc } = source;
-  const edited = doc.replace(1, 1, new Slice(Fragment.from(schema.text('Allra ')), 0, 0));
-
-  const complete = source.completed(edited);
-  source.apply(complete);
-
-  assert.equal(source.text, `Allra ${text}`);
-});
-
-test('an edited document without the rest is refused', () => {
-  const source = SourceDocument.load('Först.\n\nSedan.\n', 1);
-
-  assert.throws(() => source.apply(source.doc), /not read to its end/);
 });
