@@ -191,7 +191,7 @@ bool EditCommands::isPossible(const Command& command) const
     if (const QLineEdit* field = fieldAt(focus()); field && command.inField)
         return command.isPossibleInField(*field);
     if (!command.word.isEmpty())
-        return m_controller.isReady() && m_controller.desiredContent().has_value();
+        return isNoteShown() && m_controller.isReady() && m_controller.desiredContent().has_value();
     return pageAt(focus()) != nullptr;
 }
 
@@ -207,11 +207,24 @@ void EditCommands::run(const Command& command)
         page->triggerPageAction(command.inPage);
 }
 
-void EditCommands::execInNote(const Command& command)
+QWidget* EditCommands::noteView() const
 {
     const auto* engine = dynamic_cast<const WebEngineEditorView*>(&m_controller.webView());
-    if (!command.inField && engine && engine->widget())
-        engine->widget()->setFocus(); // what opens there takes keys
+    return engine ? engine->widget() : nullptr;
+}
+
+bool EditCommands::isNoteShown() const
+{
+    const QWidget* view = noteView();
+    return !view || view->isVisible();
+}
+
+void EditCommands::execInNote(const Command& command)
+{
+    if (!isNoteShown())
+        return;
+    if (QWidget* view = noteView(); view && !command.inField)
+        view->setFocus(); // what opens there takes keys
     m_controller.exec(command.word);
 }
 
