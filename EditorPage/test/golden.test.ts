@@ -31,3 +31,12 @@ test('a quote put around a definition does not take in the line of HTML below it
   assertAgrees(session);
   assert.equal(session.source.text, '> [x]: /y\n\n<b>\n\nz\n');
 });
+
+test('a block right below a definition is read again with it when a footnote has gone', () => {
+  const session = new Session('[x]: /y\n<b>\na[^1] b\n\n[^1]: c\n');
+  const { doc } = session.state;
+
+  session.dispatch(session.state.tr.delete(doc.content.size - doc.lastChild!.nodeSize, doc.content.size));
+
+  assertAgrees(session);
+});
