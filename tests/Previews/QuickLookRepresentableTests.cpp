@@ -11,8 +11,6 @@
 #include "Support/Programs.h"
 #include "Support/Window.h"
 
-#include <QSignalSpy>
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -35,18 +33,6 @@ public:
     void finish() { services.scheduler.finishBackgroundWork(); }
     [[nodiscard]] QuickLookWebView* webView() const { return view->findChild<QuickLookWebView*>(); }
     [[nodiscard]] bool showsCard() const { return view->findChild<FileCard*>() != nullptr; }
-
-    /// The text of the page, once the engine has it.
-    QString text()
-    {
-        QSignalSpy loaded(webView(), &QWebEngineView::loadFinished);
-        if (!loaded.wait(patience) || !loaded.first().first().toBool())
-            return {};
-        std::optional<QString> text;
-        webView()->page()->toPlainText([&text](const QString& answer) { text = answer; });
-        static_cast<void>(QTest::qWaitFor([&text] { return text.has_value(); }, patience));
-        return text.value_or(QString());
-    }
 
     FakeServices services;
     AppState state;
@@ -81,7 +67,7 @@ private Q_SLOTS:
         shown.finish();
 
         QVERIFY(!shown.showsCard());
-        QCOMPARE(shown.text(), u"{\"namn\": 1}"_s);
+        QCOMPARE(shownText(*shown.webView()), u"{\"namn\": 1}"_s);
         QCOMPARE(shown.webView()->size(), shown.view->size());
     }
 
@@ -134,7 +120,7 @@ private Q_SLOTS:
         QVERIFY(shown.showsCard());
         QCOMPARE(shown.representable().pollAttempts(), 1);
         shown.finish();
-        QCOMPARE(shown.text(), u"2"_s);
+        QCOMPARE(shownText(*shown.webView()), u"2"_s);
     }
 
     void aResultThatComesTooLateIsDropped()

@@ -4,29 +4,12 @@
 #include "Support/EngineTest.h"
 #include "Support/Window.h"
 
-#include <QSignalSpy>
 
 #include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
-
-namespace {
-
-/// The text that the engine shows, once it has loaded the page.
-QString loadedText(QWebEngineView& view)
-{
-    QSignalSpy loaded(&view, &QWebEngineView::loadFinished);
-    if (!loaded.wait(patience))
-        return {};
-    std::optional<QString> text;
-    view.page()->toPlainText([&text](const QString& answer) { text = answer; });
-    static_cast<void>(QTest::qWaitFor([&text] { return text.has_value(); }, patience));
-    return text.value_or(QString()).trimmed();
-}
-
-} // namespace
 
 class QuickLookWebViewTests final : public QObject
 {
@@ -46,7 +29,7 @@ private Q_SLOTS:
         QuickLookWebView view(page);
         showAt(view, {400, 300});
 
-        QCOMPARE(loadedText(view), u"text"_s);
+        QCOMPARE(shownText(view), u"text"_s);
         QCOMPARE(view.url(), QUrl(u"quicklook://page/"_s));
     }
 
@@ -57,7 +40,7 @@ private Q_SLOTS:
         QuickLookWebView view(page);
         showAt(view, {400, 300});
 
-        QCOMPARE(loadedText(view), u"Sist"_s);
+        QCOMPARE(shownText(view), u"Sist"_s);
     }
 };
 

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QTest>
 
+class QWebEngineView;
+
 namespace wendlore {
 
 /// How long a test waits for the engine before it fails, in milliseconds: far longer than it should take.
@@ -14,6 +16,10 @@ void prepareEngine();
 
 /// Presses the keys for `text`, whatever letters it has.
 void pressKeys(QWidget& widget, const QString& text);
+
+/// The text that the page of `view` shows, without blanks around it, as soon as there is some. The engine can
+/// count a page as loaded before it has laid out any text.
+[[nodiscard]] QString shownText(const QWebEngineView& view);
 
 /// Runs the tests of `Test` with the web engine.
 template <typename Test>
