@@ -48,6 +48,7 @@ struct EditCommands::Command final
     QWebEnginePage::WebAction inPage = QWebEnginePage::NoWebAction;
     bool startsGroup = false;
     std::optional<Moving> moving = std::nullopt;
+    Part part = Part::edit;
 };
 
 namespace {
@@ -112,14 +113,36 @@ const std::vector<EditCommands::Command>& EditCommands::commands()
         {u"Klistra in"_s, Key::Paste, &QLineEdit::paste, isWritable, {}, Page::Paste},
         {u"Markera allt"_s, Key::SelectAll, &QLineEdit::selectAll, hasText, {}, Page::SelectAll, true},
         {u"Sök i anteckningen"_s, Key::Find, {}, {}, u"find"_s, Page::NoWebAction, true},
+        {u"Sök nästa"_s, Qt::Key_F3, {}, {}, u"findNext"_s},
+        {u"Sök föregående"_s, Qt::SHIFT | Qt::Key_F3, {}, {}, u"findPrevious"_s},
         {u"Sök och ersätt"_s, Qt::CTRL | Qt::Key_H, {}, {}, u"replace"_s},
+        {u"Visa/Dölj källtext"_s,
+         Qt::CTRL | Qt::Key_E,
+         {},
+         {},
+         u"source"_s,
+         Page::NoWebAction,
+         true,
+         {},
+         Part::view},
+        {u"Visa/Dölj antal ord"_s,
+         Qt::CTRL | Qt::ALT | Qt::Key_W,
+         {},
+         {},
+         u"counts"_s,
+         Page::NoWebAction,
+         false,
+         {},
+         Part::view},
     };
     return all;
 }
 
-void EditCommands::addTo(QMenu& menu)
+void EditCommands::addTo(QMenu& menu, Part part)
 {
     for (const Command& command : commands()) {
+        if (command.part != part)
+            continue;
         if (command.startsGroup)
             menu.addSeparator();
         QAction* action = menu.addAction(command.title);
@@ -168,7 +191,7 @@ bool EditCommands::isPossible(const Command& command) const
     if (const QLineEdit* field = fieldAt(focus()); field && command.inField)
         return command.isPossibleInField(*field);
     if (!command.word.isEmpty())
-        return m_controller.isReady() && m_controller.desiredContent().has_value();
+        return isNoteShown() && m_controller.isReady() && m_controller.desiredContent().has_value();
     return pageAt(focus()) != nullptr;
 }
 
@@ -184,11 +207,24 @@ void EditCommands::run(const Command& command)
         page->triggerPageAction(command.inPage);
 }
 
-void EditCommands::execInNote(const Command& command)
+QWidget* EditCommands::noteView() const
 {
     const auto* engine = dynamic_cast<const WebEngineEditorView*>(&m_controller.webView());
-    if (!command.inField && engine && engine->widget())
-        engine->widget()->setFocus(); // what opens there takes keys
+    return engine ? engine->widget() : nullptr;
+}
+
+bool EditCommands::isNoteShown() const
+{
+    const QWidget* view = noteView();
+    return !view || view->isVisible();
+}
+
+void EditCommands::execInNote(const Command& command)
+{
+    if (!isNoteShown())
+        return;
+    if (QWidget* view = noteView(); view && !command.inField)
+        view->setFocus(); // what opens there takes keys
     m_controller.exec(command.word);
 }
 

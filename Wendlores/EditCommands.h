@@ -21,9 +21,12 @@ class EditCommands final : public QObject
     Q_OBJECT
 
 public:
+    /// What changes a text or looks through it, and how the note is shown.
+    enum class Part { edit, view };
+
     EditCommands(WebEditorController& controller, QObject* parent = nullptr);
 
-    void addTo(QMenu& menu);
+    void addTo(QMenu& menu, Part part);
     /// With the focus in `place`, undo and redo mean `moves`; both outlive the menu.
     void setMoves(QUndoStack& moves, const QWidget& place);
 
@@ -36,9 +39,13 @@ private:
     /// The moves that the command would undo or redo; null when it means something else.
     [[nodiscard]] QUndoStack* movesFor(const Command& command) const;
     [[nodiscard]] QString titleOf(const Command& command) const;
+    /// Whether the page is on screen: it keeps its note while another file is shown.
+    [[nodiscard]] bool isNoteShown() const;
     [[nodiscard]] bool isPossible(const Command& command) const;
     void run(const Command& command);
     void execInNote(const Command& command);
+    /// The page's view; null where it has none.
+    [[nodiscard]] QWidget* noteView() const;
 
     WebEditorController& m_controller;
     QUndoStack* m_moves = nullptr;

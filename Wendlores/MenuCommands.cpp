@@ -61,7 +61,7 @@ void MenuCommands::addFileMenu()
 
 void MenuCommands::addEditMenu()
 {
-    m_edit.addTo(*addMenu(u"&Redigera"_s));
+    m_edit.addTo(*addMenu(u"&Redigera"_s), EditCommands::Part::edit);
 }
 
 void MenuCommands::addViewMenu()
@@ -73,6 +73,7 @@ void MenuCommands::addViewMenu()
         menu->addSeparator();
     }
     addZoomCommands(*menu);
+    m_edit.addTo(*menu, EditCommands::Part::view);
     menu->addSeparator();
     if (m_scene == Scene::main) {
         menu->addAction(u"Visa/Dölj flikrad"_s, this, &MenuCommands::tabBarToggled);

@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 
 #include <cstdio>
 #include <future>
@@ -141,6 +142,8 @@ int main(int argc, char** argv)
     const auto order =
         std::async(std::launch::async, [locale = NameOrder::userLocale()] { NameOrder{locale}; });
     QApplication application(argc, argv);
+    // The program speaks Swedish on every desktop, and so do the web engine's own pages.
+    QLocale::setDefault(QLocale(QLocale::Swedish, QLocale::Sweden));
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::standardSocket());
     if (instance.claim() == SingleInstance::Role::second)
         return handOver(instance, commandLine);

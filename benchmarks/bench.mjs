@@ -9,7 +9,7 @@ import { formatTable, rowsOf } from './lib/report.mjs';
 import { runRounds } from './lib/rounds.mjs';
 import { onBucket } from './members/bucket.mjs';
 
-const memberNames = ['editor', 'start', 'save', 'search', 'tree'];
+const memberNames = ['editor', 'start', 'save', 'search', 'tree', 'previews'];
 const usage = `Usage: ./bench [MEMBER...] [--rounds N] [--json FILE] [--help]
        ./bench --bucket FOLDER [--query TEXT]... [--rounds N]
 
@@ -22,6 +22,7 @@ Members (all of them when none is named):
   save     the save of a 1 MB note against dd conv=fsync
   search   searching 10,000 and 100,000 notes against ripgrep
   tree     listing 100,000 notes against fd
+  previews PDF, image, HTML and log files shown, against bare views of the toolkit
 
   --bucket FOLDER  measures search and tree on a folder of your own, one line per case: case, ours in ms, base in ms, ratio
   --query TEXT     what is searched there; may be given several times

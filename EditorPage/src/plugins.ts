@@ -16,6 +16,7 @@ import { imageDrops } from './images/plugin';
 import type { NoteContext } from './views/context';
 import { codeColors } from './views/codeColors';
 import { drawnBlockPlugin } from './views/drawn';
+import { tagsAtCaret } from './views/inlineHtml';
 import { inlineSourceKeys } from './views/inlineSource';
 import { linkClicks } from './views/links';
 import { textDecorations } from './views/textDecorations';
@@ -31,6 +32,7 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     ...keyPlugins(context),
     linkClicks(context),
     textDecorations(),
+    tagsAtCaret(),
     codeColors(),
     findMarks(context),
     countStatus(context),

@@ -4,8 +4,8 @@
 #include "Look/Fonts.h"
 #include "Look/Metrics.h"
 #include "Look/SymbolView.h"
+#include "Look/WrappedLabel.h"
 
-#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -24,18 +24,13 @@ constexpr int textWidth = 360;
 NoticeView::NoticeView(const QString& symbol, int symbolSize, QWidget* parent)
     : QWidget(parent)
     , m_symbol(new SymbolView(symbol, symbolSize, this))
-    , m_title(new QLabel(this))
-    , m_message(new QLabel(this))
+    , m_title(new WrappedLabel(textWidth, this))
+    , m_message(new WrappedLabel(textWidth, this))
     , m_stack(new QVBoxLayout(this))
 {
     m_message->setForegroundRole(mutedRole);
-    for (QLabel* label : {m_title, m_message}) {
-        label->setAlignment(Qt::AlignCenter);
-        label->setWordWrap(true);
-        label->setTextFormat(Qt::PlainText);
-        label->setFixedWidth(textWidth);
-        label->hide();
-    }
+    m_title->hide();
+    m_message->hide();
     m_stack->setContentsMargins(margin, margin, margin, margin);
     setSize(Size::large);
     m_stack->addStretch();

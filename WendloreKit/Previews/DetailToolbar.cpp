@@ -7,6 +7,7 @@
 #include "Look/Colors.h"
 #include "Look/FlatButton.h"
 #include "Look/Metrics.h"
+#include "Look/Separator.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
 #include "Vault/FilePreviewKind.h"
@@ -61,6 +62,8 @@ void DetailToolbar::addWindowButton(QHBoxLayout& row)
 {
     m_ownWindow = new IconButton(u"macwindow.on.rectangle"_s, u"Eget fönster"_s,
                                  u"Öppna filen i ett eget fönster (⌘⌥N)"_s, this);
+    m_separator = new Separator(this);
+    row.addWidget(m_separator);
     new QShortcut(Qt::CTRL | Qt::ALT | Qt::Key_N, m_ownWindow, m_ownWindow, &IconButton::click);
     connect(m_ownWindow, &IconButton::clicked, &m_state, [this] {
         if (const auto& file = m_state.selectedFile())
@@ -90,6 +93,7 @@ void DetailToolbar::setTitle(const QString& title, Title kind)
 void DetailToolbar::showEditorCommands(bool areShown)
 {
     m_editor->setVisible(areShown);
+    m_separator->setVisible(areShown);
 }
 
 void DetailToolbar::showHistory()

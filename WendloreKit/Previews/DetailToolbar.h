@@ -9,6 +9,7 @@ namespace wendlore {
 class AppState;
 class EditorToolbar;
 class IconButton;
+class Separator;
 class TitleField;
 
 /// The bar above the detail area: back and forward, the title, the editor's commands while a note is shown,
@@ -42,6 +43,7 @@ private:
     IconButton* m_forward = nullptr;
     TitleField* m_title;
     EditorToolbar* m_editor;
+    Separator* m_separator = nullptr; ///< between the editor's commands and those of the file
     IconButton* m_ownWindow = nullptr;
     IconButton* m_open = nullptr;
 };

@@ -4,8 +4,8 @@
 #include "Look/Fonts.h"
 #include "Look/Metrics.h"
 #include "Look/SymbolView.h"
+#include "Look/WrappedLabel.h"
 
-#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -22,18 +22,14 @@ constexpr int margin = 32;
 
 enum class Weight { quiet, plain, strong };
 
-QLabel* addText(QVBoxLayout& layout, const QString& text, int size, Weight weight)
+void addText(QVBoxLayout& layout, const QString& text, int size, Weight weight)
 {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
+    auto* label = new WrappedLabel(textWidth);
+    label->setText(text);
     label->setFont(sized(label->font(), size, weight == Weight::strong ? QFont::DemiBold : QFont::Normal));
     if (weight == Weight::quiet)
         label->setForegroundRole(mutedRole);
-    label->setAlignment(Qt::AlignCenter);
-    label->setWordWrap(true);
-    label->setFixedWidth(textWidth);
     layout.addWidget(label, 0, Qt::AlignHCenter);
-    return label;
 }
 
 } // namespace

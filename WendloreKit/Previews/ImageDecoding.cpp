@@ -2,10 +2,11 @@
 
 #include "Previews/ImageHeif.h"
 
-#include <QBuffer>
 #include <QColorSpace>
 #include <QImageReader>
+#include <QIODevice>
 
+#include <algorithm>
 #include <array>
 #include <mutex>
 
@@ -34,23 +35,33 @@ constexpr std::array beginnings{
 
 constexpr qint64 maximumImageBytes = qint64(maximumImageMegabytes) << 20;
 
-/// The bytes of a file, which come to an end when the time is over.
-class TimedBuffer final : public QBuffer
+/// The bytes of a file, which come to an end when the time is over. No QBuffer: decoders look into that one's
+/// bytes past the device.
+class TimedBytes final : public QIODevice
 {
 public:
-    TimedBuffer(const QByteArray& bytes, QDeadlineTimer deadline)
-        : m_deadline(deadline)
+    TimedBytes(QByteArray bytes, QDeadlineTimer deadline)
+        : m_bytes(std::move(bytes))
+        , m_deadline(deadline)
     {
-        setData(bytes);
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
+
+    [[nodiscard]] qint64 size() const override { return m_bytes.size(); }
 
 protected:
     qint64 readData(char* data, qint64 size) override
     {
-        return m_deadline.hasExpired() ? -1 : QBuffer::readData(data, size);
+        if (m_deadline.hasExpired())
+            return -1;
+        const qint64 count = std::clamp<qint64>(m_bytes.size() - pos(), 0, size);
+        std::copy_n(m_bytes.constData() + pos(), count, data);
+        return count;
     }
+    qint64 writeData(const char*, qint64) override { return -1; }
 
 private:
+    QByteArray m_bytes;
     QDeadlineTimer m_deadline;
 };
 
@@ -92,8 +103,8 @@ QImage decodeImage(const QByteArray& bytes, QDeadlineTimer deadline)
         return {};
     if (format == "heif")
         return readyToDraw(decodeHeif(bytes, maximumImageBytes));
-    TimedBuffer buffer(bytes, deadline);
-    QImageReader reader(&buffer, format);
+    TimedBytes device(bytes, deadline);
+    QImageReader reader(&device, format);
     reader.setAutoTransform(true);
     // A file of few bits a pixel grows when it is made ready for the screen.
     if (!canBeDrawn(reader.size()))

@@ -13,7 +13,7 @@ namespace wendlore {
 
 namespace {
 
-constexpr int narrowest = 24;
+constexpr int narrowest = 56; // room for a few letters
 constexpr int textMargin = 2; // which a line edit has by itself
 
 } // namespace

@@ -20,10 +20,9 @@ RenamePrompt::RenamePrompt(AppState& state, const FileURL& item, QWidget* parent
     : Sheet(u"Byt namn"_s, parent)
     , m_state(state)
     , m_renameTarget(item)
-    , m_renameText(new QLineEdit(item.nameWithoutExtension(), this))
+    , m_renameText(makeField(u"Nytt namn"_s))
 {
-    m_renameText->setPlaceholderText(u"Nytt namn"_s);
-    m_renameText->setAccessibleName(u"Nytt namn"_s);
+    m_renameText->setText(item.nameWithoutExtension());
     m_renameText->setMinimumWidth(fieldWidth);
     m_renameText->selectAll();
     contents().addWidget(m_renameText);

@@ -93,6 +93,7 @@ private Q_SLOTS:
     void initTestCase() { useProductLook(); }
     void typedWordsReachTheDiskAfterThePauseAndNothingElseChanges();
     void switchingNotesWithinThePauseWritesEachItsOwn();
+    void undoLeavesANoteAloneThatIsNotShown();
     void theNextStartShowsWhatTheLastRunLeft();
     void closingTheWindowWritesTheLastKeys();
 };
@@ -132,6 +133,29 @@ void ProgramWindowTests::switchingNotesWithinThePauseWritesEachItsOwn()
 
     QVERIFY(holds(bucket, u"A.md"_s, "första x\n"));
     QVERIFY(holds(bucket, u"B.md"_s, "andra y\n"));
+}
+
+void ProgramWindowTests::undoLeavesANoteAloneThatIsNotShown()
+{
+    const Bucket bucket({{"A.md", "text\n"}, {"B.csv", "a,b\n"}});
+    RealDesktop desktop;
+    Run run(desktop);
+    run.state.addVault(bucket.root());
+    QVERIFY(run.clickNote(u"A"_s));
+    QVERIFY(run.shows(u"text"_s));
+    run.typeAtFirstBlocksEnd(u" x"_s);
+    QVERIFY(holds(bucket, u"A.md"_s, "text x\n"));
+
+    QVERIFY(run.clickNote(u"B"_s));
+    run.window.setFocus();
+    QTest::keyClick(&run.window, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(run.inPage(u"document.querySelector('.ProseMirror').innerText.trim()"_s).toString(),
+             u"text x"_s);
+
+    QVERIFY(run.clickNote(u"A"_s));
+    run.web().setFocus();
+    QTest::keyClick(&run.window, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(holds(bucket, u"A.md"_s, "text\n"));
 }
 
 void ProgramWindowTests::theNextStartShowsWhatTheLastRunLeft()

@@ -8,6 +8,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -73,6 +74,24 @@ private:
     std::unique_ptr<PrivateBus> m_bus;
 };
 
+/// The command lines of the processes that `program` has started and that have not ended, joined.
+QByteArray childrenOf(const QProcess& program)
+{
+    QByteArray commands;
+    const QDir threads(u"/proc/%1/task"_s.arg(program.processId()));
+    for (const QString& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile children(threads.filePath(thread + u"/children"_s));
+        if (!children.open(QIODevice::ReadOnly))
+            continue;
+        for (const QByteArray& child : children.readAll().split(' ')) {
+            QFile command(u"/proc/%1/cmdline"_s.arg(QString::fromLatin1(child)));
+            if (command.open(QIODevice::ReadOnly))
+                commands += command.readAll() + '\n';
+        }
+    }
+    return commands;
+}
+
 /// Asks the program to end, as the desktop does when the user logs out.
 int endOf(QProcess& program)
 {
@@ -127,6 +146,19 @@ private Q_SLOTS:
         const QByteArray loaded = maps.readAll();
         QVERIFY(loaded.contains("libQt6Gui"));
         QVERIFY(!loaded.contains("/imageformats/"));
+        QCOMPARE(endOf(*program), 0);
+    }
+
+    /// What the engine itself says to the user, such as that a site cannot be reached.
+    void theEngineSpeaksSwedishOnAnyDesktop()
+    {
+        const Bucket bucket({{"A.md", "a"}});
+        const User user(User::Session::noBus);
+        const auto program = user.start({bucket.file(u"A.md"_s).path()});
+        QVERIFY(user.hasSelected(bucket, u"A.md"_s));
+        QCOMPARE(user.startAgain({}), 0);
+
+        QTRY_VERIFY_WITH_TIMEOUT(childrenOf(*program).contains("--lang=sv"), patience);
         QCOMPARE(endOf(*program), 0);
     }
 

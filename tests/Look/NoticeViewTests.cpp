@@ -35,6 +35,19 @@ private Q_SLOTS:
         }
     }
 
+    void aLongMessageHasRoomForAllOfItsLines()
+    {
+        NoticeView notice(u"folder"_s, 48);
+        notice.setTitle(u"Öppen i eget fönster"_s);
+        notice.setMessage(
+            u"En fil redigeras i ett eget fönster. En fil kan bara ändras på ett ställe i taget."_s);
+        showAt(notice, {900, 500});
+
+        const QLabel& message = *notice.findChildren<QLabel*>().last();
+        QVERIFY(message.heightForWidth(message.width()) > message.fontMetrics().height());
+        QVERIFY(message.height() >= message.heightForWidth(message.width()));
+    }
+
     void theMessageFollowsTheColorsAround()
     {
         NoticeView notice(u"folder"_s, 48);

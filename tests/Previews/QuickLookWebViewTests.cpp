@@ -53,11 +53,11 @@ private Q_SLOTS:
     void aPageOfManyMegabytesIsShown()
     {
         QuickLookPage page;
-        page.body = "<pre>" + QByteArray("en rad\n").repeated(600'000) + "</pre>";
+        page.body = "<p hidden>" + QByteArray("en rad\n").repeated(600'000) + "<p>Sist";
         QuickLookWebView view(page);
         showAt(view, {400, 300});
 
-        QVERIFY(loadedText(view).startsWith(u"en rad\nen rad\n"_s));
+        QCOMPARE(loadedText(view), u"Sist"_s);
     }
 };
 

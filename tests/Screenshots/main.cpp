@@ -172,6 +172,7 @@ void photograph(const FileURL& bucket, const Photographer& photographer)
     photographer.take(window, u"main"_s);
     photographCommands(window, photographer);
     window.resize(window.minimumSizeHint().expandedTo({640, 500}));
+    waitForNote(state); // in its new width
     photographer.take(window, u"narrow"_s);
     window.resize(windowSize);
     photographSidebar(window, state, photographer);

@@ -134,6 +134,11 @@ private Q_SLOTS:
         QTest::newRow("quit") << u"Avsluta"_s << u"Ctrl+Q"_s;
         QTest::newRow("undo") << u"Ångra"_s << u"Ctrl+Z"_s;
         QTest::newRow("find") << u"Sök i anteckningen"_s << u"Ctrl+F"_s;
+        QTest::newRow("find next") << u"Sök nästa"_s << u"F3"_s;
+        QTest::newRow("find previous") << u"Sök föregående"_s << u"Shift+F3"_s;
+        QTest::newRow("replace") << u"Sök och ersätt"_s << u"Ctrl+H"_s;
+        QTest::newRow("source") << u"Visa/Dölj källtext"_s << u"Ctrl+E"_s;
+        QTest::newRow("counts") << u"Visa/Dölj antal ord"_s << u"Ctrl+Alt+W"_s;
         QTest::newRow("select all") << u"Markera allt"_s << u"Ctrl+A"_s;
         QTest::newRow("typography") << u"Importera typografi…"_s << u"Ctrl+Alt+T"_s;
     }
@@ -248,6 +253,30 @@ private Q_SLOTS:
         menus.entry(u"Visa/Dölj sidofält"_s)->trigger();
 
         QVERIFY(sidebar->isVisible());
+    }
+
+    void whatOnlyANoteHasIsDoneByThePage_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("word");
+        QTest::newRow("find") << u"Sök i anteckningen"_s << u"find"_s;
+        QTest::newRow("find next") << u"Sök nästa"_s << u"findNext"_s;
+        QTest::newRow("find previous") << u"Sök föregående"_s << u"findPrevious"_s;
+        QTest::newRow("replace") << u"Sök och ersätt"_s << u"replace"_s;
+        QTest::newRow("source") << u"Visa/Dölj källtext"_s << u"source"_s;
+        QTest::newRow("counts") << u"Visa/Dölj antal ord"_s << u"counts"_s;
+    }
+
+    void whatOnlyANoteHasIsDoneByThePage()
+    {
+        QFETCH(const QString, title);
+        QFETCH(const QString, word);
+        const Menus menus;
+        menus.services.page->post(u"ready"_s);
+
+        menus.entry(title)->trigger();
+
+        QCOMPARE(menus.services.page->scripts.last(), u"window.VaultEditor.exec(\"%1\")"_s.arg(word));
     }
 
     void editingGoesToTheFieldThatHasTheFocus()

@@ -3,6 +3,7 @@ import { closeHistory } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
 import { NodeSelection, TextSelection, type Transaction } from 'prosemirror-state';
 import type { EditorView } from 'prosemirror-view';
+import { schema } from '../schema';
 import { findOrder, foundIn, nextIndex } from './marks';
 import type { Match } from './matches';
 import type { Findings, FindTarget, Query } from './query';
@@ -125,8 +126,8 @@ export class NoteTarget implements FindTarget {
   }
 }
 
-/** Puts text in place of a match, in the type it stands in. */
-function putText(tr: Transaction, { from, to }: Match, text: string): void {
+/** Puts text in place of a match, in the type that it begins in: a link stays one. */
+export function putText(tr: Transaction, { from, to }: Pick<Match, 'from' | 'to'>, text: string): void {
   if (text === '') tr.delete(from, to);
-  else tr.insertText(text, from, to);
+  else tr.replaceWith(from, to, schema.text(text, tr.doc.resolve(from).nodeAfter?.marks));
 }

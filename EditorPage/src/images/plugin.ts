@@ -1,6 +1,6 @@
 /** Pictures that are dropped or pasted: the host puts them into the bucket, and the note gets a link to each. */
 import type { ResolvedPos } from 'prosemirror-model';
-import { Plugin, PluginKey, type EditorState } from 'prosemirror-state';
+import { Plugin, PluginKey, Selection, type EditorState } from 'prosemirror-state';
 import { Decoration, DecorationSet, type EditorView } from 'prosemirror-view';
 import { post } from '../bridge';
 import { imageNode } from '../commands/insert';
@@ -59,9 +59,11 @@ function take(view: EditorView, data: DataTransfer | null, at: number | undefine
   return true;
 }
 
-/** Where a picture can stand: at the place itself, or behind a block that holds none. */
+/** Where a picture can stand: at the place itself or in the text beside it, or behind a block that holds none. */
 function placeNear($pos: ResolvedPos): number | null {
-  for (let $at = $pos; ; $at = $at.doc.resolve($at.after())) {
+  const index = $pos.index();
+  const isBetweenItems = !$pos.parent.inlineContent && !$pos.parent.canReplaceWith(index, index, schema.nodes.paragraph);
+  for (let $at = isBetweenItems ? Selection.near($pos).$from : $pos; ; $at = $at.doc.resolve($at.after())) {
     const isHere = $at.parent.inlineContent ? $at.parent.canReplaceWith($at.index(), $at.index(), schema.nodes.image) : true;
     if (isHere) return $at.pos;
     if ($at.depth === 0) return null;

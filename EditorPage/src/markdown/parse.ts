@@ -10,7 +10,8 @@ import { mathFromMarkdown, mathSyntax } from '../syntax/math';
 import { wikilinkFromMarkdown, wikilinkSyntax } from '../syntax/wikilink';
 import { textRuns } from './segments';
 
-const syntax = [gfm(), mathSyntax, highlightSyntax, wikilinkSyntax];
+// One tilde is a tilde: H~2~O is nobody's wish to strike the 2.
+const syntax = [gfm({ singleTilde: false }), mathSyntax, highlightSyntax, wikilinkSyntax];
 
 // Addresses are found while the source is read. The later search through finished text, which would also join what
 // escapes keep apart, is left out: its finds have no place in the source.

@@ -1,4 +1,5 @@
 import type { Node } from 'prosemirror-model';
+import { firstOfSeveral } from './hunks';
 import { isSame } from './normal';
 
 /** One step on the way from what a source says to what it should say. `path` leads to the node that it is about. */
@@ -13,7 +14,10 @@ export type Change =
  */
 export function changesBetween(before: Node, after: Node, path: number[] = []): Change[] {
   if (!before.sameMarkup(after)) return before.type === after.type ? [{ kind: 'attrs', path, node: after }] : [];
-  if (before.isTextblock) return [{ kind: 'inline', path, node: after }];
+  if (before.isTextblock) {
+    const steps = [firstOfSeveral(before, after), after];
+    return steps.flatMap((node) => (node ? [{ kind: 'inline', path, node }] : []));
+  }
   if (before.isLeaf) return [];
 
   const { from, beforeTo, afterTo } = differingChildren(before, after);

@@ -72,15 +72,22 @@ function firstPart({ source, parsed, piece }: Entry): Side {
   return { source: source.slice(0, end), node: parsed.copy(parsed.content.cut(0, parsed.firstChild!.nodeSize)) };
 }
 
-/** Whether two blocks stay what they are when they are read together. */
+/**
+ * Whether two blocks stay what they are when they are read together. Whether a line goes on with a container above it
+ * the parser may decide by the line end behind it, which is not always there.
+ */
 export function holds({ before, after, gap }: Joint, context: Context): boolean {
   const left = lastPart(before);
   const right = firstPart(after);
   const between = unify(gap).text;
-  const { entries } = readEntries(left.source + between + right.source, isFrontMatter(before), context.labels);
-  const [first, second] = entries;
-  if (entries.length !== 2 || !first || !second) return false;
-  return sameSide(first.parsed, left.node) && sameSide(second.parsed, right.node) && second.source === right.source;
+  const mayReachOn = !before.parsed.isTextblock && !blankLine.test(between);
+  return (mayReachOn ? ['', '\n'] : ['']).every((end) => {
+    const { entries } = readEntries(left.source + between + right.source + end, isFrontMatter(before), context.labels);
+    const [first, second] = entries;
+    if (entries.length !== 2 || !first || !second) return false;
+    const isWhole = second.source === right.source || second.source === right.source + end;
+    return isWhole && sameSide(first.parsed, left.node) && sameSide(second.parsed, right.node);
+  });
 }
 
 /** Of a part of a list the first number says nothing. */

@@ -84,8 +84,10 @@ const characterCode = /&#x\w+;/;
 
 function* plainSplices(source: string, place: Place, next: Node, change: Difference): Generator<Splice> {
   const wide = widened(place, next.content, change);
-  for (const [from, to] of ranges(place, wide)) {
-    for (const text of texts(source, from, to, next, wide.middle, place)) yield { from, to, text };
+  for (const write of [plainTexts, writtenTexts]) {
+    for (const [from, to] of ranges(place, wide)) {
+      for (const text of write(source, from, to, next, wide.middle, place)) yield { from, to, text };
+    }
   }
   if (next.type.spec.code) return;
   if (isPlain(wide.middle)) {
@@ -136,7 +138,8 @@ function isPlain(content: Fragment): boolean {
 
 const textOf = (content: Fragment) => content.textBetween(0, content.size);
 
-function* texts(
+/** New content as plain text. */
+function* plainTexts(
   source: string,
   from: number,
   to: number,
@@ -144,21 +147,28 @@ function* texts(
   middle: Fragment,
   place: Place,
 ): Generator<string> {
-  if (middle.size === 0) {
-    yield '';
-    return;
-  }
+  if (!isPlain(middle)) return;
+  const plain = textOf(middle);
+  const wasEmpty = plain !== '' && place.node.content.size === 0;
+  // An empty cell or heading keeps a blank before what closes it; an empty block of code has no line of its own yet.
+  if (wasEmpty && /[ \t]/.test(source[from - 1] ?? '') && /[|#]/.test(source[to] ?? '')) yield `${plain} `;
+  yield plain;
+  if (wasEmpty && next.type.spec.code) yield `${plain}\n`;
+  // At the start of a line as many blanks are taken for indentation as the fence has before it.
+  if (next.type.spec.code && plain.startsWith(' ')) yield* [' ', '  ', '   '].map((indent) => indent + plain);
+}
+
+/** New content as Markdown, where that is not the plain text. */
+function* writtenTexts(
+  source: string,
+  from: number,
+  to: number,
+  next: Node,
+  middle: Fragment,
+  place: Place,
+): Generator<string> {
+  if (middle.size === 0 || next.type.spec.code) return;
   const plain = isPlain(middle) ? textOf(middle) : null;
-  if (plain !== null) {
-    const wasEmpty = place.node.content.size === 0;
-    // An empty cell or heading keeps a blank before what closes it; an empty block of code has no line of its own yet.
-    if (wasEmpty && /[ \t]/.test(source[from - 1] ?? '') && /[|#]/.test(source[to] ?? '')) yield `${plain} `;
-    yield plain;
-    if (wasEmpty && next.type.spec.code) yield `${plain}\n`;
-    // At the start of a line as many blanks are taken for indentation as the fence has before it.
-    if (next.type.spec.code && plain.startsWith(' ')) yield* [' ', '  ', '   '].map((indent) => indent + plain);
-  }
-  if (next.type.spec.code) return;
   const isFirst = from === place.start + place.piece.inner[0];
   const isLast = to === place.start + place.piece.inner[1];
   const around = {

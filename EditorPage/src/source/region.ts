@@ -116,8 +116,8 @@ export interface Surrounding {
  */
 export function settle(middle: readonly Entry[], around: Surrounding, writing: Writing): Region {
   const region: Region = { entries: [...middle], extraBefore: 0, extraAfter: 0 };
-  while (drawInBefore(region, around) && region.entries[0]!.source === '');
-  while (drawInAfter(region, around) && region.entries.at(-1)!.source === '');
+  drawInBefore(region, around);
+  drawInAfter(region, around);
   let changes = 0;
   for (let index = 0; index < region.entries.length; index += 1) {
     const hasChanged = settleJoint(region, index, writing);
@@ -140,20 +140,24 @@ function drawIn(region: Region, around: Surrounding) {
   if (last && !isSameAs(region.entries.at(-1), last)) drawInAfter(region, around);
 }
 
-function drawInBefore(region: Region, around: Surrounding): boolean {
-  const earlier = around.before(region.extraBefore + 1);
-  if (!earlier) return false;
-  region.entries.unshift(earlier);
-  region.extraBefore += 1;
-  return true;
+/** Draws in what stands before, up to a block that has bytes. */
+function drawInBefore(region: Region, around: Surrounding) {
+  let earlier = around.before(region.extraBefore + 1);
+  while (earlier) {
+    region.entries.unshift(earlier);
+    region.extraBefore += 1;
+    earlier = earlier.source === '' ? around.before(region.extraBefore + 1) : undefined;
+  }
 }
 
-function drawInAfter(region: Region, around: Surrounding): boolean {
-  const later = around.after(region.extraAfter + 1);
-  if (!later) return false;
-  region.entries.push(later);
-  region.extraAfter += 1;
-  return true;
+/** Draws in what stands behind, up to a block that has bytes. */
+function drawInAfter(region: Region, around: Surrounding) {
+  let later = around.after(region.extraAfter + 1);
+  while (later) {
+    region.entries.push(later);
+    region.extraAfter += 1;
+    later = later.source === '' ? around.after(region.extraAfter + 1) : undefined;
+  }
 }
 
 /** Looks at the border behind an entry. Empty paragraphs have no bytes and so no border. */

@@ -1,7 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import { frontMatter, labelKey } from '../markdown/parse';
 import { schema } from '../schema';
-import { readAnyBlock, type Entry } from './entries';
+import { readAnyBlock, readEntries, type Block, type Entry } from './entries';
 import { isFolded } from './folded';
 import { countLabels, differingLabels, type LabelCounts } from './labels';
 import { isSame } from './normal';
@@ -192,12 +192,22 @@ export function relabel(entries: Entry[], labels: ReadonlySet<string>, counts: L
   const changed: number[] = [];
   for (const [index, entry] of entries.entries()) {
     if (isFolded(entry.node) || !mentions(entry.source, labels)) continue;
-    const block = readAnyBlock(entry.source, entry.parsed.type === schema.nodes.front_matter, counts);
+    const block = readBelow(entries[index - 1], entry, counts);
     if (!block || isSame(block.parsed, entry.parsed)) continue;
     entries[index] = { ...entry, ...block, node: block.parsed };
     changed.push(index);
   }
   return changed;
+}
+
+/** Reads a block again, where no blank line parts them together with the one before: that may decide what it is. */
+function readBelow(before: Entry | undefined, entry: Entry, counts: LabelCounts): Block | null {
+  const gap = unify(entry.gap).text;
+  const isApart = !before || before.source === '' || isFolded(before.node) || /\n[ \t]*\n/.test(gap);
+  if (isApart) return readAnyBlock(entry.source, entry.parsed.type === schema.nodes.front_matter, counts);
+  const { entries } = readEntries(before.source + gap + entry.source, before.parsed.type === schema.nodes.front_matter, counts);
+  const found = entries.length === 2 && entries[1]!.source === entry.source ? entries[1]! : null;
+  return found && { source: found.source, parsed: found.parsed, piece: found.piece };
 }
 
 function mentions(source: string, labels: ReadonlySet<string>): boolean {

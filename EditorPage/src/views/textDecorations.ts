@@ -5,6 +5,7 @@ import { Decoration } from 'prosemirror-view';
 import { schema } from '../schema';
 import { calloutOf, type Callout } from '../syntax/callout';
 import { blockDecorations } from './blockDecorations';
+import { decorateInlineHtml } from './inlineHtml';
 
 /** What a kind of callout is called, and its tone. */
 const CALLOUTS: Readonly<Record<string, readonly [label: string, tone: string]>> = {
@@ -47,6 +48,7 @@ export function textDecorations(): Plugin {
 /** Adds the styles of one node; tells whether those inside it are to be visited. */
 function decorateNode(node: Node, pos: number, made: Decoration[]): boolean {
   if (node.isText) decorateText(node, pos, made);
+  else if (node.isTextblock) decorateInlineHtml(node, pos, made);
   const callout = calloutOf(node);
   if (callout !== null) decorateCallout(node, pos, callout, made);
   return !node.type.spec.code;

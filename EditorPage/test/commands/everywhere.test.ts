@@ -96,8 +96,15 @@ function assertReport(state: EditorState, what: string): void {
   if (!/[‹›‸]/.test(marked)) return;
   const anew = situation(marked).state;
   if (anew.doc.textContent !== plain.doc.textContent) return;
-  const ofPlace = ({ bulletList, orderedList, inTable, heading }: ReturnType<typeof selectionReport>) => ({ bulletList, orderedList, inTable, heading });
-  assert.deepEqual(ofPlace(selectionReport(plain)), ofPlace(selectionReport(anew)), `${what}: ${JSON.stringify(marked)}`);
+  // At the edge of bold text a caret may stand in it or behind it: only of a selection the text says its type.
+  const told = ({ bulletList, orderedList, inTable, heading, ...type }: ReturnType<typeof selectionReport>) => ({
+    bulletList,
+    orderedList,
+    inTable,
+    heading,
+    ...(plain.selection.empty ? {} : type),
+  });
+  assert.deepEqual(told(selectionReport(plain)), told(selectionReport(anew)), `${what}: ${JSON.stringify(marked)}`);
 }
 
 for (const name of commandNames.filter((one) => one !== 'undo' && one !== 'redo')) {

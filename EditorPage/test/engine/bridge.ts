@@ -232,6 +232,16 @@ export const bridgeTests: Test[] = [
       expectEqual(surface().querySelector('a[href="http://x.se"]'), null, 'link');
     }
   }],
+  ['keys written as tags are shown as keys, and the tags where the caret is', async () => {
+    open('a <kbd>B</kbd> c\n\nslut\n');
+    await turn();
+    const shown = () => [...surface().querySelectorAll('.html-tag')].map((tag) => getComputedStyle(tag).display);
+    expectEqual([surface().querySelector('kbd')?.textContent, shown()], ['B', ['none', 'none']], 'elsewhere');
+    getSelection()!.collapse(find('kbd').firstChild, 1);
+    await new Promise((resolve) => requestAnimationFrame(resolve));
+    await turn();
+    expectEqual(shown(), ['inline', 'inline'], 'at the caret');
+  }],
   ['a clicked task box is checked in the text', async (recorder) => {
     open('- [ ] a\n- [x] b\n');
     await settle(recorder);

@@ -38,6 +38,15 @@ function picture(name: string): File {
   return new File([bytes], name, { type: 'image/png' });
 }
 
+/** Drops a file on the left edge of an element. */
+function dropFile(file: File, target: Element): void {
+  const dataTransfer = new DataTransfer();
+  dataTransfer.items.add(file);
+  const { left, top, height } = target.getBoundingClientRect();
+  const at = { clientX: left + 1, clientY: top + height / 2 };
+  target.dispatchEvent(new DragEvent('drop', { dataTransfer, ...at, bubbles: true, cancelable: true }));
+}
+
 function pasteFile(file: File): void {
   const clipboardData = new DataTransfer();
   clipboardData.items.add(file);
@@ -83,6 +92,27 @@ export const completionTests: Test[] = [
     editor().exec('undo');
     await turn();
     expect(!recorder.text?.includes('assets'), 'not undone');
+  }],
+  ['a dropped picture goes where it was dropped, and no other byte changes', async (recorder) => {
+    for (const [note, onto, after] of [
+      ['*  a __b__\n\n\nc\n', '.ProseMirror > p', '*  a __b__\n\n\n![](assets/Foto.png)c\n'],
+      ['*  a\n*  b\n', 'li:first-child p', '*  ![](assets/Foto.png)a\n*  b\n'],
+      ['*  a\n* b\n', 'li:last-child p', '*  a\n* ![](assets/Foto.png)b\n'],
+      ['a\n\n```\nx\n```\n\nb\n', 'pre', 'a\n\n```\nx\n```\n\n![](assets/Foto.png)\n\nb\n'],
+    ]) {
+      open(note!);
+      await turn();
+      recorder.clear();
+      dropFile(picture('Foto.png'), surface().querySelector(onto!)!);
+      const { id, name } = await sent(recorder);
+      expectEqual(name, 'Foto.png', 'name');
+      editor().imageImported(id, 'assets/Foto.png');
+      await turn();
+      expectEqual(recorder.text, after, 'text');
+      editor().exec('undo');
+      await turn();
+      expectEqual(recorder.text, note, 'after undo');
+    }
   }],
   ['a picture that could not be put away leaves nothing behind', async (recorder) => {
     open('a\n');

@@ -64,6 +64,22 @@ export const findTests: Test[] = [
     expectEqual(status(), '2 av 2', 'status');
     press('Escape');
   }],
+  ['what is replaced in marked text stays marked, with the markers that the file has', async (recorder) => {
+    for (const [before, after] of [
+      ['x __möte__ y _möte_ *a möte*\n', 'x __träff__ y _träff_ *a träff*\n'],
+      ['==möte== `möte` ~~möte~~\n', '==träff== `träff` ~~träff~~\n'],
+      ['[möte](möte.md) [**möte**][1]\n\n[1]: /x\n', '[träff](möte.md) [**träff**][1]\n\n[1]: /x\n'],
+      ['| __möte__ |a|\n|-|-|\n', '| __träff__ |a|\n|-|-|\n'],
+    ]) {
+      await look(before!, 'möte', 'h');
+      fields()[1]!.focus();
+      fields()[1]!.value = 'träff';
+      press('Enter', { ctrlKey: true });
+      await turn();
+      expectEqual(recorder.text, after, 'text');
+      press('Escape');
+    }
+  }],
   ['replacing all is one step and touches nothing else', async (recorder) => {
     const before = '* a __c__\n*  b\n\n\n1) a\n\n```js\na\n```\n\n| a |c|\n|-|-|\n|  d | e|\n';
     await look(before, 'a', 'h');

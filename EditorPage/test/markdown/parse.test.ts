@@ -32,3 +32,9 @@ test('front matter stands at the start, with both its fences', () => {
   assert.deepEqual(types('---\na: 1\n---\n', false), ['thematicBreak', 'heading']);
   assert.deepEqual(types('---\n\n> a\n', true), ['thematicBreak', 'blockquote']);
 });
+
+test('two tildes strike, and one is a tilde', () => {
+  const [paragraph] = read('H~2~O and ~~gone~~', false).blocks as Array<{ children: Array<{ type: string }> }>;
+
+  assert.deepEqual(paragraph!.children.map((child) => child.type), ['text', 'delete']);
+});

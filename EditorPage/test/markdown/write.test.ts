@@ -38,7 +38,7 @@ test('marks beside blanks and letters are written so that they hold', () => {
 test('what is written anew reads as what it was made from, nearly always', () => {
   const failed: string[] = [];
   let count = 0;
-  for (const { name, text } of allSamples().filter((sample) => sample.text.length < 20_000)) {
+  for (const { name, text } of allSamples(4).filter((sample) => sample.text.length < 20_000)) {
     const { entries } = readEntries(text, true);
     const labels = new Set(entries.flatMap((entry) => labelsOf(entry.node)));
     for (const { node } of entries) {

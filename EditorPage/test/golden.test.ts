@@ -1,0 +1,42 @@
+/** What random sequences have found wrong once, as the shortest edits that show it. */
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { wrapIn } from 'prosemirror-commands';
+import { schema } from '../src/schema';
+import { disagreement, Session } from './editing';
+
+const { nodes } = schema;
+
+function assertAgrees(session: Session): void {
+  assert.equal(disagreement(session.source), null);
+}
+
+test('HTML that nothing closes any more takes in all that follows, past empty lines of the document', () => {
+  const session = new Session('<!-- a -->\n\n---\n\n<b>c</b>\n\nd\n');
+  const behindRule = session.state.doc.child(0).nodeSize + session.state.doc.child(1).nodeSize;
+  session.dispatch(session.state.tr.insert(behindRule, nodes.paragraph.create()));
+
+  session.dispatch(session.state.tr.delete(8, 11));
+
+  assertAgrees(session);
+  assert.match(session.source.text, /^<!-- a \n\n---\n+<b>c<\/b>\n\nd\n$/);
+});
+
+test('a quote put around a definition does not take in the line of HTML below it', () => {
+  const session = new Session('[x]: /y\n<b>\n\nz\n');
+  session.select(2);
+
+  session.run(wrapIn(nodes.blockquote));
+
+  assertAgrees(session);
+  assert.equal(session.source.text, '> [x]: /y\n\n<b>\n\nz\n');
+});
+
+test('a block right below a definition is read again with it when a footnote has gone', () => {
+  const session = new Session('[x]: /y\n<b>\na[^1] b\n\n[^1]: c\n');
+  const { doc } = session.state;
+
+  session.dispatch(session.state.tr.delete(doc.content.size - doc.lastChild!.nodeSize, doc.content.size));
+
+  assertAgrees(session);
+});
