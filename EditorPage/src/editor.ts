@@ -4,7 +4,7 @@ import type { Node } from 'prosemirror-model';
 import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
 import { ChangeReporter } from './bridge';
-import { clipboardProps } from './clipboard/index';
+import { clipboardProps, copyAsText } from './clipboard/index';
 import { lettersBefore, placeBehind } from './caret';
 import { commandFor } from './commands/exec';
 import { FROM_TEXT, Folding, type Folded } from './folding/folding';
@@ -199,7 +199,9 @@ export class NoteEditor implements Folded {
   #expectInput(event: Event): void {
     this.#isTyping = event.type === 'beforeinput';
     if (event instanceof KeyboardEvent && isToEnd(event)) this.#folding.unfoldEnd();
-    if (needsWholeSelection(event, this.#folding.foldedInSelection)) this.#folding.unfoldSelection();
+    const folded = this.#folding.foldedInSelection;
+    if (needsWholeSelection(event, folded)) this.#folding.unfoldSelection();
+    else if (event instanceof ClipboardEvent && event.type !== 'paste' && folded > 0) copyAsText(event, this.view, this.#source);
     this.#folding.unfoldBesideSelection();
   }
 

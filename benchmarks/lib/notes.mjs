@@ -120,10 +120,25 @@ export function makeNote(bytes) {
   }
 }
 
-/** Writes the note of the size `name` into `folder` and gives its path. */
+/** Notes that are a heading and one long block, by name. */
+const longBlocks = {
+  'list of 5,000 items': (random) => Array.from({ length: 5_000 }, () => `- ${phrase(random, swedish)}`).join('\n'),
+  'paragraph of 128 KB': (random) => {
+    let text = sentence(random, swedish);
+    while (text.length < 128_000) text += ` ${sentence(random, swedish)}`;
+    return text;
+  },
+};
+
+function noteNamed(name) {
+  const makeBlock = longBlocks[name];
+  return makeBlock ? `# Ett enda långt block\n\n${makeBlock(new Random(5_000))}\n` : makeNote(noteSizes[name]);
+}
+
+/** Writes the note `name`, a size or a long block, into `folder` and gives its path. */
 export function writeNote(name, folder) {
   mkdirSync(folder, { recursive: true });
-  const file = path.join(folder, `${name.replace(' ', '').toLowerCase()}.md`);
-  writeFileSync(file, makeNote(noteSizes[name]));
+  const file = path.join(folder, `${name.replace(/[ ,]/g, '').toLowerCase()}.md`);
+  writeFileSync(file, noteNamed(name));
   return file;
 }

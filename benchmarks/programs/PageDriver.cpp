@@ -162,17 +162,27 @@ QJsonArray PageDriver::type(const QString& text, int pace)
     return keys;
 }
 
+QJsonArray PageDriver::typeInMiddle(const QString& text, int pace)
+{
+    const QJsonObject point = call(u"bench.goToMiddle()"_s).value("point"_L1).toObject();
+    clickAt(point);
+    if (point.value("isLineEnd"_L1).toBool())
+        press(Qt::Key_End);
+    wait(pace);
+    return type(text, pace);
+}
+
 QJsonObject PageDriver::measure(const QString& note, int keys, int pace)
 {
     load();
     const QString arguments = u'(' + quoted(note) + u", "_s;
     QJsonObject result = call(u"bench.show"_s + arguments + quoted(beginningOf(note)) + u')');
-    clickAt(call(u"bench.goToMiddle()"_s).value("point"_L1).toObject());
-    press(Qt::Key_End);
-    wait(pace);
     const QString typed = wordsToType(keys);
-    result.insert("keys"_L1, type(typed, pace));
+    result.insert("keys"_L1, typeInMiddle(typed, pace));
     static_cast<void>(call(u"bench.check"_s + arguments + quoted(typed) + u')'));
+    result.insert("memory"_L1, call(u"bench.memory()"_s).value("memory"_L1));
+    result.insert("frames"_L1, call(u"bench.scrollThrough(3)"_s).value("frames"_L1));
+    result.insert("keysAfter"_L1, typeInMiddle(typed, pace));
     return result;
 }
 

@@ -16,7 +16,8 @@ public:
     /// Shows the page that lies in `pageFolder`; `probe` is the script that measures in it.
     PageDriver(const QString& pageFolder, const QString& probe);
 
-    /// Loads the page anew, shows `note` in it and types `keys` keys in its middle, one every `pace` ms.
+    /// Loads the page anew, shows `note` in it and types `keys` keys in its middle, one every `pace` ms. Then
+    /// scrolls through the note and types as much again.
     [[nodiscard]] QJsonObject measure(const QString& note, int keys, int pace);
 
 private:
@@ -26,6 +27,7 @@ private:
     void clickAt(const QJsonObject& point);
     void press(int key, const QString& text = {});
     [[nodiscard]] QJsonArray type(const QString& text, int pace);
+    [[nodiscard]] QJsonArray typeInMiddle(const QString& text, int pace);
 
     QWebEngineProfile m_profile;
     QWebEngineView m_view;

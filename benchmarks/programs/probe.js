@@ -7,6 +7,7 @@
 {
   const framesToSettle = 20;
   const framesToRest = 60;
+  const scrollFrames = 250;
   const answer = (value) => console.log(`bench:${JSON.stringify(value)}`);
 
   let text = '';
@@ -101,13 +102,22 @@
     range.selectNodeContents(node);
     const line = range.getClientRects()[0];
     const isVisible = line && line.top > innerHeight * 0.2 && line.bottom < innerHeight * 0.8;
-    return isVisible ? { x: line.right - 8, y: (line.top + line.bottom) / 2 } : null;
+    return isVisible ? { x: line.right - 8, y: (line.top + line.bottom) / 2, isLineEnd: true } : null;
   }
 
-  function findProse() {
+  /** The point in the middle of the first line of any text that is visible. */
+  function textAt(node) {
+    if (node.data.trim().length < 10) return null;
+    const range = document.createRange();
+    range.selectNodeContents(node);
+    const line = [...range.getClientRects()].find(({ top, bottom }) => top > innerHeight * 0.2 && bottom < innerHeight * 0.8);
+    return line ? { x: (line.left + line.right) / 2, y: (line.top + line.bottom) / 2 } : null;
+  }
+
+  function find(at) {
     const walker = textNodes(editable());
     while (walker.nextNode()) {
-      const point = proseAt(walker.currentNode);
+      const point = at(walker.currentNode);
       if (point) return point;
     }
     return null;
@@ -128,11 +138,36 @@
     box.scrollTop = box.scrollHeight / 2;
     for (let tries = 0; tries < 40; tries++) {
       await frames(framesToSettle);
-      const point = findProse();
+      const point = find(proseAt) ?? (tries > 3 ? find(textAt) : null);
       if (point) return answer({ point });
       box.scrollTop += innerHeight / 2;
     }
     answer({ error: 'no prose to click in the middle of the note' });
+  }
+
+  /** How much the page's script holds, in megabytes, once what it no longer needs is gone. */
+  async function memory() {
+    await frames(framesToRest);
+    for (let round = 0; round < 3; round++) window.gc?.();
+    answer({ memory: performance.memory.usedJSHeapSize / 1e6 });
+  }
+
+  /** Scrolls from the top to the end in steps of at least `step` window heights, and tells how long the frames took. */
+  async function scrollThrough(step) {
+    const box = scroller();
+    box.scrollTop = 0;
+    await frames(framesToSettle);
+    const by = Math.max(step * innerHeight, box.scrollHeight / scrollFrames);
+    const taken = [];
+    for (let last = performance.now(), top = -1; top < box.scrollTop && taken.length < 2 * scrollFrames; ) {
+      top = box.scrollTop;
+      box.scrollTop += by;
+      await frame();
+      taken.push(performance.now() - last);
+      last = performance.now();
+    }
+    await frames(framesToSettle);
+    answer({ frames: taken });
   }
 
   /** Answers once the page has reported the key that is about to be pressed and has painted it. */
@@ -152,5 +187,5 @@
     answer(isExact ? { exact: true } : { error: `the text is not the note with what was typed (found at ${at})` });
   }
 
-  window.bench = { show, warmUp, goToMiddle, awaitKey, check };
+  window.bench = { show, warmUp, memory, goToMiddle, scrollThrough, awaitKey, check };
 }

@@ -20,9 +20,20 @@ export function clipboardProps(source: () => SourceDocument): EditorProps {
       return pastedHtml(html);
     },
     transformPasted: (slice, view, asText) => shapedFor(view, isOwn && !asText ? slice : openAtParagraphs(slice.content)),
-    clipboardTextSerializer: (slice, view) => (holdsAll(view) ? source().text : copiedText(slice)),
+    clipboardTextSerializer: (slice, view) => selectedText(slice, view, source()),
     clipboardTextParser: (text, _context, plain) => (plain ? literalText(text) : markdownText(text, source())),
   };
+}
+
+function selectedText(slice: Slice, view: EditorView, source: SourceDocument): string {
+  return holdsAll(view) ? source.text : copiedText(slice);
+}
+
+/** Copies the selection as its text alone, or cuts it out. */
+export function copyAsText(event: ClipboardEvent, view: EditorView, source: SourceDocument): void {
+  event.clipboardData?.setData('text/plain', selectedText(view.state.selection.content(), view, source));
+  event.preventDefault();
+  if (event.type === 'cut') view.dispatch(view.state.tr.deleteSelection().scrollIntoView());
 }
 
 /** Pasted content in the shape that fits where it goes: a table's cell takes running text only. */

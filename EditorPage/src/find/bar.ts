@@ -12,6 +12,8 @@ export class FindBar {
   #words = toggle('ab', 'Hela ord');
   #replaceRow = row();
   #target: FindTarget;
+  /** Whether the search has found nothing yet, and goes on. */
+  #awaitsFirst = false;
 
   constructor(
     private root: HTMLElement,
@@ -83,7 +85,7 @@ export class FindBar {
   /** The note, or what was found in it, has changed. */
   refresh(): void {
     if (!this.isOpen) return;
-    if (this.#target.isSearching || this.#find.value === '') this.#tell(this.#target.findings());
+    if (this.#target.isSearching || this.#find.value === '') this.#takeIn(this.#target.findings());
     else this.#show(this.#target.search(this.#query(), true));
   }
 
@@ -92,7 +94,17 @@ export class FindBar {
   }
 
   #search(): void {
-    this.#show(this.#target.search(this.#query()));
+    const findings = this.#target.search(this.#query());
+    this.#awaitsFirst = findings.count === 0 && findings.isCounting === true;
+    this.#show(findings);
+  }
+
+  /** More may have been found: the search goes to the first match as soon as there is one. */
+  #takeIn(findings: Findings): void {
+    this.#tell(findings);
+    if (!this.#awaitsFirst || findings.count === 0) return;
+    this.#awaitsFirst = false;
+    queueMicrotask(() => this.#search());
   }
 
   #show(findings: Findings): void {

@@ -17,7 +17,9 @@ export const FROM_TEXT = 'fromText';
 const NEAR = 1;
 const FAR = 8;
 /** So much is read at a time, in characters: a frame must not wait for more. */
-const STEP = 4_000;
+const STEP = 1_500;
+/** So many groups of blocks are folded at a time. */
+const FOLDED_AT_ONCE = 12;
 /** However busy the page is, the next step waits no longer than this; in milliseconds. */
 const LONGEST_WAIT = 100;
 
@@ -123,6 +125,7 @@ export class Folding implements Watcher {
 
   /** Unfolds what the window shows at once, and what is near when nothing else is to do. */
   #step(): void {
+    if (this.#isStepDue) return;
     const next = this.#nearest();
     if (next === null) return;
     if (next.distance === 0) {
@@ -213,7 +216,7 @@ export class Folding implements Watcher {
     const { doc, selection } = view.state;
     const far: { index: number; height: number }[] = [];
     let pos = 0;
-    for (let index = 0; index < doc.childCount; ) {
+    for (let index = 0; index < doc.childCount && far.length < FOLDED_AT_ONCE; ) {
       const size = groupSize(doc.children, index);
       const end = doc.resolve(pos).posAtIndex(index + Math.max(1, size));
       const last = end - doc.child(index + Math.max(1, size) - 1).nodeSize;
@@ -225,6 +228,7 @@ export class Folding implements Watcher {
     }
     if (far.length === 0) return;
     hold(view, () => this.editor.refold((source) => far.reverse().flatMap((group) => this.#fold(source, group)).reverse()), () => 0);
+    if (far.length === FOLDED_AT_ONCE) this.#planTidying();
   }
 
   #isFree(doc: Node, { $from, $to }: Selection, index: number, size: number): boolean {

@@ -1,7 +1,7 @@
 /** What a key or another input will need of the note. */
 
 /** With more of it folded, the selection is copied as its text alone. */
-export const COPIED_FORMATTED = 100_000;
+const COPIED_FORMATTED = 100_000;
 
 /** Keys that, held with Ctrl, leave the selected blocks as they are, or take them as a whole. */
 const PLAIN_WITH_CTRL = new Set(['a', 'c', 'v', 'x', 'y', 'z', 'home', 'end', 'arrowleft', 'arrowright', 'arrowup', 'arrowdown', 'control', 'shift', 'f', 'h', 'e', 'g', 'backspace', 'delete']);

@@ -7,7 +7,7 @@ import { readEntries, type Entry } from './entries';
 import { unify } from './text';
 
 /** A long run is read in parts of about so many characters. */
-const PART = 3_000;
+const PART = 1_200;
 
 export const isFolded = (node: Node): boolean => node.type === schema.nodes.folded;
 

@@ -100,6 +100,7 @@ export const foldingTests: Test[] = [
     const clipboardData = new DataTransfer();
     surface().dispatchEvent(new ClipboardEvent('copy', { clipboardData, bubbles: true, cancelable: true }));
     expect(clipboardData.getData('text/plain') === LONG, 'the copy is another text');
+    expectEqual(clipboardData.getData('text/html'), '', 'formatted copy');
     press('Backspace');
     await turn();
     expectEqual(recorder.text?.trim(), '', 'after deleting');
