@@ -4,7 +4,6 @@
 #include "Support/EngineTest.h"
 #include "Support/Window.h"
 
-
 #include <optional>
 
 using namespace Qt::StringLiterals;
