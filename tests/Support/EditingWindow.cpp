@@ -47,9 +47,17 @@ void EditingWindow::type(const QString& text)
 {
     view.setFocus();
     state.editorController().focus();
-    QTRY_VERIFY_WITH_TIMEOUT(value(u"document.hasFocus()"_s).toBool(), patience);
     QWidget* const keyboard = desktop.engine->widget()->focusProxy();
-    QTest::keyClick(keyboard, Qt::Key_End, Qt::ControlModifier);
+    const QString listen =
+        u"window.lastKey = ''; window.hearsKeys = window.hearsKeys || "
+        "(window.addEventListener('keydown', event => window.lastKey = event.key, true), true)"_s;
+    QVERIFY(value(listen).isValid());
+    // Just after a dialog has closed the engine takes no keys yet, whatever the page says of its focus.
+    const auto isHeard = [this, keyboard] {
+        QTest::keyClick(keyboard, Qt::Key_End, Qt::ControlModifier);
+        return value(u"document.hasFocus() && window.lastKey === 'End'"_s).toBool();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isHeard(), patience);
     pressKeys(*keyboard, text);
 }
 
