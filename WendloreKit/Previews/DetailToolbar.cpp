@@ -77,7 +77,7 @@ void DetailToolbar::addOpenButton(QHBoxLayout& row)
     m_open = new IconButton(u"arrow.up.forward.app"_s, u"Öppna"_s, {}, this);
     connect(m_open, &IconButton::clicked, &m_state, [this] {
         if (const auto& file = m_state.selectedFile())
-            openExternally(m_state.services().workspace, *file);
+            openExternally(m_state.services(), *file);
     });
     row.addWidget(m_open);
 }

@@ -43,8 +43,7 @@ FileCard::FileCard(AppState& state, const FileURL& file, QWidget* parent)
     m_notice->setTitle(file.lastPathComponent());
     m_notice->setMessage(m_details);
     QPushButton* open = m_notice->addButton(u"Öppna"_s);
-    connect(open, &QPushButton::clicked, &state,
-            [&state, file] { openExternally(state.services().workspace, file); });
+    connect(open, &QPushButton::clicked, &state, [&state, file] { openExternally(state.services(), file); });
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_notice);

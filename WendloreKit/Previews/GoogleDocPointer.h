@@ -12,6 +12,8 @@ namespace wendlore {
 class GoogleDocPointer final
 {
 public:
+    static constexpr qint64 maximumSize = 1 << 20;
+
     /// Reads the pointer at `file`. Nothing when it cannot be read or names no document.
     [[nodiscard]] static std::optional<QUrl>
     previewURL(const FileURL& file, const GoogleAddresses& addresses = GoogleAddresses::configured());

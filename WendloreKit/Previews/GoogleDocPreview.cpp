@@ -10,15 +10,12 @@
 #include "State/AppState.h"
 #include "State/Workspace.h"
 
-#include <QVBoxLayout>
-
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
 namespace {
 
-constexpr qint64 maximumPointerSize = 1 << 20;
 constexpr int messageSymbol = 32;
 
 } // namespace
@@ -31,17 +28,12 @@ GoogleDocPreview::GoogleDocPreview(AppState& state, const FileURL& file, QWidget
     , m_addresses(addresses)
     , m_stack(new ViewerStack(this))
 {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_stack);
-    setFocusProxy(m_stack);
-    const Services& services = state.services();
-    m_reading = services.scheduler.inBackground(
-        [this, &coordinator = services.coordinator, file, addresses]() -> std::function<void()> {
-            const auto bytes = readForViewing(coordinator, file, maximumPointerSize);
-            return [this, url = bytes ? GoogleDocPointer::previewURL(file, *bytes, addresses)
-                                      : std::nullopt] { didRead(url); };
-        });
+    m_reading = readInBackground(
+        state.services(), file, GoogleDocPointer::maximumSize,
+        [file, addresses](const auto& bytes) {
+            return bytes ? GoogleDocPointer::previewURL(file, *bytes, addresses) : std::nullopt;
+        },
+        [this](const auto& previewURL) { didRead(previewURL); });
 }
 
 GoogleDocPreview::~GoogleDocPreview() = default;

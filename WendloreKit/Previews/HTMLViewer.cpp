@@ -12,7 +12,6 @@
 #include "State/Workspace.h"
 
 #include <QPushButton>
-#include <QVBoxLayout>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
 
@@ -33,17 +32,11 @@ HTMLViewer::HTMLViewer(AppState& state, const FileURL& file, QWidget* parent)
     , m_file(file)
     , m_stack(new ViewerStack(this))
 {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_stack);
-    setFocusProxy(m_stack);
     m_stack->showProgress(u"Laddar…"_s);
-    const Services& services = state.services();
-    m_reading = services.scheduler.inBackground(
-        [this, &coordinator = services.coordinator, file]() -> std::function<void()> {
-            const auto bytes = readForViewing(coordinator, file, maximumFileSize);
-            return [this, html = bytes ? std::optional(htmlAsUtf8(*bytes)) : std::nullopt] { didRead(html); };
-        });
+    m_reading = readInBackground(
+        state.services(), file, maximumFileSize,
+        [](const auto& bytes) { return bytes ? std::optional(htmlAsUtf8(*bytes)) : std::nullopt; },
+        [this](const auto& html) { didRead(html); });
 }
 
 HTMLViewer::~HTMLViewer()

@@ -1,5 +1,6 @@
 #include "Previews/ImageAnimation.h"
 
+#include "Decoder/Picture.h"
 #include "Previews/ImageDecoding.h"
 
 #include <QBuffer>

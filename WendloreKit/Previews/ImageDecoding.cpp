@@ -1,8 +1,8 @@
 #include "Previews/ImageDecoding.h"
 
+#include "Decoder/Picture.h"
 #include "Previews/ImageHeif.h"
 
-#include <QColorSpace>
 #include <QImageReader>
 #include <QIODevice>
 
@@ -85,15 +85,6 @@ QByteArray imageFormatOf(const QByteArray& bytes)
     return isHeif(bytes) ? "heif" : QByteArray();
 }
 
-QImage readyToDraw(QImage image)
-{
-    static const QColorSpace screen(QColorSpace::SRgb);
-    if (image.colorSpace().isValid() && image.colorSpace() != screen)
-        image.convertToColorSpace(screen);
-    const auto format = image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;
-    return std::move(image).convertToFormat(format);
-}
-
 QImage decodeImage(const QByteArray& bytes, QDeadlineTimer deadline)
 {
     static std::once_flag isLimited;
@@ -102,7 +93,7 @@ QImage decodeImage(const QByteArray& bytes, QDeadlineTimer deadline)
     if (format.isEmpty())
         return {};
     if (format == "heif")
-        return readyToDraw(decodeHeif(bytes, maximumImageBytes));
+        return decodeHeif(bytes, maximumImageBytes, deadline);
     TimedBytes device(bytes, deadline);
     QImageReader reader(&device, format);
     reader.setAutoTransform(true);

@@ -20,7 +20,4 @@ inline constexpr std::chrono::seconds maximumImageTime{30};
 /// The format of `bytes` among those that are shown as images ("gif"); empty for others.
 [[nodiscard]] QByteArray imageFormatOf(const QByteArray& bytes);
 
-/// `image` in the screen's colours and a format that is drawn quickly.
-[[nodiscard]] QImage readyToDraw(QImage image);
-
 } // namespace wendlore

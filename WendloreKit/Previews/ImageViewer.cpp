@@ -8,8 +8,6 @@
 
 #include "State/AppState.h"
 
-#include <QVBoxLayout>
-
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
@@ -34,21 +32,17 @@ ImageViewer::ImageViewer(AppState& state, const FileURL& file, QWidget* parent)
     , m_file(file)
     , m_stack(new ViewerStack(this))
 {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_stack);
-    setFocusProxy(m_stack);
-    const Services& services = state.services();
-    m_loading = services.scheduler.inBackground(
-        [this, &coordinator = services.coordinator, file]() -> std::function<void()> {
+    m_loading = readInBackground(
+        state.services(), file, maximumFileSize,
+        [](const auto& bytes) {
             Loaded loaded;
-            if (const auto bytes = readForViewing(coordinator, file, maximumFileSize)) {
+            if (bytes)
                 loaded.image = ImagePyramid(decodeImage(*bytes));
-                if (ImageFrames::areIn(*bytes))
-                    loaded.moving = *bytes;
-            }
-            return [this, loaded = std::move(loaded)] { didLoad(loaded); };
-        });
+            if (bytes && ImageFrames::areIn(*bytes))
+                loaded.moving = *bytes;
+            return loaded;
+        },
+        [this](const Loaded& loaded) { didLoad(loaded); });
 }
 
 ImageViewer::~ImageViewer() = default;

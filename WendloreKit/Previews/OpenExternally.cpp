@@ -1,6 +1,7 @@
 #include "Previews/OpenExternally.h"
 
 #include "Previews/GoogleDocPointer.h"
+#include "Previews/ReadForViewing.h"
 
 #include "State/Workspace.h"
 #include "Vault/FilePreviewKind.h"
@@ -26,13 +27,25 @@ bool opensInExternalApp(const FileURL& file)
     return std::ranges::find(documentExtensions, extension) != documentExtensions.end();
 }
 
-void openExternally(Workspace& workspace, const FileURL& file)
+void openExternally(const Services& services, const FileURL& file)
 {
-    const bool isPointer = FilePreviewKind::of(file) == FilePreviewKind::google;
-    if (const auto document = isPointer ? GoogleDocPointer::previewURL(file) : std::nullopt)
-        workspace.open(*document);
-    else
-        workspace.open(file);
+    if (FilePreviewKind::of(file) != FilePreviewKind::google) {
+        services.workspace.open(file);
+        return;
+    }
+    // Whoever asked may be gone before the pointer is read; the task keeps itself until then.
+    auto task = std::make_shared<std::unique_ptr<ScheduledTask>>();
+    *task = readInBackground(
+        services, file, GoogleDocPointer::maximumSize,
+        [file](const auto& bytes) {
+            return bytes ? GoogleDocPointer::previewURL(file, *bytes) : std::nullopt;
+        },
+        [&workspace = services.workspace, file, task](const auto& document) {
+            if (document)
+                workspace.open(*document);
+            else
+                workspace.open(file);
+        });
 }
 
 } // namespace wendlore

@@ -1,5 +1,7 @@
 #include "Previews/PDFKitView.h"
 
+#include "Previews/PdfPageLinks.h"
+
 #include "Editor/Scheduler.h"
 
 #include <QApplication>
@@ -119,6 +121,7 @@ void PDFKitView::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || m_layout.pageCount() == 0)
         return;
+    m_pressed = linkAt(event->position());
     m_dragged = m_layout.pointAt(scrolled() + event->position());
     m_selecting.reset();
     m_selection.clear();
@@ -131,11 +134,37 @@ void PDFKitView::mouseMoveEvent(QMouseEvent* event)
 {
     if (m_dragged)
         select(*m_dragged, m_layout.pointAt(scrolled() + event->position()));
+    else
+        hover(event->position());
 }
 
-void PDFKitView::mouseReleaseEvent(QMouseEvent*)
+void PDFKitView::mouseReleaseEvent(QMouseEvent* event)
 {
     m_dragged.reset();
+    const auto pressed = std::exchange(m_pressed, std::nullopt);
+    const auto link = linkAt(event->position());
+    if (pressed && link && pressed->area == link->area && m_selectedText.isEmpty())
+        follow(*link);
+}
+
+std::optional<PdfLink> PDFKitView::linkAt(QPointF position) const
+{
+    return m_layout.pageCount() > 0 ? m_links->at(m_layout.pointAt(scrolled() + position)) : std::nullopt;
+}
+
+void PDFKitView::hover(QPointF position)
+{
+    const auto link = linkAt(position);
+    viewport()->setCursor(link ? Qt::PointingHandCursor : Qt::IBeamCursor);
+    viewport()->setToolTip(link ? link->address.toDisplayString() : QString());
+}
+
+void PDFKitView::follow(const PdfLink& link)
+{
+    if (link.address.isEmpty())
+        showPlace(link.target);
+    else
+        Q_EMIT linkClicked(link.address);
 }
 
 void PDFKitView::contextMenuEvent(QContextMenuEvent* event)

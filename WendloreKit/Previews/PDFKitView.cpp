@@ -1,6 +1,7 @@
 #include "Previews/PDFKitView.h"
 
 #include "Previews/PdfPageImages.h"
+#include "Previews/PdfPageLinks.h"
 
 #include "Editor/Scheduler.h"
 #include "Look/Colors.h"
@@ -36,6 +37,7 @@ PDFKitView::PDFKitView(Scheduler& scheduler, std::shared_ptr<PdfDocument> docume
     , m_document(std::move(document))
     , m_pages(std::move(pages))
     , m_images(new PdfPageImages(scheduler, m_document, this))
+    , m_links(new PdfPageLinks(scheduler, m_document, this))
 {
     setFrameShape(QFrame::NoFrame);
     setBackgroundRole(sideRole); // of the scroll bars
@@ -43,10 +45,14 @@ PDFKitView::PDFKitView(Scheduler& scheduler, std::shared_ptr<PdfDocument> docume
     // Always there, so that fitting the width does not change the width.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     viewport()->setCursor(Qt::IBeamCursor);
+    viewport()->setMouseTracking(true);
     viewport()->grabGesture(Qt::PinchGesture);
     for (QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
         bar->setSingleStep(lineStep);
-    connect(m_images, &PdfPageImages::drawn, viewport(), [this] { viewport()->update(); });
+    connect(m_images, &PdfPageImages::drawn, this, [this](int page) {
+        viewport()->update();
+        m_links->want(page);
+    });
 }
 
 PDFKitView::~PDFKitView() = default;
@@ -136,9 +142,15 @@ void PDFKitView::wantVisiblePages()
 
 void PDFKitView::showPage(int page)
 {
+    showPlace({page, {}});
+}
+
+void PDFKitView::showPlace(const PdfPoint& place)
+{
     if (m_layout.pageCount() == 0)
         return;
-    const QRectF area = m_layout.page(std::clamp(page, 0, m_layout.pageCount() - 1));
+    const int page = std::clamp(place.page, 0, m_layout.pageCount() - 1);
+    const QRectF area = m_layout.placeOf(page, {place.point, QSizeF()});
     verticalScrollBar()->setValue(qRound(area.top() - PdfLayout::margin));
 }
 
@@ -176,6 +188,11 @@ void PDFKitView::paintPage(QPainter& painter, int page) const
     const QRectF area = m_layout.page(page);
     painter.fillRect(area, Qt::white);
     for (const PdfPageImage& drawing : m_images->imagesOf(page)) {
+        if (drawing.image.isNull()) {
+            painter.setPen(Colors::of(ColorScheme::light).muted);
+            painter.drawText(area, Qt::AlignCenter, u"Sidan kan inte visas"_s);
+            continue;
+        }
         const double across = area.width() / drawing.whole.width();
         const double down = area.height() / drawing.whole.height();
         const QRectF target(area.x() + drawing.part.x() * across, area.y() + drawing.part.y() * down,

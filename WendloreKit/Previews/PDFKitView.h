@@ -10,11 +10,12 @@
 namespace wendlore {
 
 class PdfPageImages;
+class PdfPageLinks;
 class ScheduledTask;
 class Scheduler;
 
 /// Shows the pages of a PDF document below each other, as wide as the view until the user zooms. Text can be
-/// selected and copied.
+/// selected and copied, and links clicked.
 class PDFKitView final : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -39,6 +40,8 @@ public:
     void zoomIn();
     void zoomOut();
     void showPage(int page);
+    /// Brings a point of a page to the top.
+    void showPlace(const PdfPoint& place);
 
     /// Marks `matches`, `current` of them most clearly (-1: none), and brings that one into sight.
     void showMatches(const QList<PdfMatch>& matches, int current);
@@ -53,6 +56,8 @@ Q_SIGNALS:
     /// Another page is current, or the zoom changed.
     void placeChanged();
     void selectionChanged();
+    /// A link was clicked that leads out of the document.
+    void linkClicked(const QUrl& address);
 
 protected:
     bool event(QEvent* event) override;
@@ -75,16 +80,23 @@ private:
     [[nodiscard]] QRectF visibleArea() const;
     void paintPage(QPainter& painter, int page) const;
     bool actOnKey(const QKeyEvent& event, bool isForReal);
+    /// Shows by the pointer whether there is a link at that place of the view.
+    void hover(QPointF position);
+    void follow(const PdfLink& link);
+    [[nodiscard]] std::optional<PdfLink> linkAt(QPointF position) const;
 
     Scheduler& m_scheduler;
     std::shared_ptr<PdfDocument> m_document;
     QList<QSizeF> m_pages;
     PdfLayout m_layout;
     PdfPageImages* m_images;
+    PdfPageLinks* m_links;
     bool m_isFitted = true;
     QList<PdfMatch> m_matches;
     int m_currentMatch = -1;
     std::optional<PdfPoint> m_dragged;
+    /// The link that the button went down on.
+    std::optional<PdfLink> m_pressed;
     QList<PdfMatch> m_selection;
     QString m_selectedText;
     std::unique_ptr<ScheduledTask> m_selecting;

@@ -1,5 +1,6 @@
 #include "Previews/PDFViewer.h"
 
+#include "Previews/HtmlAddress.h"
 #include "Previews/PdfFindBar.h"
 #include "Previews/PDFKitView.h"
 #include "Previews/PdfPageBar.h"
@@ -9,6 +10,7 @@
 
 #include "Editor/Scheduler.h"
 #include "State/AppState.h"
+#include "State/Workspace.h"
 
 #include <QKeyEvent>
 #include <QVBoxLayout>
@@ -43,28 +45,27 @@ PDFViewer::PDFViewer(AppState& state, const FileURL& file, QWidget* parent)
     , m_stack(new ViewerStack(this))
     , m_document(std::make_shared<PdfDocument>())
 {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_stack, 1);
-    setFocusProxy(m_stack);
     open({});
 }
 
-PDFViewer::~PDFViewer() = default;
+PDFViewer::~PDFViewer()
+{
+    // What goes on in the background would only keep others from their turn.
+    m_document->close();
+}
 
 void PDFViewer::open(const QString& password)
 {
-    const Services& services = m_state.services();
-    m_opening = services.scheduler.inBackground([this, &coordinator = services.coordinator, file = m_file,
-                                                 document = m_document, password]() -> std::function<void()> {
-        const auto bytes = readForViewing(coordinator, file, maximumSizeInMemory);
-        Opened opened;
-        opened.state = bytes ? document->open(*bytes, password) : document->open(file, password);
-        if (opened.state == PdfDocument::State::ready)
-            opened.pages = document->pageSizes();
-        return [this, opened] { didOpen(opened); };
-    });
+    m_opening = readInBackground(
+        m_state.services(), m_file, maximumSizeInMemory,
+        [file = m_file, document = m_document, password](const auto& bytes) {
+            Opened opened;
+            opened.state = bytes ? document->open(*bytes, password) : document->open(file, password);
+            if (opened.state == PdfDocument::State::ready)
+                opened.pages = document->pageSizes();
+            return opened;
+        },
+        [this](const Opened& opened) { didOpen(opened); });
 }
 
 void PDFViewer::didOpen(const Opened& opened)
@@ -103,9 +104,26 @@ void PDFViewer::showPages(const QList<QSizeF>& pages)
     static_cast<QVBoxLayout*>(layout())->insertWidget(0, m_findBar);
     connect(m_findBar, &PdfFindBar::matchesChanged, m_pages, &PDFKitView::showMatches);
     connect(m_findBar, &PdfFindBar::closed, m_pages, [this] { m_pages->setFocus(); });
+    // Another file may take this one's place: not in the middle of the click.
+    connect(m_pages, &PDFKitView::linkClicked, this, &PDFViewer::follow, Qt::QueuedConnection);
     auto* bar = new PdfPageBar(*m_pages);
     connect(bar, &PdfPageBar::searchWanted, m_findBar, &PdfFindBar::open);
     m_stack->showContent(m_pages);
+}
+
+void PDFViewer::follow(const QUrl& link)
+{
+    const QUrl address = pageAddress(m_file).resolved(link);
+    switch (actionOfLink(address, m_file)) {
+    case LinkAction::openOutside:
+        m_state.services().workspace.open(address);
+        break;
+    case LinkAction::openFile:
+        m_state.openLinkedFile(*fileOfAddress(address));
+        break;
+    case LinkAction::follow:
+        break; // a scheme that nobody here knows
+    }
 }
 
 bool PDFViewer::event(QEvent* event)

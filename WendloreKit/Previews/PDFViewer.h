@@ -39,6 +39,7 @@ private:
     void didOpen(const Opened& opened);
     void showPages(const QList<QSizeF>& pages);
     void askForPassword();
+    void follow(const QUrl& link);
 
     AppState& m_state;
     FileURL m_file;

@@ -1,176 +1,103 @@
 #include "Previews/PdfDocument.h"
 
-#include <QBuffer>
-#include <QFile>
-#include <QPainter>
-#include <QPdfDocument>
-#include <QPdfDocumentRenderOptions>
-#include <QPdfSelection>
-#include <QRegularExpression>
+#include "Decoder/Picture.h"
 
-#include <algorithm>
-#include <limits>
-
-using namespace Qt::StringLiterals;
+#include <fcntl.h>
 
 namespace wendlore {
 
-namespace {
+PdfDocument::PdfDocument()
+    : m_file(FileSystemCalls::real())
+{}
 
-PdfText textOf(const QPdfSelection& selection)
-{
-    PdfText text{selection.text(), {}};
-    for (const QPolygonF& bound : selection.bounds())
-        text.areas.append(bound.boundingRect());
-    return text;
-}
-
-QRectF extent(const QList<QRectF>& areas)
-{
-    QRectF extent;
-    for (const QRectF& area : areas)
-        extent |= area;
-    return extent;
-}
-
-/// A pattern for `words` with any white space between them.
-QRegularExpression patternOf(const QString& words)
-{
-    QStringList escaped;
-    for (const QString& word : words.split(QRegularExpression(u"\\s+"_s), Qt::SkipEmptyParts))
-        escaped.append(QRegularExpression::escape(word));
-    return QRegularExpression(escaped.join(u"\\s+"_s), QRegularExpression::CaseInsensitiveOption |
-                                                           QRegularExpression::UseUnicodePropertiesOption);
-}
-
-} // namespace
-
-QPointF nearestPoint(const QList<QRectF>& areas, QPointF point)
-{
-    constexpr double within = 0.5; // points: a corner itself belongs to no letter
-    QPointF nearest = point;
-    double distance = std::numeric_limits<double>::max();
-    for (const QRectF& area : areas) {
-        const QRectF inner = area.adjusted(within, within, -within, -within);
-        const QPointF candidate(std::clamp(point.x(), inner.left(), std::max(inner.left(), inner.right())),
-                                std::clamp(point.y(), inner.top(), std::max(inner.top(), inner.bottom())));
-        const QPointF way = candidate - point;
-        // A line of text is wide: what lies beside it is nearer than what lies below.
-        const double length = way.x() * way.x() / 64 + way.y() * way.y();
-        if (length < distance) {
-            distance = length;
-            nearest = candidate;
-        }
-    }
-    return nearest;
-}
-
-PdfDocument::PdfDocument() = default;
 PdfDocument::~PdfDocument() = default;
-
-PdfDocument::State PdfDocument::state() const
-{
-    if (m_document->error() == QPdfDocument::Error::IncorrectPassword)
-        return State::locked;
-    const bool isReady = m_document->status() == QPdfDocument::Status::Ready && m_document->pageCount() > 0;
-    return isReady ? State::ready : State::damaged;
-}
 
 PdfDocument::State PdfDocument::open(const QByteArray& bytes, const QString& password)
 {
-    const QMutexLocker locker(&m_mutex);
-    m_document = std::make_unique<QPdfDocument>();
-    m_buffer = std::make_unique<QBuffer>();
-    m_buffer->setData(bytes);
-    m_buffer->open(QIODevice::ReadOnly);
-    m_document->setPassword(password);
-    m_document->load(m_buffer.get());
-    return state();
+    return openFile(memoryFile(bytes), password);
 }
 
 PdfDocument::State PdfDocument::open(const FileURL& file, const QString& password)
 {
+    FileSystemCalls& calls = FileSystemCalls::real();
+    return openFile(Descriptor(calls, calls.openAt(AT_FDCWD, file.bytes().constData(), O_RDONLY | O_CLOEXEC)),
+                    password);
+}
+
+PdfDocument::State PdfDocument::openFile(Descriptor file, const QString& password)
+{
     const QMutexLocker locker(&m_mutex);
-    m_document = std::make_unique<QPdfDocument>();
-    m_document->setPassword(password);
-    m_document->load(QFile::decodeName(file.bytes()));
-    return state();
+    m_process.reset();
+    m_pages.clear();
+    m_file = std::move(file);
+    m_password = password;
+    return m_file.isOpen() && !m_limits.isStopped() ? start() : State::damaged;
+}
+
+PdfDocument::State PdfDocument::start()
+{
+    m_process = std::make_unique<DecoderProcess>(m_file.get());
+    const auto answer = m_process->ask(decoderValues(DecoderTask::openPdf, m_password),
+                                       m_limits.withTime(maximumDecodingTime()));
+    auto state = State::damaged;
+    if (!answer || !readAnswer(answer->values, state, m_pages))
+        return State::damaged;
+    return state;
+}
+
+std::optional<DecoderMessage> PdfDocument::ask(const QByteArray& question)
+{
+    if (m_limits.isStopped() || (!m_process && start() != State::ready))
+        return std::nullopt;
+    auto answer = m_process->ask(question, m_limits.withTime(maximumDecodingTime()));
+    if (!answer)
+        m_process.reset();
+    return answer;
 }
 
 QList<QSizeF> PdfDocument::pageSizes()
 {
     const QMutexLocker locker(&m_mutex);
-    QList<QSizeF> sizes;
-    for (int page = 0; page < m_document->pageCount(); ++page)
-        sizes.append(m_document->pagePointSize(page));
-    return sizes;
+    return m_pages;
 }
 
 QImage PdfDocument::render(int page, QSize whole, const QRect& clip)
 {
     const QMutexLocker locker(&m_mutex);
-    QPdfDocumentRenderOptions options;
-    if (clip.size() != whole) {
-        options.setScaledSize(whole);
-        // The toolkit takes the distance from the first pixel to the last for the width.
-        options.setScaledClipRect(clip.adjusted(0, 0, 1, 1));
-    }
-    const QImage drawn = m_document->render(page, clip.size(), options);
-    // Pages are drawn on nothing; paper is white.
-    QImage paper(clip.size(), QImage::Format_RGB32);
-    paper.fill(Qt::white);
-    QPainter(&paper).drawImage(0, 0, drawn);
-    return paper;
+    auto answer = ask(decoderValues(DecoderTask::drawPage, page, whole, clip));
+    return answer ? pictureOf(std::move(*answer)) : QImage();
 }
 
 PdfText PdfDocument::text(int page)
 {
     const QMutexLocker locker(&m_mutex);
-    return textOf(m_document->getAllText(page));
-}
-
-PdfText PdfDocument::selection(int page, QPointF from, QPointF to)
-{
-    return textOf(m_document->getSelection(page, from, to));
+    PdfText text;
+    const auto answer = ask(decoderValues(DecoderTask::textOfPage, page));
+    return answer && readAnswer(answer->values, text) ? text : PdfText();
 }
 
 QList<PdfMatch> PdfDocument::textBetween(PdfPoint from, PdfPoint to, QString* text)
 {
     const QMutexLocker locker(&m_mutex);
-    if (to.page < from.page)
-        std::swap(from, to);
     QList<PdfMatch> parts;
-    for (int page = from.page; page <= to.page; ++page) {
-        PdfText part = textOf(m_document->getAllText(page));
-        const double top = extent(part.areas).top();
-        const double bottom = extent(part.areas).bottom();
-        const bool beginsHere = page == from.page && from.point.y() > top;
-        const bool endsHere = page == to.page && to.point.y() < bottom;
-        if ((beginsHere || endsHere) && !part.areas.isEmpty()) {
-            const QPointF first = beginsHere ? from.point : part.areas.first().topLeft();
-            const QPointF last = endsHere ? to.point : part.areas.last().bottomRight();
-            part = selection(page, nearestPoint(part.areas, first), nearestPoint(part.areas, last));
-        }
-        *text += (text->isEmpty() || part.text.isEmpty() ? QString() : u"\n"_s) + part.text;
-        parts.append({page, part.areas});
-    }
-    return parts;
+    const auto answer = ask(decoderValues(DecoderTask::textBetween, from, to));
+    return answer && readAnswer(answer->values, *text, parts) ? parts : QList<PdfMatch>();
 }
 
 QList<PdfMatch> PdfDocument::find(int page, const QString& words)
 {
     const QMutexLocker locker(&m_mutex);
     QList<PdfMatch> matches;
-    auto found = patternOf(words).globalMatch(m_document->getAllText(page).text());
-    while (found.hasNext()) {
-        const QRegularExpressionMatch match = found.next();
-        if (match.capturedLength() == 0)
-            break;
-        const PdfText place = textOf(
-            m_document->getSelectionAtIndex(page, int(match.capturedStart()), int(match.capturedLength())));
-        matches.append({page, place.areas});
-    }
-    return matches;
+    const auto answer = ask(decoderValues(DecoderTask::findText, page, words));
+    return answer && readAnswer(answer->values, matches) ? matches : QList<PdfMatch>();
+}
+
+QList<PdfLink> PdfDocument::links(int page)
+{
+    const QMutexLocker locker(&m_mutex);
+    QList<PdfLink> links;
+    const auto answer = ask(decoderValues(DecoderTask::linksOfPage, page));
+    return answer && readAnswer(answer->values, links) ? links : QList<PdfLink>();
 }
 
 } // namespace wendlore

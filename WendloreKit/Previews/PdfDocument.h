@@ -1,59 +1,39 @@
 #pragma once
 
+#include "Decoder/DecoderTask.h"
+#include "Decoder/PdfParts.h"
+#include "Previews/DecoderProcess.h"
+
 #include "Vault/FileURL.h"
 
 #include <QByteArray>
 #include <QImage>
-#include <QList>
 #include <QMutex>
-#include <QPolygonF>
-
-#include <memory>
-
-class QBuffer;
-class QPdfDocument;
 
 namespace wendlore {
 
-/// A part of a page's text: what it says, and the areas that it covers, in points from the page's top left.
-struct PdfText final
-{
-    QString text;
-    QList<QRectF> areas;
-};
-
-/// A point of a page, in points from its top left corner.
-struct PdfPoint final
-{
-    int page = 0;
-    QPointF point;
-};
-
-/// A place where a searched text was found.
-struct PdfMatch final
-{
-    int page = 0;
-    QList<QRectF> areas;
-};
-
-/// An open PDF file. All of it may take long and is meant for the background; calls from several threads wait
-/// for each other.
+/// An open PDF file, which a process of its own reads and draws. All of it may take long and is meant for the
+/// background; calls from several threads wait for each other. Where the process dies over a question there
+/// is no answer to that one, and the next is answered by a new process.
 class PdfDocument final
 {
 public:
-    enum class State { ready, locked, damaged };
+    using State = PdfState;
 
     PdfDocument();
     ~PdfDocument();
+    Q_DISABLE_COPY_MOVE(PdfDocument)
 
     /// Opens the document in `bytes`. `locked` when `password` does not open it.
     State open(const QByteArray& bytes, const QString& password);
     /// Opens the file itself, for one that cannot be read as a whole.
     State open(const FileURL& file, const QString& password);
+    /// Ends what goes on, from any thread; there are no answers any more.
+    void close() { m_limits.stop(); }
 
     /// The pages' sizes in points.
     [[nodiscard]] QList<QSizeF> pageSizes();
-    /// The part `clip` of a page that is `whole` pixels large.
+    /// The part `clip` of a page that is `whole` pixels large; null when it cannot be drawn.
     [[nodiscard]] QImage render(int page, QSize whole, const QRect& clip);
     /// All text of a page.
     [[nodiscard]] PdfText text(int page);
@@ -61,18 +41,20 @@ public:
     [[nodiscard]] QList<PdfMatch> textBetween(PdfPoint from, PdfPoint to, QString* text);
     /// Where `words` stand on a page, whatever their case and wherever the lines break.
     [[nodiscard]] QList<PdfMatch> find(int page, const QString& words);
+    /// Where the areas of a page lead that can be clicked.
+    [[nodiscard]] QList<PdfLink> links(int page);
 
 private:
-    [[nodiscard]] State state() const;
-    [[nodiscard]] PdfText selection(int page, QPointF from, QPointF to);
+    State openFile(Descriptor file, const QString& password);
+    [[nodiscard]] State start();
+    [[nodiscard]] std::optional<DecoderMessage> ask(const QByteArray& question);
 
     QMutex m_mutex;
-    std::unique_ptr<QBuffer> m_buffer;
-    std::unique_ptr<QPdfDocument> m_document;
+    QuickLookLimits m_limits;
+    Descriptor m_file;
+    QString m_password;
+    QList<QSizeF> m_pages;
+    std::unique_ptr<DecoderProcess> m_process;
 };
-
-/// The point of `areas` that is nearest to `point`: for pointers beside a line of text. Unchanged without
-/// areas.
-[[nodiscard]] QPointF nearestPoint(const QList<QRectF>& areas, QPointF point);
 
 } // namespace wendlore

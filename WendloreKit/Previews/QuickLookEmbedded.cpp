@@ -11,6 +11,8 @@ namespace wendlore {
 namespace {
 
 constexpr qint64 largestPicture = 20'000'000;
+constexpr qint64 largestPages = 100'000'000;
+constexpr auto pagesPlace = "QuickLook/Preview.pdf"_L1;
 
 /// The best first.
 const QStringList places{
@@ -48,6 +50,24 @@ std::optional<QuickLookPage> embeddedPreview(const FileURL& file, const QuickLoo
         return page;
     }
     return std::nullopt;
+}
+
+std::optional<QuickLookPdf> embeddedPages(const FileURL& file, const QuickLookLimits& limits,
+                                          const QuickLookCache& cache)
+{
+    static const QStringList kinds{u"pages"_s, u"numbers"_s, u"key"_s};
+    if (!kinds.contains(file.pathExtension().toLower()))
+        return std::nullopt;
+    const FileURL inPackage = file.appending(pagesPlace);
+    if (QFileInfo(QFile::decodeName(inPackage.bytes())).isFile())
+        return QuickLookPdf{inPackage};
+    const FileURL place = cache.placeOf(file, u"medskickad.pdf"_s);
+    if (cache.has(place))
+        return QuickLookPdf{place};
+    const auto pages = readArchive(
+        file, [](const QString& name) { return name == pagesPlace; }, largestPages, limits);
+    return pages.size() == 1 && cache.keep(place, *pages.begin()) ? std::optional(QuickLookPdf{place})
+                                                                  : std::nullopt;
 }
 
 std::optional<QuickLookPage> packagePage(const FileURL& package, const QuickLookLimits& limits)

@@ -69,6 +69,8 @@ QuickLookLimits whenArrived(FileCoordinator& coordinator, const FileURL& file, c
 /// The first page that can be made.
 QuickLookContent loadDocument(const FileURL& file, const QuickLookLimits& limits)
 {
+    if (auto pages = embeddedPages(file, limits))
+        return std::move(*pages);
     for (const auto load : {&documentTextPage, &embeddedPreview}) {
         if (auto page = load(file, limits))
             return std::move(*page);
@@ -78,6 +80,8 @@ QuickLookContent loadDocument(const FileURL& file, const QuickLookLimits& limits
 
 QuickLookContent loadPackage(const FileURL& package, const QuickLookLimits& limits)
 {
+    if (auto pages = embeddedPages(package, limits))
+        return std::move(*pages);
     for (const auto load : {&embeddedPreview, &packagePage}) {
         if (auto page = load(package, limits))
             return std::move(*page);

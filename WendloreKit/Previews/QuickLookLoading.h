@@ -15,12 +15,6 @@ struct QuickLookCard final
     QString message;
 };
 
-/// A document as the pages of a PDF file, which belongs to the cache.
-struct QuickLookPdf final
-{
-    FileURL file;
-};
-
 using QuickLookContent = std::variant<QuickLookCard, QuickLookPage, QuickLookPdf>;
 
 /// Makes the preview of a file, by its extension and by what it holds. Blocks: to be called in the

@@ -30,6 +30,12 @@ struct QuickLookPage final
     int width = 0;
 };
 
+/// A document as the pages of a PDF file, which belongs to the cache or to the document.
+struct QuickLookPdf final
+{
+    FileURL file;
+};
+
 /// `text` as it stands in markup, also inside of quoted attributes.
 [[nodiscard]] inline QByteArray escaped(const QString& text)
 {

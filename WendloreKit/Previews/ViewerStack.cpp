@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
-ViewerStack::ViewerStack(QWidget* parent)
-    : QStackedWidget(parent)
+ViewerStack::ViewerStack(QWidget* viewer)
+    : QStackedWidget(viewer)
     , m_progress(new QWidget(this))
     , m_label(new QLabel(m_progress))
 {
@@ -24,6 +24,11 @@ ViewerStack::ViewerStack(QWidget* parent)
     layout->addStretch();
     addWidget(m_progress);
     showProgress();
+    auto* whole = new QVBoxLayout(viewer);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->setSpacing(0);
+    whole->addWidget(this, 1);
+    viewer->setFocusProxy(this);
 }
 
 void ViewerStack::showProgress(const QString& label)

@@ -15,7 +15,8 @@ class ViewerStack final : public QStackedWidget
     Q_OBJECT
 
 public:
-    explicit ViewerStack(QWidget* parent = nullptr);
+    /// Fills `viewer`, which has no layout yet, and takes the focus for it.
+    explicit ViewerStack(QWidget* viewer);
 
     /// A turning indicator, with `label` below it.
     void showProgress(const QString& label = {});

@@ -13,8 +13,8 @@
 #include "Previews/QuickLookCache.h"
 #include "Previews/WebSchemes.h"
 #include "State/AppState.h"
+#include "Support/LongestWork.h"
 
-#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -36,8 +36,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
-#include <utility>
 
 using namespace wendlore;
 
@@ -90,8 +88,40 @@ void makeImage(const QString& name)
         qFatal("cannot write %s", qPrintable(name));
 }
 
+/// A page of 200 times 200 inches, all red.
+QByteArray hugePage()
+{
+    return "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+           "2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj\n"
+           "3 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 14400 14400]/Contents 4 0 R>>endobj\n"
+           "4 0 obj<</Length 32>>stream\n1 0 0 rg 0 0 14400 14400 re f   \nendstream endobj\n"
+           "trailer<</Root 1 0 R>>\n%%EOF\n";
+}
+
+/// A picture of 100 megapixels in a page: more than a page ever shows of it.
+void makeHugePicture(const QString& name)
+{
+    constexpr int side = 10'000;
+    const QByteArray pixels = qCompress(QByteArray("\xff\0\0", 3).repeated(qsizetype(side) * side), 1).mid(4);
+    const QByteArray size = QByteArray::number(side);
+    write(name,
+          "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+          "2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj\n"
+          "3 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 600]/Contents 4 0 R/Resources<</XObject<</P 5 0 "
+          "R>>>>>>endobj\n4 0 obj<</Length 30>>stream\nq 600 0 0 600 0 0 cm /P Do Q  \nendstream endobj\n"
+          "5 0 obj<</Type/XObject/Subtype/Image/Width " +
+              size + "/Height " + size +
+              "/BitsPerComponent 8/ColorSpace/DeviceRGB/Filter/FlateDecode/Length " +
+              QByteArray::number(pixels.size()) + ">>stream\n" + pixels +
+              "\nendstream endobj\ntrailer<</Root 1 0 R>>\n%%EOF\n");
+}
+
 int makeFiles(const QString& folder)
 {
+    write(folder + QStringLiteral("/stor-sida.pdf"), hugePage());
+    makeHugePicture(folder + QStringLiteral("/stor-bild.pdf"));
+    write(folder + QStringLiteral("/tabell.csv"),
+          QByteArray("2024-05-17;Anna Berg;12,50;Kontorsmateriel och porto\n").repeated(100'000));
     makePdf(folder + QStringLiteral("/sidor.pdf"));
     makeImage(folder + QStringLiteral("/bild.jpg"));
     write(folder + QStringLiteral("/sida.html"),
@@ -194,38 +224,6 @@ bool waitUntil(Condition isDone)
     return time.elapsed() <= patience;
 }
 
-/// The processor's time that this thread has taken, in milliseconds.
-double ownTime()
-{
-    timespec time = {};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
-}
-
-/// The longest that the event loop worked on without looking for new events.
-class LongestWork final : public QObject
-{
-public:
-    LongestWork()
-    {
-        // Which of the two comes before the work differs between the event loops that there are.
-        auto* dispatcher = QAbstractEventDispatcher::instance();
-        connect(dispatcher, &QAbstractEventDispatcher::awake, this, &LongestWork::end);
-        connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, &LongestWork::end);
-    }
-
-    void end()
-    {
-        const double now = ownTime();
-        m_longest = std::max(m_longest, now - std::exchange(m_start, now));
-    }
-    [[nodiscard]] double milliseconds() const { return m_longest; }
-
-private:
-    double m_start = ownTime();
-    double m_longest = 0;
-};
-
 void startTheEngine(QWebEngineView& view)
 {
     bool isLoaded = false;
@@ -257,7 +255,7 @@ int main(int argc, char** argv)
         return makeFiles(arguments.value(2));
     const bool isOurs = arguments.value(1) == QStringLiteral("ours");
     const QString file = arguments.value(2);
-    const bool isLog = file.endsWith(QStringLiteral(".log"));
+    const bool isText = file.endsWith(QStringLiteral(".log")) || file.endsWith(QStringLiteral(".csv"));
     const bool isPage = file.endsWith(QStringLiteral(".html"));
 
     const QTemporaryDir home;
@@ -265,7 +263,7 @@ int main(int argc, char** argv)
     Desktop desktop({folder, folder, folder});
     AppState state(desktop.services());
     std::unique_ptr<QWebEngineView> engine;
-    if (isPage || (isLog && isOurs)) {
+    if (isPage || (isText && isOurs)) {
         engine = std::make_unique<QWebEngineView>();
         startTheEngine(*engine);
     }
@@ -283,7 +281,7 @@ int main(int argc, char** argv)
     time.start();
     window.layout()->addWidget(isOurs ? makeFileViewer(state, FileURL::file(file), &window) : bare(file));
     work.end();
-    const bool isShown = waitUntil([&] { return isLog ? hasFirstLines(window) : isRedInTheMiddle(window); });
+    const bool isShown = waitUntil([&] { return isText ? hasFirstLines(window) : isRedInTheMiddle(window); });
     if (!isShown)
         return 1;
     std::printf("%.1f %.1f\n", double(time.nsecsElapsed()) / 1e6, work.milliseconds());

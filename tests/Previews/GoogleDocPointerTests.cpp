@@ -1,7 +1,7 @@
 #include "Previews/GoogleDocPointer.h"
 
 #include "Fakes/Bucket.h"
-#include "Fakes/FakeDesktop.h"
+#include "Fakes/FakeServices.h"
 #include "Previews/OpenExternally.h"
 
 #include <QTest>
@@ -143,13 +143,15 @@ private Q_SLOTS:
     void aPointerOpensItsDocumentElseItselfInTheDesktop()
     {
         const Bucket bucket{{"A.gdoc", json("{'url': 'https://example.org/x'}")}, {"B.gdoc", "hej"}};
-        FakeWorkspace workspace;
+        FakeServices desktop;
 
-        openExternally(workspace, bucket.file(u"A.gdoc"_s));
-        openExternally(workspace, bucket.file(u"B.gdoc"_s));
+        openExternally(desktop.services(), bucket.file(u"A.gdoc"_s));
+        openExternally(desktop.services(), bucket.file(u"B.gdoc"_s));
+        QVERIFY2(desktop.workspace.addresses.isEmpty(), "the disk is not read on the window's thread");
+        desktop.scheduler.finishBackgroundWork();
 
-        QCOMPARE(workspace.addresses, QList{QUrl(u"https://example.org/x"_s)});
-        QCOMPARE(workspace.files, QList{bucket.file(u"B.gdoc"_s)});
+        QCOMPARE(desktop.workspace.addresses, QList{QUrl(u"https://example.org/x"_s)});
+        QCOMPARE(desktop.workspace.files, QList{bucket.file(u"B.gdoc"_s)});
     }
 
     void theSignInPagesAreKnownByTheirHost()

@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/ManualScheduler.h"
+#include "Support/DamagedFiles.h"
 #include "Support/Programs.h"
 
 #include <QSignalSpy>
@@ -46,6 +47,26 @@ class ImageAnimationTests final : public QObject
     }
 
 private Q_SLOTS:
+    // Before anything that starts threads.
+    void damagedFilesDoNoHarm_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char* name : {"a.gif", "a.webp"})
+            QTest::newRow(name) << QString::fromLatin1(name);
+    }
+
+    void damagedFilesDoNoHarm()
+    {
+        QFETCH(QString, name);
+        QVERIFY(survivesDamage(movingImage(m_bucket, name, 0), [](const QByteArray& bytes) {
+            if (!ImageFrames::areIn(bytes))
+                return;
+            ImageFrames frames(bytes);
+            for (int left = 5; left > 0 && frames.next(); --left) {
+            }
+        }));
+    }
+
     void imagesThatMoveAreKnown()
     {
         QVERIFY(ImageFrames::areIn(movingImage(m_bucket, u"a.gif"_s, 0)));

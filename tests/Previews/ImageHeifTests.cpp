@@ -8,6 +8,12 @@
 using namespace Qt::StringLiterals;
 using namespace wendlore;
 
+namespace {
+
+const QDeadlineTimer forever(QDeadlineTimer::Forever);
+
+} // namespace
+
 class ImageHeifTests final : public QObject
 {
     Q_OBJECT
@@ -33,21 +39,15 @@ private Q_SLOTS:
 
     void aPhotographIsDecoded()
     {
-        const QImage image = decodeHeif(m_photograph, 1 << 20);
+        const QImage image = decodeHeif(m_photograph, 1 << 20, forever);
         QCOMPARE(image.size(), QSize(200, 100));
         QVERIFY(image.pixelColor(100, 50).green() > 100);
+        QVERIFY(decodeHeif(m_photograph, 1000, forever).isNull());
     }
 
-    void oneThatTakesMoreThanTheLimitIsNot()
+    void oneThatTakesMoreThanTheTimeIsNot()
     {
-        QVERIFY(decodeHeif(m_photograph, 200 * 100 * 4 - 1).isNull());
-        QVERIFY(!decodeHeif(m_photograph, 200 * 100 * 4).isNull());
-    }
-
-    void aCutOffOneIsNone()
-    {
-        for (const int size : {0, 12, 40, int(m_photograph.size()) / 2})
-            QVERIFY(decodeHeif(m_photograph.left(size), 1 << 20).isNull());
+        QVERIFY(decodeHeif(m_photograph, 1 << 20, QDeadlineTimer(0)).isNull());
     }
 };
 

@@ -40,6 +40,17 @@ public:
         finish();
     }
     void finish() { services.scheduler.finishBackgroundWork(); }
+    /// The place in the view of a link of the first page that begins `top` points from the top left.
+    [[nodiscard]] QPoint placeOfLink(int top) const
+    {
+        const double scale = view->pages()->scale();
+        return (QPointF(PdfLayout::margin, PdfLayout::margin) + QPointF(150, top + 25) * scale).toPoint();
+    }
+    void clickLink(int top)
+    {
+        QTest::mouseClick(view->pages()->viewport(), Qt::LeftButton, {}, placeOfLink(top));
+        finish();
+    }
     [[nodiscard]] bool says(const QString& text) const
     {
         for (const QLabel* label : view->findChildren<QLabel*>()) {
@@ -215,6 +226,58 @@ private Q_SLOTS:
         viewed.finish();
         QVERIFY(viewed.view->pages()->selectedText().contains(u"Två"_s));
         QVERIFY(viewed.view->pages()->selectedText().contains(u"Tredje möte"_s));
+    }
+
+    void aLinkWithinTheDocumentLeadsToItsPlace()
+    {
+        Viewed viewed(pdfWithLinks("https://exempel.se/"));
+        PDFKitView& pages = *viewed.view->pages();
+
+        viewed.clickLink(292);
+
+        QCOMPARE(pages.currentPage(), 1);
+        QVERIFY(viewed.services.workspace.addresses.isEmpty());
+    }
+
+    void aLinkOutOfTheDocumentIsOpenedWhereItBelongs_data()
+    {
+        QTest::addColumn<QByteArray>("address");
+        QTest::addColumn<QUrl>("opened");
+        QTest::addColumn<bool>("opensFile");
+        QTest::newRow("the web") << QByteArray("https://exempel.se/a?b=c")
+                                 << QUrl(u"https://exempel.se/a?b=c"_s) << false;
+        QTest::newRow("mail") << QByteArray("mailto:anna@exempel.se") << QUrl(u"mailto:anna@exempel.se"_s)
+                              << false;
+        QTest::newRow("a file beside") << QByteArray("B.md") << QUrl() << true;
+        QTest::newRow("a program") << QByteArray("ssh:exempel.se") << QUrl() << false;
+        QTest::newRow("script") << QByteArray("javascript:alert\\(1\\)") << QUrl() << false;
+    }
+
+    void aLinkOutOfTheDocumentIsOpenedWhereItBelongs()
+    {
+        QFETCH(QByteArray, address);
+        QFETCH(QUrl, opened);
+        QFETCH(bool, opensFile);
+        Viewed viewed(pdfWithLinks(address));
+        viewed.bucket.write(u"B.md"_s, "hej");
+        viewed.state.addVault(viewed.bucket.root());
+
+        viewed.clickLink(92);
+        QCoreApplication::processEvents();
+
+        QCOMPARE(viewed.services.workspace.addresses, opened.isEmpty() ? QList<QUrl>() : QList{opened});
+        QCOMPARE(viewed.state.selectedFile() == viewed.bucket.file(u"B.md"_s), opensFile);
+    }
+
+    void thePointerShowsALink()
+    {
+        Viewed viewed(pdfWithLinks("https://exempel.se/"));
+        QWidget* paper = viewed.view->pages()->viewport();
+        QTest::mouseMove(paper, viewed.placeOfLink(92));
+        QTRY_COMPARE(paper->cursor().shape(), Qt::PointingHandCursor);
+        QCOMPARE(paper->toolTip(), u"https://exempel.se/"_s);
+        QTest::mouseMove(paper, {5, 5});
+        QTRY_COMPARE(paper->cursor().shape(), Qt::IBeamCursor);
     }
 
     void thePagesOfAViewerThatIsGoneAreDropped()

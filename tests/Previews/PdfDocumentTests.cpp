@@ -1,10 +1,9 @@
 #include "Previews/PdfDocument.h"
 
 #include "Fakes/Bucket.h"
-#include "Support/DamagedFiles.h"
 #include "Support/PdfFiles.h"
-#include "Support/Programs.h"
 
+#include <QElapsedTimer>
 #include <QtConcurrent>
 #include <QTest>
 
@@ -13,47 +12,50 @@ using namespace wendlore;
 
 using State = PdfDocument::State;
 
+namespace {
+
+/// A document with one page of that size in points, on which `content` draws.
+QByteArray pdfWithPage(const QByteArray& size, const QByteArray& content, const QByteArray& more = {})
+{
+    return "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+           "2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj\n"
+           "3 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 " +
+           size + "]/Contents 4 0 R/Resources<</XObject<</P 5 0 R>>>>>>endobj\n4 0 obj<</Length " +
+           QByteArray::number(content.size()) + ">>stream\n" + content + "\nendstream endobj\n" + more +
+           "\ntrailer<</Root 1 0 R>>\n%%EOF\n";
+}
+
+/// The picture that the pages above may draw: all of one colour, and as large as a few bytes can say.
+QByteArray hugePicture(int side)
+{
+    const QByteArray bytes = QByteArray::number(side);
+    return "5 0 obj<</Type/XObject/Subtype/Image/Width " + bytes + "/Height " + bytes +
+           "/BitsPerComponent 8/ColorSpace/DeviceRGB/Filter/FlateDecode/Length 8>>stream\n" +
+           QByteArray::fromHex("789c030000000001") + "\nendstream endobj\n";
+}
+
+} // namespace
+
 class PdfDocumentTests final : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    // The first of all: a copied process has none of the threads that drawing starts, and would wait for
-    // them.
-    void damagedFilesDoNoHarm()
-    {
-        QVERIFY(survivesDamage(pdfOf({u"Ett\nmöte"_s, u"Två"_s}), [](const QByteArray& bytes) {
-            PdfDocument document;
-            if (document.open(bytes, {}) != State::ready)
-                return;
-            static_cast<void>(document.pageSizes());
-            static_cast<void>(document.render(0, {100, 140}, {0, 0, 100, 140}));
-            static_cast<void>(document.find(0, u"möte"_s));
-        }));
-    }
-
-    void aDocumentIsOpened()
+    void aDocumentIsOpenedAndDrawn()
     {
         PdfDocument document;
-        QCOMPARE(document.open(pdfOf({u"Ett"_s, u"Två"_s}), {}), State::ready);
-        const QList<QSizeF> sizes = document.pageSizes();
-        QCOMPARE(sizes.size(), 2);
-        QVERIFY(std::abs(sizes.first().width() - 595) < 1 && std::abs(sizes.first().height() - 842) < 1);
-    }
+        QCOMPARE(document.open(pdfOf({u"Ett möte"_s, u"Två"_s}), {}), State::ready);
+        QCOMPARE(document.pageSizes().size(), 2);
 
-    void whatIsNoDocumentIsDamaged_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("nothing") << QByteArray();
-        QTest::newRow("text") << QByteArray("hej");
-        QTest::newRow("a beginning") << pdfOf({u"Ett"_s}).left(200);
-    }
+        const QImage page = document.render(0, {595, 842}, {0, 0, 595, 842});
 
-    void whatIsNoDocumentIsDamaged()
-    {
-        QFETCH(QByteArray, bytes);
-        PdfDocument document;
-        QCOMPARE(document.open(bytes, {}), State::damaged);
+        QCOMPARE(page.size(), QSize(595, 842));
+        QCOMPARE(page.pixelColor(5, 5), QColor(Qt::white));
+        QVERIFY(document.text(0).text.contains(u"Ett möte"_s));
+        QCOMPARE(document.find(0, u"MÖTE"_s).size(), 1);
+        QString text;
+        QCOMPARE(document.textBetween({0, {0, 0}}, {1, {500, 800}}, &text).size(), 2);
+        QVERIFY(text.contains(u"Två"_s));
     }
 
     void aFileIsOpenedWhereItLies()
@@ -64,99 +66,7 @@ private Q_SLOTS:
         QCOMPARE(document.open(bucket.file(u"A.pdf"_s), {}), State::ready);
         QCOMPARE(document.pageSizes().size(), 1);
         QCOMPARE(document.open(bucket.file(u"Borta.pdf"_s), {}), State::damaged);
-    }
-
-    void aLockedDocumentWantsItsPassword()
-    {
-        const Bucket bucket;
-        bucket.write(u"A.pdf"_s, pdfOf({u"Hemligt"_s}));
-        runProgram(u"qpdf"_s, {u"--encrypt"_s, u"sesam"_s, u"ägare"_s, u"256"_s, u"--"_s,
-                               bucket.file(u"A.pdf"_s).path(), bucket.file(u"B.pdf"_s).path()});
-        const QByteArray locked = bucket.read(u"B.pdf"_s);
-        PdfDocument document;
-
-        QCOMPARE(document.open(locked, {}), State::locked);
-        QCOMPARE(document.open(locked, u"fel"_s), State::locked);
-        QCOMPARE(document.open(locked, u"sesam"_s), State::ready);
-        QVERIFY(document.text(0).text.contains(u"Hemligt"_s));
-    }
-
-    void pagesAreDrawnOnPaper()
-    {
-        PdfDocument document;
-        QCOMPARE(document.open(pdfOf({u"Svart"_s}), {}), State::ready);
-
-        const QImage whole = document.render(0, {595, 842}, {0, 0, 595, 842});
-
-        QCOMPARE(whole.size(), QSize(595, 842));
-        QCOMPARE(whole.pixelColor(5, 5), QColor(Qt::white));
-        int dark = 0;
-        for (int x = 60; x < 200; ++x) {
-            for (int y = 40; y < 80; ++y)
-                dark += whole.pixelColor(x, y).lightness() < 100;
-        }
-        QVERIFY(dark > 50);
-    }
-
-    void aPartIsThatPartOfTheWhole()
-    {
-        PdfDocument document;
-        QCOMPARE(document.open(pdfOf({u"MMMMMMMMMM"_s}), {}), State::ready);
-        const QSize size(1190, 1684);
-        const QRect part(100, 60, 300, 120);
-
-        const QImage whole = document.render(0, size, {QPoint(), size}).copy(part);
-        const QImage alone = document.render(0, size, part);
-
-        QCOMPARE(alone.size(), part.size());
-        qint64 difference = 0;
-        qint64 ink = 0;
-        for (int y = 0; y < part.height(); ++y) {
-            for (int x = 0; x < part.width(); ++x) {
-                difference +=
-                    std::abs(whole.pixelColor(x, y).lightness() - alone.pixelColor(x, y).lightness());
-                ink += 255 - whole.pixelColor(x, y).lightness();
-            }
-        }
-        QVERIFY(ink > 0);
-        QVERIFY2(difference < ink / 4, "the part shows what the whole shows there");
-    }
-
-    void wordsAreFoundWhateverTheirCaseAndLines()
-    {
-        PdfDocument document;
-        QCOMPARE(document.open(pdfOf({u"Ett möte om\nbudgeten, och ett MÖTE till"_s, u"ingenting"_s}), {}),
-                 State::ready);
-        QCOMPARE(document.find(0, u"möte"_s).size(), 2);
-        QCOMPARE(document.find(0, u"om budgeten"_s).size(), 1);
-        QVERIFY(document.find(0, u"saknas"_s).isEmpty());
-        QVERIFY(document.find(1, u"möte"_s).isEmpty());
-        QVERIFY(document.find(0, u"("_s).isEmpty());
-        const PdfMatch first = document.find(0, u"möte"_s).first();
-        QCOMPARE(first.page, 0);
-        QVERIFY(!first.areas.isEmpty());
-        QVERIFY(QRectF(60, 40, 300, 60).contains(first.areas.first()));
-    }
-
-    void textIsSelectedOverPages()
-    {
-        PdfDocument document;
-        QCOMPARE(document.open(pdfOf({u"Första raden\nAndra raden"_s, u"Mitten"_s, u"Sista sidan"_s}), {}),
-                 State::ready);
-        QString text;
-        QCOMPARE(document.textBetween({2, {500, 800}}, {0, {0, 0}}, &text).size(), 3);
-        for (const QString& part : {u"Första raden"_s, u"Andra raden"_s, u"Mitten"_s, u"Sista sida"_s})
-            QVERIFY2(text.contains(part), qPrintable(text));
-    }
-
-    void aPointBesideALineBelongsToIt()
-    {
-        const QList<QRectF> lines{{100, 100, 200, 20}, {100, 140, 50, 20}};
-        QCOMPARE(nearestPoint(lines, {20, 110}).y(), 110.0);
-        QVERIFY(lines[0].contains(nearestPoint(lines, {20, 110})));
-        QVERIFY(lines[1].contains(nearestPoint(lines, {290, 150})));
-        QVERIFY(lines[1].contains(nearestPoint(lines, {120, 900})));
-        QCOMPARE(nearestPoint({}, {3, 4}), QPointF(3, 4));
+        QVERIFY(document.pageSizes().isEmpty());
     }
 
     void severalThreadsTakeTurns()
@@ -170,6 +80,52 @@ private Q_SLOTS:
             return document.render(page, {60, 80}, {0, 0, 60, 80}).size();
         });
         QCOMPARE(sizes, QList<QSize>(60, QSize(60, 80)));
+    }
+
+    void aDrawingThatTakesTooMuchMemoryFailsAlone()
+    {
+        PdfDocument document;
+        QCOMPARE(document.open(pdfOf({u"Ett"_s}), {}), State::ready);
+        QVERIFY(document.render(0, {60'000, 60'000}, {0, 0, 60'000, 60'000}).isNull());
+        QCOMPARE(document.render(0, {60, 80}, {0, 0, 60, 80}).size(), QSize(60, 80));
+    }
+
+    void aHugePageIsDrawn()
+    {
+        PdfDocument document;
+        QCOMPARE(document.open(pdfWithPage("14400 14400", "1 0 0 rg 0 0 14400 14400 re f"), {}),
+                 State::ready);
+        QCOMPARE(document.render(0, {800, 800}, {0, 0, 800, 800}).pixelColor(400, 400), QColor(Qt::red));
+        // Closely: a part of a page of 200 times 200 inches.
+        const QRect part(100'000, 100'000, 500, 500);
+        QCOMPARE(document.render(0, {230'400, 230'400}, part).pixelColor(250, 250), QColor(Qt::red));
+    }
+
+    void aHugePictureHarmsOnlyItsPage()
+    {
+        PdfDocument document;
+        QCOMPARE(
+            document.open(pdfWithPage("600 600", "q 600 0 0 600 0 0 cm /P Do Q", hugePicture(60'000)), {}),
+            State::ready);
+        static_cast<void>(document.render(0, {600, 600}, {0, 0, 600, 600}));
+        QCOMPARE(document.open(pdfOf({u"Ett"_s}), {}), State::ready);
+    }
+
+    void aClosedDocumentAnswersNoMore()
+    {
+        PdfDocument document;
+        QCOMPARE(document.open(pdfOf({u"Ett"_s}), {}), State::ready);
+        // A page that takes much longer than anybody waits.
+        QByteArray content;
+        for (int i = 0; i < 300'000; ++i)
+            content += "0 0 m 600 600 100 " + QByteArray::number(i % 600) + " 50 60 c S\n";
+        QCOMPARE(document.open(pdfWithPage("600 600", content), {}), State::ready);
+        const auto drawn = QtConcurrent::run([&document] {
+            return document.render(0, {2400, 2400}, {0, 0, 2400, 2400}).isNull();
+        });
+        document.close();
+        QVERIFY(drawn.result());
+        QVERIFY(document.render(0, {60, 80}, {0, 0, 60, 80}).isNull());
     }
 };
 

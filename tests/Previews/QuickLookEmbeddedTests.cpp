@@ -39,12 +39,38 @@ private Q_SLOTS:
         }
     }
 
+    void thePagesInADocumentAreShown()
+    {
+        const Bucket bucket;
+        const QuickLookCache cache(bucket.folder(u"cache"_s));
+        bucket.write(u"Paket.pages/QuickLook/Preview.pdf"_s, "sidor");
+        runProgram(u"tar"_s, {u"-cf"_s, bucket.file(u"a.key"_s).path(), u"-C"_s,
+                              bucket.folder(u"Paket.pages"_s).path(), u"QuickLook/Preview.pdf"_s});
+        bucket.write(u"a.docx"_s, bucket.read(u"a.key"_s));
+
+        const auto ofPackage = embeddedPages(bucket.file(u"Paket.pages"_s), QuickLookLimits(), cache);
+        const auto ofFile = embeddedPages(bucket.file(u"a.key"_s), QuickLookLimits(), cache);
+
+        QCOMPARE(ofPackage->file, bucket.file(u"Paket.pages/QuickLook/Preview.pdf"_s));
+        QVERIFY(ofFile);
+        QFile pages(ofFile->file.path());
+        QVERIFY(pages.open(QIODevice::ReadOnly));
+        QCOMPARE(pages.readAll(), QByteArray("sidor"));
+        QVERIFY(!embeddedPages(bucket.file(u"a.docx"_s), QuickLookLimits(), cache));
+        const QuickLookLimits stopped;
+        stopped.stop();
+        QVERIFY2(embeddedPages(bucket.file(u"a.key"_s), stopped, cache), "they are kept");
+    }
+
     void withoutAPictureThereIsNone()
     {
         const Bucket bucket{{"a.pages", "inget"}, {"b.pages/Index.zip", "1"}};
 
         QVERIFY(!embeddedPreview(bucket.file(u"a.pages"_s), QuickLookLimits()));
         QVERIFY(!embeddedPreview(bucket.file(u"b.pages"_s), QuickLookLimits()));
+        const QuickLookCache cache(bucket.folder(u"cache"_s));
+        for (const auto& name : {u"a.pages"_s, u"b.pages"_s})
+            QVERIFY(!embeddedPages(bucket.file(name), QuickLookLimits(), cache));
     }
 
     void aPackageIsAListOfItsFiles()

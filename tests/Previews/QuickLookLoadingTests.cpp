@@ -84,12 +84,18 @@ private Q_SLOTS:
         QVERIFY(std::holds_alternative<QuickLookCard>(load(bucket.file(name))));
     }
 
-    void aPackageIsShownByItsPictureOrItsFiles()
+    void aPackageIsShownByItsPagesItsPictureOrItsFiles()
     {
-        const Bucket bucket{{"a.pages/preview.jpg", "bild"}, {"b.rtfd/TXT.rtf", "text"}};
+        const Bucket bucket{{"a.pages/preview.jpg", "bild"},
+                            {"b.rtfd/TXT.rtf", "text"},
+                            {"c.key/QuickLook/Preview.pdf", "sidor"},
+                            {"c.key/preview.jpg", "bild"}};
 
         QVERIFY(bodyOf(load(bucket.file(u"a.pages"_s))).contains("<img src=\"r/bild\""));
         QVERIFY(bodyOf(load(bucket.file(u"b.rtfd"_s))).contains("<td>TXT.rtf</td>"));
+        const auto pages = load(bucket.file(u"c.key"_s));
+        QVERIFY(std::holds_alternative<QuickLookPdf>(pages));
+        QCOMPARE(std::get<QuickLookPdf>(pages).file, bucket.file(u"c.key/QuickLook/Preview.pdf"_s));
     }
 
     void whatIsNoLongerWantedIsNotRead()

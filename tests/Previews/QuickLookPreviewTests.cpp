@@ -18,6 +18,28 @@ using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
+namespace {
+
+/// A preview without a file yet; nothing is loaded until the test says so.
+class Previewed final
+{
+public:
+    Previewed()
+        : state(services.services())
+        , preview(state)
+        , shown(&preview, &QuickLookPreview::contentShown)
+    {}
+
+    void finish() { services.scheduler.finishBackgroundWork(); }
+
+    FakeServices services;
+    AppState state;
+    QuickLookPreview preview;
+    QSignalSpy shown;
+};
+
+} // namespace
+
 class QuickLookPreviewTests final : public QObject
 {
     Q_OBJECT
@@ -29,19 +51,16 @@ private Q_SLOTS:
     {
         const Bucket bucket;
         bucket.write(u"a.bin"_s, QByteArray("\0\1", 2));
-        FakeServices services;
-        AppState state(services.services());
-        QuickLookPreview preview(state);
-        const QSignalSpy shown(&preview, &QuickLookPreview::contentShown);
+        Previewed it;
 
-        preview.setItem(bucket.file(u"a.bin"_s));
-        services.scheduler.finishBackgroundWork();
+        it.preview.setItem(bucket.file(u"a.bin"_s));
+        it.finish();
 
-        QCOMPARE(shown.count(), 0);
-        auto* card = preview.findChild<FileCard*>();
+        QCOMPARE(it.shown.count(), 0);
+        auto* card = it.preview.findChild<FileCard*>();
         QVERIFY(card);
         QTest::mouseClick(card->findChild<QPushButton*>(), Qt::LeftButton);
-        QCOMPARE(services.workspace.files, QList{bucket.file(u"a.bin"_s)});
+        QCOMPARE(it.services.workspace.files, QList{bucket.file(u"a.bin"_s)});
     }
 
     void aDocumentThatWasConvertedBeforeIsShownAsItsPages()
@@ -50,16 +69,13 @@ private Q_SLOTS:
         qputenv("XDG_CACHE_HOME", bucket.folder(u"cache"_s).bytes());
         const QuickLookCache cache;
         QVERIFY(cache.keep(cache.placeOf(bucket.file(u"a.docx"_s), u"pdf"_s), pdfOf({u"Ett"_s, u"Två"_s})));
-        FakeServices services;
-        AppState state(services.services());
-        QuickLookPreview preview(state);
-        const QSignalSpy shown(&preview, &QuickLookPreview::contentShown);
+        Previewed it;
 
-        preview.setItem(bucket.file(u"a.docx"_s));
-        services.scheduler.finishBackgroundWork();
+        it.preview.setItem(bucket.file(u"a.docx"_s));
+        it.finish();
 
-        QCOMPARE(shown.count(), 1);
-        auto* pages = preview.findChild<PDFKitView*>();
+        QCOMPARE(it.shown.count(), 1);
+        auto* pages = it.preview.findChild<PDFKitView*>();
         QVERIFY(pages);
         QCOMPARE(pages->pageCount(), 2);
         QCOMPARE(pages->accessibleName(), u"a.docx"_s);
@@ -70,15 +86,13 @@ private Q_SLOTS:
         const Bucket bucket{{"a.rtf", "{\\rtf1 a}"}};
         const QByteArray path = qgetenv("PATH");
         qputenv("PATH", bucket.root().bytes());
-        FakeServices services;
-        AppState state(services.services());
-        QuickLookPreview preview(state);
+        Previewed it;
 
-        preview.setItem(bucket.file(u"a.rtf"_s));
-        services.scheduler.finishBackgroundWork();
+        it.preview.setItem(bucket.file(u"a.rtf"_s));
+        it.finish();
         qputenv("PATH", path);
 
-        const auto labels = preview.findChild<FileCard*>()->findChildren<QLabel*>();
+        const auto labels = it.preview.findChild<FileCard*>()->findChildren<QLabel*>();
         QVERIFY(std::ranges::any_of(labels, [](const QLabel* label) {
             return label->text().endsWith(u"Installera LibreOffice för att se dokumentet här."_s);
         }));
@@ -87,17 +101,15 @@ private Q_SLOTS:
     void closingDropsTheWork()
     {
         const Bucket bucket{{"a.json", "1"}};
-        FakeServices services;
-        AppState state(services.services());
-        QuickLookPreview preview(state);
+        Previewed it;
 
-        preview.setItem(bucket.file(u"a.json"_s));
-        QVERIFY(preview.hasItem());
-        preview.close();
-        services.scheduler.finishBackgroundWork();
+        it.preview.setItem(bucket.file(u"a.json"_s));
+        QVERIFY(it.preview.hasItem());
+        it.preview.close();
+        it.finish();
 
-        QVERIFY(!preview.hasItem());
-        QVERIFY(preview.findChildren<QWidget*>().isEmpty());
+        QVERIFY(!it.preview.hasItem());
+        QVERIFY(it.preview.findChildren<QWidget*>().isEmpty());
     }
 };
 

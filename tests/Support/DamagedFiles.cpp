@@ -13,6 +13,7 @@ namespace wendlore {
 namespace {
 
 constexpr rlim_t memoryLimit = 4'000'000'000;
+constexpr rlim_t fileLimit = 64'000'000;
 constexpr int changesAtMost = 20;
 
 QByteArray damaged(QByteArray bytes, QRandomGenerator& random)
@@ -32,6 +33,8 @@ bool survivesDamage(const QByteArray& file, const std::function<void(const QByte
     const ChildResult child = ChildProcess::run([&] {
         const rlimit memory{memoryLimit, memoryLimit};
         ::setrlimit(RLIMIT_AS, &memory);
+        const rlimit size{fileLimit, fileLimit};
+        ::setrlimit(RLIMIT_FSIZE, &size);
         ::alarm(isLong ? 600 : 60);
         std::fclose(stderr); // decoders complain there
         QRandomGenerator random(11);

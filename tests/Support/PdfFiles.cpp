@@ -35,4 +35,19 @@ QByteArray pdfOf(const QStringList& pages)
     return bytes;
 }
 
+QByteArray pdfWithLinks(const QByteArray& address)
+{
+    const QByteArray page = "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]";
+    return "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+           "2 0 obj<</Type/Pages/Kids[3 0 R 4 0 R]/Count 2>>endobj\n"
+           "3 0 obj" +
+           page + "/Annots[5 0 R 6 0 R]>>endobj\n4 0 obj" + page +
+           ">>endobj\n"
+           "5 0 obj<</Type/Annot/Subtype/Link/Rect[100 700 300 750]/A<</S/URI/URI(" +
+           address +
+           ")>>>>endobj\n"
+           "6 0 obj<</Type/Annot/Subtype/Link/Rect[100 500 300 550]/Dest[4 0 R/XYZ 0 400 0]>>endobj\n"
+           "trailer<</Root 1 0 R>>\n%%EOF\n";
+}
+
 } // namespace wendlore

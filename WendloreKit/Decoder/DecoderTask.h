@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDataStream>
+#include <QIODevice>
+
+namespace wendlore {
+
+/// What a decoder can be asked for. The question begins with the task; what follows it, and what the answer
+/// holds, stands beside each.
+enum class DecoderTask : quint8 {
+    openPdf,       ///< password; gives the state and the pages' sizes
+    drawPage,      ///< page, size of the whole page, part of it; gives a picture
+    textOfPage,    ///< page; gives a PdfText
+    textBetween,   ///< two points; gives the text and its places
+    findText,      ///< page, words; gives the places
+    linksOfPage,   ///< page; gives the links
+    decodePicture, ///< the most bytes that the picture may take; gives a picture
+};
+
+/// `values` as they are sent: a question when the first of them is its task, or an answer.
+template <typename... Values>
+[[nodiscard]] QByteArray decoderValues(const Values&... values)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    (stream << ... << values);
+    return bytes;
+}
+
+/// Reads the values of an answer; false when it does not hold them.
+template <typename... Values>
+[[nodiscard]] bool readAnswer(const QByteArray& answer, Values&... values)
+{
+    QDataStream stream(answer);
+    (stream >> ... >> values);
+    return stream.status() == QDataStream::Ok;
+}
+
+} // namespace wendlore

@@ -1,0 +1,56 @@
+// Reads one file that nobody has to trust, in a process of its own: what goes wrong here, or takes too long,
+// harms nothing else. The program starts it with the connection as standard input and the file beside it,
+// asks, and ends it.
+
+#include "Decoder/DecoderAnswers.h"
+#include "Decoder/DecoderProcessLimits.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+using namespace wendlore;
+
+namespace {
+
+void limitTo(__rlimit_resource resource, rlim_t most)
+{
+    const rlimit limit{most, most};
+    ::setrlimit(resource, &limit);
+}
+
+/// Nothing is written, no program started, and no memory taken beyond what a large file needs.
+void confine()
+{
+    limitTo(RLIMIT_AS, decoder::mostMemory);
+    limitTo(RLIMIT_FSIZE, 0);
+    limitTo(RLIMIT_CORE, 0);
+    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    confine();
+    const QCoreApplication application(argc, argv);
+    QFile file;
+    if (!file.open(decoder::fileDescriptor, QIODevice::ReadOnly))
+        return 1;
+    const uchar* bytes = file.map(0, file.size());
+    DecoderAnswers answers(bytes ? QByteArray::fromRawData(reinterpret_cast<const char*>(bytes), file.size())
+                                 : QByteArray());
+    DecoderWire wire(STDIN_FILENO);
+    while (const auto question = wire.receive()) {
+        // Should the program be gone that would end it.
+        ::alarm(decoder::mostSeconds);
+        const bool isSent = wire.send(answers.to(question->values));
+        ::alarm(0);
+        if (!isSent)
+            break;
+    }
+    return 0;
+}
