@@ -1,11 +1,9 @@
 #include "Previews/ImageHeif.h"
 
-#include "Fakes/Bucket.h"
-#include "Support/Programs.h"
+#include "Support/Photograph.h"
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
 using namespace wendlore;
 
 namespace {
@@ -18,16 +16,10 @@ class ImageHeifTests final : public QObject
 {
     Q_OBJECT
 
-    Bucket m_bucket;
     QByteArray m_photograph;
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        runProgram(u"convert"_s,
-                   {u"-size"_s, u"200x100"_s, u"xc:green"_s, m_bucket.file(u"a.heic"_s).path()});
-        m_photograph = m_bucket.read(u"a.heic"_s);
-    }
+    void initTestCase() { m_photograph = heicPhotograph(); }
 
     void itIsKnownByItsBeginning()
     {
