@@ -12,6 +12,14 @@ namespace wendlore {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Keeps the page busy with every key: the engine gives a page no key before it has answered the one before.
+const QString busyScript =
+    u"addEventListener('keydown', () => { for (const end = performance.now() + 10; performance.now() < end;); })"_s;
+
+} // namespace
+
 class WebEngineEditorViewTests final : public QObject
 {
     Q_OBJECT
@@ -22,6 +30,8 @@ private Q_SLOTS:
     void everyTextReachesThePageUnchanged();
     void editsBeforeANewContentCarryTheOldGeneration();
     void drainingWaitsForTypedKeys();
+    void keysStayInTheContentTheyWereTypedInto();
+    void aFenceThatIsLostIsNotWaitedForForever();
     void drainingWaitsForAPageThatIsJustReady();
     void drainingWithoutAPageEndsAtOnce();
     void aKilledPageIsReportedAndCanBeLoadedAgain();
@@ -96,6 +106,44 @@ void WebEngineEditorViewTests::drainingWaitsForTypedKeys()
     QCOMPARE(f.lastChange().first.size(), 15);
 }
 
+void WebEngineEditorViewTests::keysStayInTheContentTheyWereTypedInto()
+{
+    PageFixture f;
+    f.setContent(u"not 0\n"_s, 1);
+    f.type(u"-"_s);
+    f.drain();
+    f.view.evaluate(busyScript);
+
+    for (EditorWebView::Generation note = 1; note <= 10; ++note) {
+        pressKeys(*f.view.widget()->focusProxy(), u"abcdefghij"_s);
+        f.view.evaluate(u"window.VaultEditor.setContent('not %1\\n')"_s.arg(note), note + 1);
+        f.view.evaluate(u"window.VaultEditor.focus()"_s);
+        f.drain();
+
+        QVERIFY2(f.lastChange().first.contains(u"abcdefghij"_s), qPrintable(f.lastChange().first));
+        QCOMPARE(f.lastChange().second, note);
+        QCOMPARE(f.value(u"document.querySelector('.ProseMirror').textContent"_s).toString(),
+                 u"not %1"_s.arg(note));
+    }
+}
+
+void WebEngineEditorViewTests::aFenceThatIsLostIsNotWaitedForForever()
+{
+    PageFixture f;
+    f.setContent(u"text\n"_s, 1);
+    static_cast<void>(
+        f.value(u"document.body.append(document.createElement('iframe')), frames[0].focus()"_s));
+    pressKeys(*f.view.widget()->focusProxy(), u"elsewhere"_s);
+
+    f.drain();
+
+    QVERIFY(!f.has(u"changed"_s));
+    static_cast<void>(f.value(u"window.focus(), window.VaultEditor.focus()"_s));
+    f.type(u"abc"_s);
+    f.drain();
+    QCOMPARE(f.lastChange().first.size(), 8);
+}
+
 void WebEngineEditorViewTests::drainingWaitsForAPageThatIsJustReady()
 {
     WebEngineEditorView view;
@@ -164,7 +212,7 @@ void WebEngineEditorViewTests::thePageOffersOneWayToTheHost()
 
     QCOMPARE(f.value(u"Object.keys(window.webkit.messageHandlers).join()"_s).toString(),
              u"ready,changed,edited,selection,openLink,noteNames,importImage"_s);
-    QCOMPARE(f.value(u"Object.keys(window.__host).join()"_s).toString(), u"show,drain"_s);
+    QCOMPARE(f.value(u"Object.keys(window.__host).join()"_s).toString(), u"after,show,drain"_s);
 }
 
 void WebEngineEditorViewTests::theContextMenuIsSwedish()

@@ -58,18 +58,10 @@ void EditingWindow::type(const QString& text)
     };
     QVERIFY(QTest::qWaitFor(isHeard, patience));
     pressKeys(*desktop.engine->widget()->focusProxy(), text);
-    m_typed = text.right(1);
 }
 
-/// A key can still wait in the engine for the one before it, and then the page does not know of it.
 void EditingWindow::drain()
 {
-    const auto isTypedHeard = [this] {
-        const QVariant last = value(u"window.lastKey"_s);
-        return m_typed.isEmpty() || !last.isValid() || last.toString() == m_typed;
-    };
-    QVERIFY(QTest::qWaitFor(isTypedHeard, patience));
-    m_typed.clear();
     bool isDone = false;
     state.editorController().drain([&isDone] { isDone = true; });
     QTRY_VERIFY_WITH_TIMEOUT(isDone, patience);

@@ -47,7 +47,6 @@ private:
     [[nodiscard]] QMessageBox* alertBox() const;
 
     QWidget m_other;
-    QString m_typed; ///< the last letter that the page may not know of yet
 };
 
 } // namespace wendlore

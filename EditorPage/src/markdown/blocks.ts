@@ -112,7 +112,7 @@ export class BlockReader {
     const start = this.start(item);
     if (first?.type !== 'paragraph') return this.container(item, nodes.list_item, { checked: null }, origin);
     const lone = item.checked === null && isLoneBox(first) ? this.slice(first) : null;
-    const checked = lone === null ? (item.checked ?? null) : lone !== '[ ]';
+    const checked = lone === null ? (item.checked ?? null) : !lone.startsWith('[ ]');
     this.depth += 1;
     const opening =
       lone === null ? this.paragraph(first, start, checked === null) : missingParagraph(this.end(first) - start);

@@ -111,6 +111,11 @@ export class SourceDocument {
     this.exchanged.record(nodesOf(gone), nodesOf(come));
   }
 
+  /** What stands for the blocks of an earlier state now that their labels are those of that state again. */
+  private rememberRead(found: readonly Entry[], read: readonly Entry[]) {
+    for (const [at, entry] of found.entries()) if (entry !== read[at]) this.remember(at, [entry], [read[at]!]);
+  }
+
   /** The document that the text says. */
   get doc(): Node {
     return this.root;
@@ -147,10 +152,11 @@ export class SourceDocument {
     const old = this.root;
     this.root = corrections.length > 0 ? rootOf(updated.note.entries) : next;
     // A corrected document may be one that there was before, with bytes of its own.
-    const { note, change } = (corrections.length > 0 && this.earlier(old, this.root)) || updated;
+    const { note, change, found } = (corrections.length > 0 && this.earlier(old, this.root)) || updated;
     this.note = note;
     this.uncorrected = corrections.length > 0 ? { doc: next, corrections } : null;
-    this.journal.record(before.entries, note.entries);
+    this.journal.record(before.entries, found ?? note.entries);
+    if (found) this.rememberRead(found, note.entries);
     return { change, corrections };
   }
 
@@ -172,7 +178,7 @@ export class SourceDocument {
     // Blocks that were unfolded since were read with the labels of now.
     const relabelled = note.entries.slice();
     const changed = relabel(relabelled, differingLabels(this.note.labels, note.labels), note.labels);
-    return { note: { ...note, entries: relabelled }, change, corrections: changed.map((at) => single(relabelled, at, at)) };
+    return { note: { ...note, entries: relabelled }, change, corrections: changed.map((at) => single(relabelled, at, at)), found: entries };
   }
 
   /**

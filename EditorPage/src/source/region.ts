@@ -1,7 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import type { Entry } from './entries';
 import { foldedEntry, isFolded, readFolded, sourceOf } from './folded';
-import { holds, isFoldedJointSafe, isRisky, merged, separations, type Joint } from './joins';
+import { holds, isFoldedJointSafe, isRisky, merged, separations, standingFirst, type Joint } from './joins';
 import { isBlank } from './normal';
 import { quickEntry } from './quick';
 import { withLineEnd } from './text';
@@ -121,6 +121,7 @@ export function settle(middle: readonly Entry[], around: Surrounding, writing: W
   const region: Region = { entries: [...middle], extraBefore: 0, extraAfter: 0 };
   drawInBefore(region, around);
   drawInAfter(region, around);
+  settleFirst(region, around, writing);
   let changes = 0;
   for (let index = 0; index < region.entries.length; index += 1) {
     const hasChanged = settleJoint(region, index, writing);
@@ -131,6 +132,14 @@ export function settle(middle: readonly Entry[], around: Surrounding, writing: W
     drawIn(region, around);
   }
   return region;
+}
+
+/** Looks at the first block of the note, if the region holds it. */
+function settleFirst({ entries, extraBefore }: Region, around: Surrounding, writing: Writing) {
+  const index = entries.findIndex(({ source }) => source !== '');
+  if (index < 0 || around.before(extraBefore + 1)) return;
+  const come = standingFirst(entries[index]!, writing, writing.lineEnd);
+  if (come) entries.splice(index, 1, ...come);
 }
 
 /** Draws a neighbour in when the outermost entry of the region is not what it was. */

@@ -45,6 +45,8 @@ export interface Updated {
   note: Note;
   change: TextChange | null;
   corrections: Correction[];
+  /** The entries of the earlier state that the note is in again, as they were then. */
+  found?: readonly Entry[];
 }
 
 const parsed = (entries: readonly Entry[]) => entries.map((entry) => entry.parsed);
