@@ -18,8 +18,10 @@ const NEAR = 1;
 const FAR = 3;
 /** So much is read at a time, in characters: a frame must not wait for more. */
 const STEP = 1_500;
-/** So many groups of blocks are folded at a time. */
-const FOLDED_AT_ONCE = 4;
+/** So many groups of blocks are folded at a time: everything is laid out anew each time. */
+const FOLDED_AT_ONCE = 24;
+/** Less than that is folded only when nobody has scrolled for so long; in milliseconds. */
+const REST = 300;
 /** However busy the page is, the next step waits no longer than this; in milliseconds. */
 const LONGEST_WAIT = 100;
 
@@ -45,9 +47,11 @@ export class Folding implements Watcher {
   #observer = new IntersectionObserver((entries) => this.#seen(entries), { rootMargin: `${NEAR * 100}% 0px` });
   #isStepDue = false;
   #isTidyingDue = false;
+  #scrolledAt = 0;
+  #rest = 0;
 
   constructor(private editor: Folded) {
-    window.addEventListener('scroll', () => this.#planTidying(), { passive: true });
+    window.addEventListener('scroll', () => this.#scrolled(), { passive: true });
   }
 
   come(space: FoldedBlock): void {
@@ -201,6 +205,13 @@ export class Folding implements Watcher {
     return dom instanceof Element ? dom.getBoundingClientRect() : null;
   }
 
+  #scrolled(): void {
+    this.#scrolledAt = performance.now();
+    this.#planTidying();
+    clearTimeout(this.#rest);
+    this.#rest = window.setTimeout(() => this.#planTidying(), REST);
+  }
+
   #planTidying(): void {
     if (this.#isTidyingDue) return;
     this.#isTidyingDue = true;
@@ -224,7 +235,8 @@ export class Folding implements Watcher {
       if (height !== null) far.push({ index, height });
       index += Math.max(1, size);
     }
-    if (far.length === 0) return;
+    const isAtRest = performance.now() - this.#scrolledAt >= REST;
+    if (far.length === 0 || (far.length < FOLDED_AT_ONCE && !isAtRest)) return;
     hold(view, () => this.editor.refold((source) => far.reverse().flatMap((group) => this.#fold(source, group)).reverse()), () => 0);
     if (far.length === FOLDED_AT_ONCE) this.#planTidying();
   }
