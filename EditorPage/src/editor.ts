@@ -263,12 +263,13 @@ export class NoteEditor implements Folded {
     const isRewritten = this.#takeTextSteps();
     const { change, corrections } = this.#apply(doc);
     if (isRewritten) this.#reporter.tellWhole(this.#source.text);
-    else if (change !== null) this.#reporter.tell(change, this.#source.text);
+    else if (change !== null) this.#reporter.tell(change, this.#source);
     return corrections;
   }
 
   /** Undoes or redoes what was changed in the source. What the document shows comes in step right after. */
   #takeTextSteps(): boolean {
+    if (this.#textSteps.length === 0) return false;
     const before = this.#source.text;
     for (const step of this.#textSteps.splice(0)) {
       const text = step.changed(this.#source.text);

@@ -3,6 +3,7 @@ import type { Entry } from './entries';
 import { foldedEntry, isFolded, readFolded, sourceOf } from './folded';
 import { holds, isFoldedJointSafe, isRisky, merged, separations, standingFirst, type Joint } from './joins';
 import { isBlank } from './normal';
+import { quickEntry } from './quick';
 import { withLineEnd } from './text';
 import { writeEntries, type Writing } from './writer';
 
@@ -29,6 +30,8 @@ export function draft(olds: readonly Entry[], next: readonly Node[], writing: Wr
     if (origin >= 0) return { entries: [{ ...olds[origin]!, node }], origin };
     if (isFolded(node)) return { entries: [foldedEntry(sourceOf(node), '', node)], origin };
     const model = modelFor(index, next.length, olds.length, kept);
+    const quick = model >= 0 ? quickEntry(olds[model]!, node, writing.lineEnd) : null;
+    if (quick) return { entries: [quick], origin: model };
     const known = isBlank(node) ? null : memory.recall(node);
     const entries = known ? [{ ...known, node }] : writeEntries(node, olds[model], writing);
     return { entries, origin: model };
