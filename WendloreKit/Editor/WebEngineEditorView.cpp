@@ -91,6 +91,11 @@ const QString bridgeScript = uR"JS((() => {
   }, true);
 })();)JS"_s.arg(fenceKeys);
 
+bool isLinkKey(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_K && event.modifiers() == Qt::ControlModifier;
+}
+
 } // namespace
 
 /// The one object that the page can reach, and the one thing that it can do.
@@ -259,14 +264,21 @@ int WebEngineEditorView::fence()
 bool WebEngineEditorView::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
-    case QEvent::ChildAdded: // the engine makes the widget that takes the page's input, and a new one for a
-                             // new process
+    case QEvent::ChildAdded:
+        // The engine makes the widget that takes the page's input, and another one for another process.
         static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
         break;
     case QEvent::KeyPress:
     case QEvent::InputMethod:
     case QEvent::MouseButtonPress:
         m_isInputAhead = true;
+        break;
+    case QEvent::ShortcutOverride:
+        // On X11 the engine would take it to delete the rest of the line.
+        if (isLinkKey(*static_cast<QKeyEvent*>(event))) {
+            event->ignore();
+            return true;
+        }
         break;
     default:
         break;
