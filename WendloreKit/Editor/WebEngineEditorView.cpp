@@ -91,6 +91,11 @@ const QString bridgeScript = uR"JS((() => {
   }, true);
 })();)JS"_s.arg(fenceKeys);
 
+bool isLinkKey(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_K && event.modifiers() == Qt::ControlModifier;
+}
+
 } // namespace
 
 /// The one object that the page can reach, and the one thing that it can do.
@@ -259,6 +264,11 @@ bool WebEngineEditorView::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress || event->type() == QEvent::InputMethod ||
         event->type() == QEvent::MouseButtonPress)
         m_isInputAhead = true;
+    // On X11 the engine would take it to delete the rest of the line.
+    if (event->type() == QEvent::ShortcutOverride && isLinkKey(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return true;
+    }
     return QObject::eventFilter(watched, event);
 }
 

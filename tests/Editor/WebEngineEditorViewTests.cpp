@@ -4,6 +4,8 @@
 #include "Support/PageFixture.h"
 
 #include <QMenu>
+#include <QShortcut>
+#include <QSignalSpy>
 #include <QWebEngineView>
 
 #include <csignal>
@@ -37,6 +39,7 @@ private Q_SLOTS:
     void aKilledPageIsReportedAndCanBeLoadedAgain();
     void aMissingPageIsReported();
     void thePageOffersOneWayToTheHost();
+    void theKeyForLinksIsTheWindows();
     void theContextMenuIsSwedish();
     void theViewMayGoBeforeItsWidgetAndAfter();
 };
@@ -213,6 +216,23 @@ void WebEngineEditorViewTests::thePageOffersOneWayToTheHost()
     QCOMPARE(f.value(u"Object.keys(window.webkit.messageHandlers).join()"_s).toString(),
              u"ready,changed,edited,selection,openLink,noteNames,importImage"_s);
     QCOMPARE(f.value(u"Object.keys(window.__host).join()"_s).toString(), u"after,show,drain"_s);
+}
+
+void WebEngineEditorViewTests::theKeyForLinksIsTheWindows()
+{
+    PageFixture f;
+    f.setContent(u"ett två\n"_s, 1);
+    QShortcut link(Qt::CTRL | Qt::Key_K, f.view.widget());
+    link.setContext(Qt::WidgetWithChildrenShortcut);
+    QSignalSpy asked(&link, &QShortcut::activated);
+    f.view.widget()->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(f.view.widget()));
+
+    QTest::keyClick(f.view.widget()->focusProxy(), Qt::Key_K, Qt::ControlModifier);
+
+    QTRY_COMPARE_WITH_TIMEOUT(asked.size(), 1, patience);
+    f.drain();
+    QVERIFY(!f.has(u"changed"_s));
 }
 
 void WebEngineEditorViewTests::theContextMenuIsSwedish()
