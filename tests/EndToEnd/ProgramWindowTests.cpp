@@ -58,6 +58,12 @@ struct Run final
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(rows.first()).center());
         return true;
     }
+    /// Opens the bucket and the note of that name; false when the page does not show `text`.
+    [[nodiscard]] bool opens(const Bucket& bucket, const QString& name, const QString& text)
+    {
+        state.addVault(bucket.root());
+        return clickNote(name) && shows(text);
+    }
     /// Clicks into the note's first block, goes to its end and types.
     void typeAtFirstBlocksEnd(const QString& text) const
     {
@@ -105,9 +111,7 @@ void ProgramWindowTests::typedWordsReachTheDiskAfterThePauseAndNothingElseChange
     bucket.write(u"Not.md"_s, "Början" + rest);
     RealDesktop desktop;
     Run run(desktop);
-    run.state.addVault(bucket.root());
-    QVERIFY(run.clickNote(u"Not"_s));
-    QVERIFY(run.shows(u"Början"_s));
+    QVERIFY(run.opens(bucket, u"Not"_s, u"Början"_s));
 
     run.typeAtFirstBlocksEnd(u" och mer"_s);
     QElapsedTimer sinceLastKey;
@@ -122,9 +126,7 @@ void ProgramWindowTests::switchingNotesWithinThePauseWritesEachItsOwn()
     const Bucket bucket({{"A.md", "första\n"}, {"B.md", "andra\n"}});
     RealDesktop desktop;
     Run run(desktop);
-    run.state.addVault(bucket.root());
-    QVERIFY(run.clickNote(u"A"_s));
-    QVERIFY(run.shows(u"första"_s));
+    QVERIFY(run.opens(bucket, u"A"_s, u"första"_s));
 
     run.typeAtFirstBlocksEnd(u" x"_s);
     QVERIFY(run.clickNote(u"B"_s));
@@ -138,11 +140,9 @@ void ProgramWindowTests::switchingNotesWithinThePauseWritesEachItsOwn()
 void ProgramWindowTests::undoLeavesANoteAloneThatIsNotShown()
 {
     const Bucket bucket({{"A.md", "text\n"}, {"B.csv", "a,b\n"}});
-    RealDesktop desktop;
+    RealDesktop desktop(Pauses::brief);
     Run run(desktop);
-    run.state.addVault(bucket.root());
-    QVERIFY(run.clickNote(u"A"_s));
-    QVERIFY(run.shows(u"text"_s));
+    QVERIFY(run.opens(bucket, u"A"_s, u"text"_s));
     run.typeAtFirstBlocksEnd(u" x"_s);
     QVERIFY(holds(bucket, u"A.md"_s, "text x\n"));
 
@@ -188,9 +188,7 @@ void ProgramWindowTests::closingTheWindowWritesTheLastKeys()
     const Bucket bucket({{"A.md", "text\n"}});
     RealDesktop desktop;
     Run run(desktop);
-    run.state.addVault(bucket.root());
-    QVERIFY(run.clickNote(u"A"_s));
-    QVERIFY(run.shows(u"text"_s));
+    QVERIFY(run.opens(bucket, u"A"_s, u"text"_s));
 
     run.typeAtFirstBlocksEnd(u" sista"_s);
     run.window.close();
