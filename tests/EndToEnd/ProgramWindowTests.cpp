@@ -1,5 +1,6 @@
 #include "Wendlores/MainWindow.h"
 
+#include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "State/AppState.h"
 #include "Support/EngineTest.h"
@@ -43,7 +44,9 @@ struct Run final
     [[nodiscard]] QString shownText() const { return inPage(u"document.body.innerText"_s).toString(); }
     [[nodiscard]] bool shows(const QString& text) const
     {
-        return QTest::qWaitFor([&] { return shownText().contains(text); }, patience);
+        // The engine takes seconds to answer a question that it was asked before the page was there.
+        const auto isThere = [&] { return state.editorController().isReady() && shownText().contains(text); };
+        return QTest::qWaitFor(isThere, patience);
     }
 
     /// Clicks the row of a note in the tree, as a user does.
