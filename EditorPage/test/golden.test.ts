@@ -4,6 +4,7 @@ import { test } from 'node:test';
 import { wrapIn } from 'prosemirror-commands';
 import { commandFor } from '../src/commands/exec';
 import { schema } from '../src/schema';
+import { SourceDocument } from '../src/source/SourceDocument';
 import { disagreement, Session } from './editing';
 
 const { nodes } = schema;
@@ -72,4 +73,10 @@ test('a box without a text is empty also when blanks follow it', () => {
 
   assertAgrees(session);
   assert.equal(session.source.text, '- [ ]  \n');
+});
+
+test('an item whose bracket is a letter is no task', () => {
+  const { doc } = SourceDocument.load('- \\[ ]\n- [ ]\n- [X]\n- \\[x\\]\n');
+
+  assert.deepEqual(doc.firstChild!.children.map((item) => item.attrs.checked), [null, false, true, null]);
 });

@@ -4,6 +4,8 @@
 #include "Support/PageFixture.h"
 
 #include <QMenu>
+#include <QShortcut>
+#include <QSignalSpy>
 #include <QWebEngineView>
 
 #include <csignal>
@@ -30,6 +32,7 @@ private Q_SLOTS:
     void everyTextReachesThePageUnchanged();
     void editsBeforeANewContentCarryTheOldGeneration();
     void drainingWaitsForTypedKeys();
+    void keysStayInTheContentTheyWereTypedInto_data();
     void keysStayInTheContentTheyWereTypedInto();
     void aFenceThatIsLostIsNotWaitedForForever();
     void drainingWaitsForAPageThatIsJustReady();
@@ -37,6 +40,7 @@ private Q_SLOTS:
     void aKilledPageIsReportedAndCanBeLoadedAgain();
     void aMissingPageIsReported();
     void thePageOffersOneWayToTheHost();
+    void theKeyForLinksIsTheWindows();
     void theContextMenuIsSwedish();
     void theViewMayGoBeforeItsWidgetAndAfter();
 };
@@ -106,9 +110,24 @@ void WebEngineEditorViewTests::drainingWaitsForTypedKeys()
     QCOMPARE(f.lastChange().first.size(), 15);
 }
 
+void WebEngineEditorViewTests::keysStayInTheContentTheyWereTypedInto_data()
+{
+    QTest::addColumn<bool>("hasCrashed");
+
+    QTest::newRow("first page") << false;
+    QTest::newRow("page after a crash") << true;
+}
+
 void WebEngineEditorViewTests::keysStayInTheContentTheyWereTypedInto()
 {
+    QFETCH(const bool, hasCrashed);
     PageFixture f;
+    if (hasCrashed) {
+        QCOMPARE(::kill(static_cast<pid_t>(f.view.processId()), SIGKILL), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(f.deaths, 1, patience);
+        f.messages.clear();
+        f.load();
+    }
     f.setContent(u"not 0\n"_s, 1);
     f.type(u"-"_s);
     f.drain();
@@ -213,6 +232,23 @@ void WebEngineEditorViewTests::thePageOffersOneWayToTheHost()
     QCOMPARE(f.value(u"Object.keys(window.webkit.messageHandlers).join()"_s).toString(),
              u"ready,changed,edited,selection,openLink,noteNames,importImage"_s);
     QCOMPARE(f.value(u"Object.keys(window.__host).join()"_s).toString(), u"after,show,drain"_s);
+}
+
+void WebEngineEditorViewTests::theKeyForLinksIsTheWindows()
+{
+    PageFixture f;
+    f.setContent(u"ett två\n"_s, 1);
+    QShortcut link(Qt::CTRL | Qt::Key_K, f.view.widget());
+    link.setContext(Qt::WidgetWithChildrenShortcut);
+    QSignalSpy asked(&link, &QShortcut::activated);
+    f.view.widget()->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(f.view.widget()));
+
+    QTest::keyClick(f.view.widget()->focusProxy(), Qt::Key_K, Qt::ControlModifier);
+
+    QTRY_COMPARE_WITH_TIMEOUT(asked.size(), 1, patience);
+    f.drain();
+    QVERIFY(!f.has(u"changed"_s));
 }
 
 void WebEngineEditorViewTests::theContextMenuIsSwedish()

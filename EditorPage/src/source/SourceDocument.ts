@@ -11,7 +11,8 @@ import { differingRange, type Range } from './range';
 import { readNote } from './reader';
 import { reloaded } from './reload';
 import { Retired } from './retired';
-import { changeBetween, relabel, restored, single, update, type Correction, type Note, type TextChange, type Updated } from './update';
+import type { TextChange } from './noteText';
+import { relabel, restored, single, update, type Correction, type Note, type Updated } from './update';
 
 const { nodes } = schema;
 
@@ -122,7 +123,11 @@ export class SourceDocument {
 
   /** The whole note, byte order mark and all. */
   get text(): string {
-    return this.note.text;
+    return this.note.text.whole;
+  }
+
+  get length(): number {
+    return this.note.text.length;
   }
 
   /** The top-level blocks with their bytes. */
@@ -169,8 +174,7 @@ export class SourceDocument {
   private earlier(old: Node, doc: Node, range = differingRange(old, doc)): Updated | null {
     const entries = this.journal.find(this.note.entries, doc, range);
     if (!entries) return null;
-    const note = restored(this.note, entries);
-    const change = changeBetween(this.note.text, note.text);
+    const { note, change } = restored(this.note, entries);
     // Blocks that were unfolded since were read with the labels of now.
     const relabelled = note.entries.slice();
     const changed = relabel(relabelled, differingLabels(this.note.labels, note.labels), note.labels);
@@ -182,7 +186,7 @@ export class SourceDocument {
    * nodes, or null when the text is the one at hand.
    */
   reload(text: string): readonly Correction[] | null {
-    if (text === this.note.text) return null;
+    if (text === this.text) return null;
     const { note, corrections } = reloaded(this.note, text);
     this.journal.record(this.note.entries, note.entries);
     this.note = note;

@@ -56,6 +56,7 @@ function patched(node: Node, old: Entry, writing: Writing): Block | null {
 function entryOf(block: Block, node: Node, old: Entry | undefined, lineEnd: string): Entry {
   const { source, parsed, piece } = block;
   const raw = carryOver(old?.raw ?? '', old?.source ?? '', source, lineEnd);
+  if (parsed.eq(node)) return { source, parsed: node, piece, raw, gap: '', node };
   return { source, parsed, piece, raw, gap: '', node: isSame(parsed, node) ? node : parsed };
 }
 
