@@ -90,10 +90,11 @@ export class ChangeReporter {
     this.#count = 0;
   }
 
-  /** The note has become `text` by `change`. */
-  tell({ from, to, insert }: Pick<Edit, 'from' | 'to' | 'insert'>, text: string): void {
-    if (text.length <= WHOLE_LIMIT || !window.webkit?.messageHandlers?.edited) this.tellWhole(text);
-    else post('edited', { from, to, insert, count: ++this.#count, length: text.length });
+  /** The note has become what it is by `change`. The text of a long one is not asked for. */
+  tell({ from, to, insert }: Pick<Edit, 'from' | 'to' | 'insert'>, note: { readonly text: string; readonly length: number }): void {
+    const { length } = note;
+    if (length <= WHOLE_LIMIT || !window.webkit?.messageHandlers?.edited) this.tellWhole(note.text);
+    else post('edited', { from, to, insert, count: ++this.#count, length });
   }
 
   tellWhole(text: string): void {

@@ -19,10 +19,13 @@ export function placeBehind(doc: Node, start: number, end: number, letters: stri
   doc.nodesBetween(start, end, (node, pos) => {
     const text = node.text ?? (node.isLeaf ? OTHER : '');
     for (let at = Math.max(0, start - pos); at < text.length && found < letters.length; at += 1) {
-      if (text[at] !== letters[found]) continue;
+      if (!isSameLetter(text[at]!, letters[found]!)) continue;
       found += 1;
       place = pos + at + 1;
     }
   });
   return found === letters.length ? place : null;
 }
+
+/** A line end may have become a space. */
+const isSameLetter = (a: string, b: string): boolean => a === b || (/\s/.test(a) && /\s/.test(b));

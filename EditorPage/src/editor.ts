@@ -1,12 +1,12 @@
 /** The editor of one note: ties the document on the screen to the note's text, and both to the host. */
 import { closeHistory, isHistoryTransaction } from 'prosemirror-history';
 import type { Node } from 'prosemirror-model';
-import { EditorState, Selection, type Plugin, type Transaction } from 'prosemirror-state';
+import { EditorState, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
 import { ChangeReporter } from './bridge';
 import { clipboardProps, copyAsText } from './clipboard/index';
-import { lettersBefore, placeBehind } from './caret';
 import { commandFor } from './commands/exec';
+import { correct } from './corrections';
 import { FROM_TEXT, Folding, type Folded } from './folding/folding';
 import { isToEnd, needsWholeSelection } from './folding/input';
 import { markdownOf } from './markdown/write';
@@ -14,6 +14,7 @@ import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
 import { differingRange, type Range } from './source/range';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
+import type { TextChange } from './source/noteText';
 import { changeBetween } from './source/update';
 import { foldedAt, offsetOf, placeAt } from './sourceView/offsets';
 import { TextStep } from './sourceView/textStep';
@@ -143,16 +144,20 @@ export class NoteEditor implements Folded {
     return this.#unshown ?? this.#source.text;
   }
 
+  /** Tells the host what was changed in the source, one change after the other. The document follows with `rewrite`. */
+  tell(changes: readonly TextChange[], note: { readonly text: string; readonly length: number }): void {
+    if (changes.length === 1) this.#reporter.tell(changes[0]!, note);
+    else if (changes.length > 1) this.#reporter.tellWhole(note.text);
+  }
+
   /** Makes `text` of the note, as one step that can be undone. The host is taken to know it already. */
   rewrite(text: string): void {
     if (this.#unshown !== null) return;
-    this.#reporter.restart();
     const before = this.text;
-    this.#reporter.restart();
     if (this.#unshown !== null) return this.setContent(text);
     const change = changeBetween(before, text);
     if (change === null) return;
-    const tr = replaceAll(closeHistory(this.view.state.tr), this.#source.reload(text)!);
+    const tr = correct(closeHistory(this.view.state.tr), this.#source.reload(text)!);
     tr.step(new TextStep(change.from, before.slice(change.from, change.to), change.insert));
     this.view.dispatch(tr.setMeta(FROM_TEXT, true));
     this.view.dispatch(closeHistory(this.view.state.tr));
@@ -217,7 +222,7 @@ export class NoteEditor implements Folded {
 
   /** Brings the document to what the text says; nothing to be undone. */
   #show(corrections: readonly Correction[]): void {
-    const tr = replaceAll(this.view.state.tr, corrections);
+    const tr = correct(this.view.state.tr, corrections);
     this.view.dispatch(tr.setMeta(FROM_TEXT, true).setMeta('addToHistory', false));
   }
 
@@ -263,12 +268,13 @@ export class NoteEditor implements Folded {
     const isRewritten = this.#takeTextSteps();
     const { change, corrections } = this.#apply(doc);
     if (isRewritten) this.#reporter.tellWhole(this.#source.text);
-    else if (change !== null) this.#reporter.tell(change, this.#source.text);
+    else if (change !== null) this.#reporter.tell(change, this.#source);
     return corrections;
   }
 
   /** Undoes or redoes what was changed in the source. What the document shows comes in step right after. */
   #takeTextSteps(): boolean {
+    if (this.#textSteps.length === 0) return false;
     const before = this.#source.text;
     for (const step of this.#textSteps.splice(0)) {
       const text = step.changed(this.#source.text);
@@ -291,7 +297,7 @@ export class NoteEditor implements Folded {
   }
 
   #correct(corrections: readonly Correction[]): void {
-    const tr = replaceAll(this.view.state.tr, corrections);
+    const tr = correct(this.view.state.tr, corrections);
     tr.setMeta(FROM_TEXT, true);
     // Undone together with the edit that called for it. What the history itself has brought about is no edit.
     if (this.#lastEdit === null || isHistoryTransaction(this.#lastEdit)) tr.setMeta('addToHistory', false);
@@ -309,21 +315,3 @@ function takeDomChanges(view: EditorView): void {
 }
 
 const isEmpty = ({ from, oldTo, nextTo }: Range): boolean => from === oldTo && from === nextTo;
-
-function replaceAll(tr: Transaction, corrections: readonly Correction[]): Transaction {
-  for (const { from, to, nodes } of [...corrections].reverse()) replaceChildren(tr, from, to, nodes);
-  return tr;
-}
-
-/** Puts `nodes` in place of the top-level children `from` to `to`, keeping a caret inside as well as it can. */
-function replaceChildren(tr: Transaction, from: number, to: number, nodes: readonly Node[]): Transaction {
-  const start = tr.doc.resolve(0).posAtIndex(from, 0);
-  const end = tr.doc.resolve(0).posAtIndex(to, 0);
-  const { head } = tr.selection;
-  const wasInside = head > start && head < end;
-  const letters = wasInside ? lettersBefore(tr.doc, start, head) : '';
-  tr.replaceWith(start, end, nodes);
-  if (!wasInside) return tr;
-  const kept = placeBehind(tr.doc, start, tr.mapping.map(end), letters) ?? Math.min(head, tr.doc.content.size);
-  return tr.setSelection(Selection.near(tr.doc.resolve(kept)));
-}

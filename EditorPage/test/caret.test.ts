@@ -15,6 +15,7 @@ test('the caret stays behind its letters as markers become visible', () => {
   assert.equal(moved('http:y\n', 6, '\\<http:y>\n'), 7);
   assert.equal(moved('- a **b** ![](c.png) d\n', 8, '- a b\\* ![](c.png) d\n'), 9);
   assert.equal(moved('ab\n\ncd\n', 6, '# ab\n\n> c\\_d\n'), 7);
+  assert.equal(moved('ab\ncd\n', 5, 'A. ab cd\n'), 8);
 });
 
 test('where the letters are no more, or there were none, there is no such place', () => {

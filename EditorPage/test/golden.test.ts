@@ -2,7 +2,9 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { wrapIn } from 'prosemirror-commands';
+import { commandFor } from '../src/commands/exec';
 import { schema } from '../src/schema';
+import { SourceDocument } from '../src/source/SourceDocument';
 import { disagreement, Session } from './editing';
 
 const { nodes } = schema;
@@ -39,4 +41,42 @@ test('a block right below a definition is read again with it when a footnote has
   session.dispatch(session.state.tr.delete(doc.content.size - doc.lastChild!.nodeSize, doc.content.size));
 
   assertAgrees(session);
+});
+
+test('what was text only because it stood right below a definition keeps saying what is shown', () => {
+  for (const low of ['2. a', '    a', '-', '<b>']) {
+    const below = new Session(`[x]: /y\n${low}\n\nz\n`);
+    const apart = new Session(`[x]: /y\n${low}\n\nz\n`);
+    const first = below.state.doc.firstChild!.nodeSize;
+
+    below.dispatch(below.state.tr.delete(0, first));
+    apart.dispatch(apart.state.tr.insert(first, nodes.horizontal_rule.create()));
+
+    assertAgrees(below);
+    assertAgrees(apart);
+  }
+});
+
+test('words typed right before bold brackets become bold, for Markdown has no other way to say it', () => {
+  const session = new Session('ett **(två)** tre\n');
+
+  for (const [index, letter] of [...'fyra'].entries()) session.dispatch(session.state.tr.insertText(letter, 5 + index));
+
+  assertAgrees(session);
+  assert.equal(session.source.text, 'ett **fyra(två)** tre\n');
+});
+
+test('a box without a text is empty also when blanks follow it', () => {
+  const session = new Session('  \n');
+
+  session.run(commandFor('taskList')!);
+
+  assertAgrees(session);
+  assert.equal(session.source.text, '- [ ]  \n');
+});
+
+test('an item whose bracket is a letter is no task', () => {
+  const { doc } = SourceDocument.load('- \\[ ]\n- [ ]\n- [X]\n- \\[x\\]\n');
+
+  assert.deepEqual(doc.firstChild!.children.map((item) => item.attrs.checked), [null, false, true, null]);
 });

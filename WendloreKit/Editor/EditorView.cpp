@@ -1,6 +1,7 @@
 #include "Editor/EditorView.h"
 
 #include "Editor/EditorBar.h"
+#include "Editor/EditorPrompts.h"
 #include "Editor/PageRequests.h"
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
@@ -10,6 +11,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMessageBox>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <QWebEnginePage>
 #include <QWebEngineView>
@@ -42,6 +44,10 @@ EditorView::EditorView(AppState& appState, QWidget* parent)
     new PageRequests(appState, appState.editorController(), this);
     showWebView();
     takeColors();
+    auto* prompts = new EditorPrompts(appState, appState.editorController(), this);
+    auto* link = new QShortcut(Qt::CTRL | Qt::Key_K, this);
+    link->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(link, &QShortcut::activated, prompts, &EditorPrompts::showLinkPrompt);
     connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);
     connect(&m_session, &EditorSession::focusTaken, this, [this] { setFocus(); });
     connect(&appState.editorController(), &WebEditorController::focused, this, [this] { setFocus(); });

@@ -4,6 +4,8 @@
 #include "Editor/Spelling.h"
 #include "Editor/WendloreSchemeHandler.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QWebChannel>
 #include <QWebEngineProfile>
@@ -24,31 +26,75 @@ namespace {
 constexpr auto schemeName = "vault";
 constexpr auto loadTimeOut = 60s;
 
+/// The keys that stand as fences: nobody has them on a keyboard.
+constexpr int fenceKeys = Qt::Key_F24 - Qt::Key_F13 + 1;
+
 /// What the page finds when it starts: the message handlers that it knows, over the engine's channel. The
 /// number of the content that is shown goes along with every message.
+///
+/// What the host has to say passes through `after`, which waits until the fence before it has arrived: keys
+/// and clicks reach the page on another way than scripts, and scripts overtake them there. A fence is a key,
+/// so when it arrives, all input before it has been handled. One that does not come (the focus was in a
+/// video's frame) is not waited for forever.
 const QString bridgeScript = uR"JS((() => {
+  const FENCES = %1;
+  const PATIENCE = 1000;
   const transport = qt.webChannelTransport;
   let shown = 0;
   let calls = 0;
+  let passed = 0;
+  const queue = [];
   const post = (name, body = null) => transport.send(JSON.stringify(
     {type: 6, id: ++calls, object: 'host', method: 'post', args: [name, body, shown]}));
   const handlers = {};
   for (const name of ['ready', 'changed', 'edited', 'selection', 'openLink', 'noteNames', 'importImage'])
     handlers[name] = Object.freeze({postMessage: body => post(name, body)});
   window.webkit = Object.freeze({messageHandlers: Object.freeze(handlers)});
+  const advance = fence => {
+    passed = Math.max(passed, fence);
+    while (queue.length > 0 && queue[0].fence <= passed) {
+      try {
+        queue.shift().task();
+      } catch (error) {
+        reportError(error);
+      }
+    }
+  };
   Object.defineProperty(window, '__host', {value: Object.freeze({
+    after(fence, task) {
+      queue.push({fence, task});
+      if (fence > passed)
+        setTimeout(advance, PATIENCE, fence);
+      advance(passed);
+    },
     show(generation) {
       shown = generation;
       post('shown');
     },
-    // A task of its own: keys that have reached the page by now are handled before.
+    // A task of its own: what the last key did is told before.
     drain(number) {
       const {port1, port2} = new MessageChannel();
       port1.onmessage = () => post('drained', number);
       port2.postMessage(null);
     },
   })});
-})();)JS"_s;
+  addEventListener('keydown', event => {
+    const key = /^F(1[3-9]|2[0-4])$/.test(event.key) ? Number(event.key.slice(1)) - 13 : -1;
+    if (key < 0)
+      return;
+    event.preventDefault();
+    event.stopImmediatePropagation();
+    // Of the fences that share the key it is the next one; one that was no longer waited for says nothing.
+    const ahead = (key - passed % FENCES + FENCES) % FENCES;
+    if (ahead <= FENCES / 2)
+      advance(passed + ahead);
+  }, true);
+})();)JS"_s.arg(fenceKeys);
+
+bool isLinkKey(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_K && event.modifiers() == Qt::ControlModifier;
+}
 
 } // namespace
 
@@ -87,6 +133,7 @@ WebEngineEditorView::WebEngineEditorView()
     m_view = new QWebEngineView;
     m_view->setPage(m_page);
     m_page->setParent(m_view);
+    m_view->installEventFilter(this);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_view, &QWidget::customContextMenuRequested, this, &WebEngineEditorView::showContextMenu);
 
@@ -158,6 +205,8 @@ void WebEngineEditorView::load(const QString& address)
         return;
     m_isLoaded = false;
     m_isLoading = true;
+    m_isShowing = false;
+    m_lastFence = 0;
     answerDrains();
     m_loadTimeOut.start(loadTimeOut);
     m_page->load(QUrl(address));
@@ -174,8 +223,11 @@ void WebEngineEditorView::loadFinished(bool succeeded)
 
 void WebEngineEditorView::evaluate(const QString& script)
 {
-    if (m_page)
-        m_page->runJavaScript(script, QWebEngineScript::MainWorld);
+    if (!m_page)
+        return;
+    // In parentheses: the engine then reads the script once, which can be a whole note, and not twice.
+    m_page->runJavaScript(u"__host.after(%1, (function () {"_s.arg(fence()) + script + u"\n}));"_s,
+                          QWebEngineScript::MainWorld);
 }
 
 void WebEngineEditorView::evaluate(const QString& script, Generation generation)
@@ -183,6 +235,7 @@ void WebEngineEditorView::evaluate(const QString& script, Generation generation)
     // The content first: what the page still says about the old one meanwhile belongs to the old one, and a
     // content that the page refuses is never shown.
     evaluate(script + u";\n__host.show("_s + QString::number(generation) + u')');
+    m_isShowing = true;
 }
 
 void WebEngineEditorView::drain(std::function<void()> done)
@@ -193,6 +246,44 @@ void WebEngineEditorView::drain(std::function<void()> done)
     }
     m_drains[++m_lastDrain] = std::move(done);
     evaluate(u"__host.drain(%1)"_s.arg(m_lastDrain));
+}
+
+/// Sends a fence after the keys and clicks that the page was given since the last one; a page that shows
+/// nothing yet is not kept waiting. The number of the last fence sent.
+int WebEngineEditorView::fence()
+{
+    QWidget* const input = m_view->focusProxy();
+    if (std::exchange(m_isInputAhead, false) && input && m_isShowing) {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_F13 + ++m_lastFence % fenceKeys, Qt::NoModifier);
+        QCoreApplication::sendEvent(input, &key);
+        m_isInputAhead = false;
+    }
+    return m_lastFence;
+}
+
+bool WebEngineEditorView::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::ChildAdded:
+        // The engine makes the widget that takes the page's input, and another one for another process.
+        static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
+        break;
+    case QEvent::KeyPress:
+    case QEvent::InputMethod:
+    case QEvent::MouseButtonPress:
+        m_isInputAhead = true;
+        break;
+    case QEvent::ShortcutOverride:
+        // On X11 the engine would take it to delete the rest of the line.
+        if (isLinkKey(*static_cast<QKeyEvent*>(event))) {
+            event->ignore();
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void WebEngineEditorView::receive(const QString& name, const QJsonValue& body, Generation generation)

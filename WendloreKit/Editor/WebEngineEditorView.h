@@ -38,12 +38,14 @@ public:
     void evaluate(const QString& script) override;
     void evaluate(const QString& script, Generation generation) override;
     void drain(std::function<void()> done) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     class Bridge;
 
     void makeProfile();
     void makePage();
+    int fence();
     void showContextMenu(const QPoint& position);
     void receive(const QString& name, const QJsonValue& body, Generation generation);
     void loadFinished(bool succeeded);
@@ -56,6 +58,9 @@ private:
     QTimer m_loadTimeOut;
     bool m_isLoaded = false;
     bool m_isLoading = false;
+    bool m_isShowing = false;
+    bool m_isInputAhead = false;
+    int m_lastFence = 0;
     int m_lastDrain = 0;
     std::map<int, std::function<void()>> m_drains;
 };

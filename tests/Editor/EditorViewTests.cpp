@@ -1,6 +1,7 @@
 #include "Editor/EditorView.h"
 
 #include "Editor/EditorBar.h"
+#include "Editor/LinkDialog.h"
 #include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
@@ -62,6 +63,7 @@ private Q_SLOTS:
     void comingBackToTheWindowShowsWhatChanged();
     void aDarkPaletteMakesThePageDark();
     void theToolbarStandsInsideWhereItIsAskedFor();
+    void aKeyAsksForALink();
 };
 
 void EditorViewTests::aConflictIsToldOnce()
@@ -153,6 +155,18 @@ void EditorViewTests::theToolbarStandsInsideWhereItIsAskedFor()
 
     f.view.setInlineToolbar(false);
     QVERIFY(!f.view.findChild<EditorBar*>());
+}
+
+void EditorViewTests::aKeyAsksForALink()
+{
+    Fixture f;
+    QVERIFY(QTest::qWaitForWindowActive(&f.view));
+    f.view.setFocus();
+
+    QTest::keyClick(&f.view, Qt::Key_K, Qt::ControlModifier);
+
+    QTRY_VERIFY(f.view.findChild<LinkDialog*>());
+    QVERIFY(f.view.findChild<LinkDialog*>()->isVisible());
 }
 
 } // namespace wendlore

@@ -4,6 +4,8 @@
 #include "Support/PageFixture.h"
 
 #include <QMenu>
+#include <QShortcut>
+#include <QSignalSpy>
 #include <QWebEngineView>
 
 #include <csignal>
@@ -11,6 +13,14 @@
 namespace wendlore {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Keeps the page busy with every key: the engine gives a page no key before it has answered the one before.
+const QString busyScript =
+    u"addEventListener('keydown', () => { for (const end = performance.now() + 10; performance.now() < end;); })"_s;
+
+} // namespace
 
 class WebEngineEditorViewTests final : public QObject
 {
@@ -22,11 +32,15 @@ private Q_SLOTS:
     void everyTextReachesThePageUnchanged();
     void editsBeforeANewContentCarryTheOldGeneration();
     void drainingWaitsForTypedKeys();
+    void keysStayInTheContentTheyWereTypedInto_data();
+    void keysStayInTheContentTheyWereTypedInto();
+    void aFenceThatIsLostIsNotWaitedForForever();
     void drainingWaitsForAPageThatIsJustReady();
     void drainingWithoutAPageEndsAtOnce();
     void aKilledPageIsReportedAndCanBeLoadedAgain();
     void aMissingPageIsReported();
     void thePageOffersOneWayToTheHost();
+    void theKeyForLinksIsTheWindows();
     void theContextMenuIsSwedish();
     void theViewMayGoBeforeItsWidgetAndAfter();
 };
@@ -94,6 +108,59 @@ void WebEngineEditorViewTests::drainingWaitsForTypedKeys()
     f.drain();
 
     QCOMPARE(f.lastChange().first.size(), 15);
+}
+
+void WebEngineEditorViewTests::keysStayInTheContentTheyWereTypedInto_data()
+{
+    QTest::addColumn<bool>("hasCrashed");
+
+    QTest::newRow("first page") << false;
+    QTest::newRow("page after a crash") << true;
+}
+
+void WebEngineEditorViewTests::keysStayInTheContentTheyWereTypedInto()
+{
+    QFETCH(const bool, hasCrashed);
+    PageFixture f;
+    if (hasCrashed) {
+        QCOMPARE(::kill(static_cast<pid_t>(f.view.processId()), SIGKILL), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(f.deaths, 1, patience);
+        f.messages.clear();
+        f.load();
+    }
+    f.setContent(u"not 0\n"_s, 1);
+    f.type(u"-"_s);
+    f.drain();
+    f.view.evaluate(busyScript);
+
+    for (EditorWebView::Generation note = 1; note <= 10; ++note) {
+        pressKeys(*f.view.widget()->focusProxy(), u"abcdefghij"_s);
+        f.view.evaluate(u"window.VaultEditor.setContent('not %1\\n')"_s.arg(note), note + 1);
+        f.view.evaluate(u"window.VaultEditor.focus()"_s);
+        f.drain();
+
+        QVERIFY2(f.lastChange().first.contains(u"abcdefghij"_s), qPrintable(f.lastChange().first));
+        QCOMPARE(f.lastChange().second, note);
+        QCOMPARE(f.value(u"document.querySelector('.ProseMirror').textContent"_s).toString(),
+                 u"not %1"_s.arg(note));
+    }
+}
+
+void WebEngineEditorViewTests::aFenceThatIsLostIsNotWaitedForForever()
+{
+    PageFixture f;
+    f.setContent(u"text\n"_s, 1);
+    static_cast<void>(
+        f.value(u"document.body.append(document.createElement('iframe')), frames[0].focus()"_s));
+    pressKeys(*f.view.widget()->focusProxy(), u"elsewhere"_s);
+
+    f.drain();
+
+    QVERIFY(!f.has(u"changed"_s));
+    static_cast<void>(f.value(u"window.focus(), window.VaultEditor.focus()"_s));
+    f.type(u"abc"_s);
+    f.drain();
+    QCOMPARE(f.lastChange().first.size(), 8);
 }
 
 void WebEngineEditorViewTests::drainingWaitsForAPageThatIsJustReady()
@@ -164,7 +231,24 @@ void WebEngineEditorViewTests::thePageOffersOneWayToTheHost()
 
     QCOMPARE(f.value(u"Object.keys(window.webkit.messageHandlers).join()"_s).toString(),
              u"ready,changed,edited,selection,openLink,noteNames,importImage"_s);
-    QCOMPARE(f.value(u"Object.keys(window.__host).join()"_s).toString(), u"show,drain"_s);
+    QCOMPARE(f.value(u"Object.keys(window.__host).join()"_s).toString(), u"after,show,drain"_s);
+}
+
+void WebEngineEditorViewTests::theKeyForLinksIsTheWindows()
+{
+    PageFixture f;
+    f.setContent(u"ett två\n"_s, 1);
+    QShortcut link(Qt::CTRL | Qt::Key_K, f.view.widget());
+    link.setContext(Qt::WidgetWithChildrenShortcut);
+    QSignalSpy asked(&link, &QShortcut::activated);
+    f.view.widget()->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(f.view.widget()));
+
+    QTest::keyClick(f.view.widget()->focusProxy(), Qt::Key_K, Qt::ControlModifier);
+
+    QTRY_COMPARE_WITH_TIMEOUT(asked.size(), 1, patience);
+    f.drain();
+    QVERIFY(!f.has(u"changed"_s));
 }
 
 void WebEngineEditorViewTests::theContextMenuIsSwedish()

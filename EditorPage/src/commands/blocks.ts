@@ -146,27 +146,19 @@ function convertBlock(tr: Transaction, node: Node, pos: number, wanted: Node): b
   const $pos = tr.doc.resolve(pos);
   if ($pos.nodeAfter?.type !== node.type) return false;
   if (!$pos.parent.canReplaceWith($pos.index(), $pos.index() + 1, wanted.type)) return false;
-  const content = contentFor(wanted, node);
-  if (content === node.content || content.eq(node.content)) {
-    tr.setNodeMarkup(pos, wanted.type, wanted.attrs);
-    return true;
-  }
-  const offset = tr.selection.$from.pos - pos - 1;
-  tr.replaceWith(pos, pos + node.nodeSize, wanted.type.create(wanted.attrs, content));
-  if (offset >= 0 && offset <= node.content.size) placeCaret(tr, pos + 1 + Math.min(offset, content.size));
+  if (wanted.type === heading) joinLines(tr, node, pos);
+  tr.setNodeMarkup(pos, wanted.type, wanted.attrs);
   return true;
 }
 
-/** What `node` holds, as far as the wanted kind can hold it: headings have no line breaks. */
-function contentFor(wanted: Node, node: Node): Fragment {
-  if (wanted.type !== heading) return node.content;
-  const children: Node[] = [];
-  node.forEach((child) => {
-    if (child.type === hardBreak) children.push(schema.text(' ', child.marks));
-    else if (child.isText && child.text?.includes('\n')) children.push(schema.text(child.text.replace(/\n/g, ' '), child.marks));
-    else children.push(child);
+/** Puts spaces in place of a block's line breaks: headings have none. */
+function joinLines(tr: Transaction, block: Node, pos: number): void {
+  const space = (at: number, child: Node): void => void tr.replaceWith(at, at + 1, schema.text(' ', child.marks));
+  block.forEach((child, offset) => {
+    const start = pos + 1 + offset;
+    if (child.type === hardBreak) space(start, child);
+    for (const { index } of child.text?.matchAll(/\n/g) ?? []) space(start + index!, child);
   });
-  return Fragment.fromArray(children);
 }
 
 function placeCaret(tr: Transaction, pos: number): Transaction {

@@ -16,11 +16,12 @@ const { nodes, marks } = schema;
 
 type Apply = (state: EditorState, match: RegExpMatchArray, start: number, end: number) => Transaction | null;
 
-/** A rule for the start of body text that may become another kind of block. */
+/** A rule for the start of body text that may become another kind of block. Bold or linked characters are no marker. */
 function blockRule(pattern: RegExp, apply: Apply): InputRule {
   return new InputRule(pattern, (state, match, start, end) => {
     const $start = state.doc.resolve(start);
-    if ($start.parent.type !== nodes.paragraph || $start.parentOffset > 0) return null;
+    const isStart = $start.parent.type === nodes.paragraph && $start.parentOffset === 0;
+    if (!isStart || ($start.nodeAfter?.marks.length ?? 0) > 0) return null;
     return apply(state, match, start, end);
   });
 }

@@ -8,18 +8,20 @@ import type { Correction, SourceDocument } from '../source/SourceDocument';
 import type { FoldedBlock, Watcher } from './foldedBlock';
 import { Pins } from './pins';
 import { rememberHeight } from './heights';
-import { hold } from './scrollHold';
+import { blocksIn, hold } from './scrollHold';
 
 /** Marks transactions that bring the document in step with the text; they are no edits. */
 export const FROM_TEXT = 'fromText';
 
 /** So far above and below the window blocks are unfolded, and from so far on they are folded again; in window heights. */
 const NEAR = 1;
-const FAR = 8;
+const FAR = 3;
 /** So much is read at a time, in characters: a frame must not wait for more. */
 const STEP = 1_500;
-/** So many groups of blocks are folded at a time. */
-const FOLDED_AT_ONCE = 12;
+/** So many groups of blocks are folded at a time: everything is laid out anew each time. */
+const FOLDED_AT_ONCE = 24;
+/** Less than that is folded only when nobody has scrolled for so long; in milliseconds. */
+const REST = 300;
 /** However busy the page is, the next step waits no longer than this; in milliseconds. */
 const LONGEST_WAIT = 100;
 
@@ -45,9 +47,11 @@ export class Folding implements Watcher {
   #observer = new IntersectionObserver((entries) => this.#seen(entries), { rootMargin: `${NEAR * 100}% 0px` });
   #isStepDue = false;
   #isTidyingDue = false;
+  #scrolledAt = 0;
+  #rest = 0;
 
   constructor(private editor: Folded) {
-    window.addEventListener('scroll', () => this.#planTidying(), { passive: true });
+    window.addEventListener('scroll', () => this.#scrolled(), { passive: true });
   }
 
   come(space: FoldedBlock): void {
@@ -201,6 +205,13 @@ export class Folding implements Watcher {
     return dom instanceof Element ? dom.getBoundingClientRect() : null;
   }
 
+  #scrolled(): void {
+    this.#scrolledAt = performance.now();
+    this.#planTidying();
+    clearTimeout(this.#rest);
+    this.#rest = window.setTimeout(() => this.#planTidying(), REST);
+  }
+
   #planTidying(): void {
     if (this.#isTidyingDue) return;
     this.#isTidyingDue = true;
@@ -215,18 +226,17 @@ export class Folding implements Watcher {
     const { view } = this.editor;
     const { doc, selection } = view.state;
     const far: { index: number; height: number }[] = [];
-    let pos = 0;
+    const blocks = blocksIn(view);
+    if (blocks.length !== doc.childCount) return;
     for (let index = 0; index < doc.childCount && far.length < FOLDED_AT_ONCE; ) {
       const size = groupSize(doc.children, index);
-      const end = doc.resolve(pos).posAtIndex(index + Math.max(1, size));
-      const last = end - doc.child(index + Math.max(1, size) - 1).nodeSize;
       const isFree = size > 0 && this.#isFree(doc, selection, index, size);
-      const height = isFree ? this.#heightFarAway(pos, last) : null;
+      const height = isFree ? heightFarAway(blocks[index]!, blocks[index + size - 1]!) : null;
       if (height !== null) far.push({ index, height });
       index += Math.max(1, size);
-      pos = end;
     }
-    if (far.length === 0) return;
+    const isAtRest = performance.now() - this.#scrolledAt >= REST;
+    if (far.length === 0 || (far.length < FOLDED_AT_ONCE && !isAtRest)) return;
     hold(view, () => this.editor.refold((source) => far.reverse().flatMap((group) => this.#fold(source, group)).reverse()), () => 0);
     if (far.length === FOLDED_AT_ONCE) this.#planTidying();
   }
@@ -241,13 +251,13 @@ export class Folding implements Watcher {
     for (const { nodes } of corrections) rememberHeight(nodes[0]!, height, this.editor.view.dom);
     return corrections;
   }
+}
 
-  /** The height of the blocks from the one at `first` to the one at `last`; null when they are not far from the window. */
-  #heightFarAway(first: number, last: number): number | null {
-    const top = this.#boxAt(first)?.top ?? 0;
-    const bottom = this.#boxAt(last)?.bottom ?? 0;
-    return top > (1 + FAR) * innerHeight || bottom < -FAR * innerHeight ? bottom - top : null;
-  }
+/** The height of the blocks from `first` to `last`; null when they are not far from the window. */
+function heightFarAway(first: Element, last: Element): number | null {
+  const { top } = first.getBoundingClientRect();
+  const { bottom } = last.getBoundingClientRect();
+  return top > (1 + FAR) * innerHeight || bottom < -FAR * innerHeight ? bottom - top : null;
 }
 
 /** The folded runs that a selection reaches over. */

@@ -1,9 +1,6 @@
 /** Keeps what the window shows in its place while blocks above it change their height. */
 import type { EditorView } from 'prosemirror-view';
 
-/** Where in the window something to hold on to is looked for, in shares of its height. */
-const PLACES = [0.02, 0.1, 0.3, 0.5, 0.7, 0.9];
-
 /**
  * Carries out `change` and brings back to its place what the window shows. When it shows nothing that is drawn, `target`
  * tells after the change what should be at its upper edge.
@@ -17,19 +14,28 @@ export function hold(view: EditorView, change: () => boolean, target: () => numb
   return true;
 }
 
-/** A drawn block that the window shows. */
+/** A drawn block that the window shows. Asking what is at a point would have everything made ready to be painted. */
 function anchorIn(view: EditorView): Element | null {
-  const { left, width } = view.dom.getBoundingClientRect();
-  for (const place of PLACES) {
-    const found = document.elementFromPoint(left + width / 2, innerHeight * place);
-    const block = blockAround(view, found);
-    if (block !== null && !block.classList.contains('folded')) return block;
+  const blocks = blocksIn(view);
+  for (let index = firstBelow(blocks, 0); index < blocks.length; index++) {
+    if (blocks[index]!.getBoundingClientRect().top > innerHeight) return null;
+    if (!blocks[index]!.classList.contains('folded')) return blocks[index]!;
   }
   return null;
 }
 
-function blockAround(view: EditorView, element: Element | null): Element | null {
-  let block = element;
-  while (block !== null && block.parentElement !== view.dom) block = block.parentElement;
-  return block;
+/** The elements of the document's top-level blocks, in order. */
+export function blocksIn(view: EditorView): Element[] {
+  return [...view.dom.children].filter((element) => !element.classList.contains('ProseMirror-widget'));
+}
+
+/** The index of the first of the blocks whose lower edge is below `y`. */
+function firstBelow(blocks: readonly Element[], y: number): number {
+  let low = 0;
+  for (let high = blocks.length; low < high; ) {
+    const middle = (low + high) >> 1;
+    if (blocks[middle]!.getBoundingClientRect().bottom > y) high = middle;
+    else low = middle + 1;
+  }
+  return low;
 }

@@ -111,11 +111,11 @@ export class BlockReader {
     const [first, ...rest] = item.children;
     const start = this.start(item);
     if (first?.type !== 'paragraph') return this.container(item, nodes.list_item, { checked: null }, origin);
-    const lone = item.checked === null && isLoneBox(first) ? this.slice(first) : null;
-    const checked = lone === null ? (item.checked ?? null) : lone !== '[ ]';
+    const box = item.checked === null && isText(first) ? /^\[([ xX])\]\s*$/.exec(this.slice(first)) : null;
+    const checked = box === null ? (item.checked ?? null) : box[1] !== ' ';
     this.depth += 1;
     const opening =
-      lone === null ? this.paragraph(first, start, checked === null) : missingParagraph(this.end(first) - start);
+      box === null ? this.paragraph(first, start, checked === null) : missingParagraph(this.start(first) - start + '[ ]'.length);
     const children = [opening, ...rest.map((child) => this.read(child, start))];
     this.depth -= 1;
     return build(nodes.list_item, { checked }, children, this.piece(item, origin));
@@ -219,11 +219,8 @@ function missingParagraph(at: number): Built {
   return { node: nodes.paragraph.create(), piece: missingPiece(at) };
 }
 
-/** An item that holds nothing but a box: a task that is about to be written. */
-function isLoneBox(paragraph: Paragraph): boolean {
-  const [only, ...more] = paragraph.children;
-  return more.length === 0 && only?.type === 'text' && /^\[[ xX]\]$/.test(only.value);
-}
+/** Whether a paragraph is a single run of text. Of an item it may be nothing but a box: a task that is about to be written. */
+const isText = ({ children }: Paragraph): boolean => children.length === 1 && children[0]!.type === 'text';
 
 /** From where to where a cell's content is written, in the cell's source with its pipes and blanks. */
 function cellInner(source: string): [number, number] {

@@ -26,7 +26,11 @@ export interface Built {
 
 /** The same piece, moved within its parent. */
 export function shifted(piece: Piece, by: number): Piece {
-  return by === 0 ? piece : { ...piece, start: piece.start + by, end: piece.end + by };
+  if (by === 0) return piece;
+  if (piece.isMissing) return { ...piece, start: piece.start + by, end: piece.end + by };
+  // Named one by one: of a long list thousands are moved at a time.
+  const { start, end, children, segments, inner } = piece;
+  return { start: start + by, end: end + by, children, segments, inner };
 }
 
 /** The piece of a node that the source has nothing for. `at` is where it would stand, counted from the parent's start. */

@@ -11,7 +11,8 @@ import { differingRange, type Range } from './range';
 import { readNote } from './reader';
 import { reloaded } from './reload';
 import { Retired } from './retired';
-import { changeBetween, relabel, restored, single, update, type Correction, type Note, type TextChange, type Updated } from './update';
+import type { TextChange } from './noteText';
+import { relabel, restored, single, update, type Correction, type Note, type Updated } from './update';
 
 const { nodes } = schema;
 
@@ -110,6 +111,11 @@ export class SourceDocument {
     this.exchanged.record(nodesOf(gone), nodesOf(come));
   }
 
+  /** What stands for the blocks of an earlier state now that their labels are those of that state again. */
+  private rememberRead(found: readonly Entry[], read: readonly Entry[]) {
+    for (const [at, entry] of found.entries()) if (entry !== read[at]) this.remember(at, [entry], [read[at]!]);
+  }
+
   /** The document that the text says. */
   get doc(): Node {
     return this.root;
@@ -117,7 +123,11 @@ export class SourceDocument {
 
   /** The whole note, byte order mark and all. */
   get text(): string {
-    return this.note.text;
+    return this.note.text.whole;
+  }
+
+  get length(): number {
+    return this.note.text.length;
   }
 
   /** The top-level blocks with their bytes. */
@@ -142,10 +152,11 @@ export class SourceDocument {
     const old = this.root;
     this.root = corrections.length > 0 ? rootOf(updated.note.entries) : next;
     // A corrected document may be one that there was before, with bytes of its own.
-    const { note, change } = (corrections.length > 0 && this.earlier(old, this.root)) || updated;
+    const { note, change, found } = (corrections.length > 0 && this.earlier(old, this.root)) || updated;
     this.note = note;
     this.uncorrected = corrections.length > 0 ? { doc: next, corrections } : null;
-    this.journal.record(before.entries, note.entries);
+    this.journal.record(before.entries, found ?? note.entries);
+    if (found) this.rememberRead(found, note.entries);
     return { change, corrections };
   }
 
@@ -163,12 +174,11 @@ export class SourceDocument {
   private earlier(old: Node, doc: Node, range = differingRange(old, doc)): Updated | null {
     const entries = this.journal.find(this.note.entries, doc, range);
     if (!entries) return null;
-    const note = restored(this.note, entries);
-    const change = changeBetween(this.note.text, note.text);
+    const { note, change } = restored(this.note, entries);
     // Blocks that were unfolded since were read with the labels of now.
     const relabelled = note.entries.slice();
     const changed = relabel(relabelled, differingLabels(this.note.labels, note.labels), note.labels);
-    return { note: { ...note, entries: relabelled }, change, corrections: changed.map((at) => single(relabelled, at, at)) };
+    return { note: { ...note, entries: relabelled }, change, corrections: changed.map((at) => single(relabelled, at, at)), found: entries };
   }
 
   /**
@@ -176,7 +186,7 @@ export class SourceDocument {
    * nodes, or null when the text is the one at hand.
    */
   reload(text: string): readonly Correction[] | null {
-    if (text === this.note.text) return null;
+    if (text === this.text) return null;
     const { note, corrections } = reloaded(this.note, text);
     this.journal.record(this.note.entries, note.entries);
     this.note = note;

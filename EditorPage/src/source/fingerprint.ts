@@ -1,5 +1,6 @@
 import type { Node } from 'prosemirror-model';
 import { isFolded, sourceOf } from './folded';
+import { differing } from './range';
 
 const known = new WeakMap<Node, number>();
 
@@ -18,16 +19,32 @@ function ofText(hash: number, text: string): number {
 /** Of a long text its ends say enough. */
 const endsOf = (text: string) => `${text.length} ${text.slice(0, 40)} ${text.slice(-40)}`;
 
-/** A number that equal nodes share and others hardly ever. */
-function ofNode(node: Node): number {
+/** A number that equal nodes share and others hardly ever. Of what `like` shares with the node nothing is looked at again. */
+function ofNode(node: Node, like?: Node): number {
   let hash = known.get(node);
   if (hash !== undefined) return hash;
-  hash = ofText(17, node.type.name + (isFolded(node) ? endsOf(sourceOf(node)) : JSON.stringify(node.attrs)));
-  for (const mark of node.marks) hash = ofText(hash, mark.type.name + JSON.stringify(mark.attrs));
-  if (node.isText) hash = ofText(hash, node.text!);
-  node.forEach((child) => (hash = mix(hash!, ofNode(child))));
+  const shared = like && known.get(like);
+  if (shared !== undefined && !node.isLeaf && like!.sameMarkup(node)) hash = (shared + childrenChange(like!, node)) | 0;
+  else hash = (ofMarkup(node) + node.children.reduce((total, child) => (total + ofChild(child)) | 0, 0)) | 0;
   known.set(node, hash);
   return hash;
+}
+
+function ofMarkup(node: Node): number {
+  let hash = ofText(17, node.type.name + (isFolded(node) ? endsOf(sourceOf(node)) : JSON.stringify(node.attrs)));
+  for (const mark of node.marks) hash = ofText(hash, mark.type.name + JSON.stringify(mark.attrs));
+  return node.isText ? ofText(hash, node.text!) : hash;
+}
+
+/** What a child adds to the number of its parent, wherever it stands. */
+const ofChild = (child: Node, like?: Node) => mix(29, ofNode(child, like));
+
+function childrenChange(before: Node, after: Node): number {
+  const { from, oldTo, nextTo } = differing(before.children, after.children);
+  let change = 0;
+  for (let index = from; index < nextTo; index += 1) change = (change + ofChild(after.child(index), before.maybeChild(index) ?? undefined)) | 0;
+  for (let index = from; index < oldTo; index += 1) change = (change - ofChild(before.child(index))) | 0;
+  return change;
 }
 
 /**
@@ -35,9 +52,7 @@ function ofNode(node: Node): number {
  * the blocks that it had before, without a walk over it.
  */
 export function fingerprintChange(gone: readonly Node[], come: readonly Node[]): number {
-  return (sum(come) - sum(gone)) | 0;
-}
-
-function sum(nodes: readonly Node[]): number {
-  return nodes.reduce((total, node) => (total + ofNode(node)) | 0, 0);
+  const sum = (nodes: readonly Node[], likes: readonly Node[]) => nodes.reduce((total, node, index) => (total + ofNode(node, likes[index])) | 0, 0);
+  const before = sum(gone, []);
+  return (sum(come, gone) - before) | 0;
 }

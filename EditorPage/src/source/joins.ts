@@ -21,10 +21,16 @@ const isFrontMatter = (entry: Entry) => entry.parsed.type === nodes.front_matter
 
 const blankLine = /\n[ \t]*\n/;
 
+/** How blocks begin that cannot stand in the middle of a paragraph. Right below a definition they are text. */
+const lowBlockStart = /^(?: {4}| {0,3}\t| {0,3}(?:<|(?:[-+*]|\d{1,9}[.)])(?:\s|$)))/;
+
+const isLowText = ({ parsed, source }: Entry) => parsed.isTextblock && lowBlockStart.test(source);
+
 /** Whether two blocks might read differently together than each alone. */
 export function isRisky({ before, after, gap }: Joint): boolean {
   if (!blankLine.test(unify(gap).text)) return true;
   const isIndented = /^[ \t]/.test(after.source);
+  if (isLowText(after)) return true;
   switch (before.parsed.type) {
     case nodes.list:
       return isIndented || after.parsed.type === nodes.list;
@@ -108,8 +114,17 @@ export function* separations(joint: Joint, context: Context, lineEnd: string): G
   const closed = isOpen ? rewritten(before, context, lineEnd) : null;
   if (closed) yield { before: closed, after, gap: apart };
   if (closed && fenced) yield { before: closed, after: fenced, gap: apart };
-  const unindented = /^[ \t]/.test(after.source) ? rewritten(after, context, lineEnd) : null;
-  if (unindented) yield { before, after: unindented, gap: apart };
+  const other = /^[ \t]/.test(after.source) || isLowText(after) ? rewritten(after, context, lineEnd) : null;
+  if (other) yield { before, after: other, gap: apart };
+}
+
+/** What begins a note when nothing stands above it any more that made it text. Null where it stays what it is. */
+export function standingFirst(entry: Entry, context: Context, lineEnd: string): Entry[] | null {
+  if (!isLowText(entry)) return null;
+  const { entries } = readEntries(entry.raw, false, context.labels);
+  if (entries.length === 1 && isSame(entries[0]!.parsed, entry.parsed)) return null;
+  const other = rewritten(entry, context, lineEnd);
+  return other ? [other] : entries.map((one, index) => (index === 0 ? { ...one, gap: entry.gap } : one));
 }
 
 function rewritten(entry: Entry, { labels }: Context, lineEnd: string): Entry | null {

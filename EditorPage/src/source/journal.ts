@@ -1,7 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import type { Entry } from './entries';
 import { fingerprintChange } from './fingerprint';
-import type { Range } from './range';
+import { differing, type Range } from './range';
 
 /** Entries that took the place of others. */
 interface Step {
@@ -58,16 +58,12 @@ export class Journal {
 
   /** Remembers that the entries have changed. */
   record(before: readonly Entry[], after: readonly Entry[]) {
-    const shorter = Math.min(before.length, after.length);
-    let start = 0;
-    while (start < shorter && before[start] === after[start]) start += 1;
-    let end = 0;
-    while (end < shorter - start && before[before.length - 1 - end] === after[after.length - 1 - end]) end += 1;
-    const gone = before.slice(start, before.length - end);
-    const come = after.slice(start, after.length - end);
+    const { from, oldTo, nextTo } = differing(before, after);
+    const gone = before.slice(from, oldTo);
+    const come = after.slice(from, nextTo);
     if (gone.length === 0 && come.length === 0) return;
     const fingerprint = (this.current + fingerprintChange(nodesOf(gone), nodesOf(come))) | 0;
-    this.steps.push({ at: start, gone, come, fingerprint });
+    this.steps.push({ at: from, gone, come, fingerprint });
     this.size += sizeOf(come);
     if (this.size > sizeLimit || this.steps.length > stepLimit) this.thin();
   }

@@ -49,7 +49,7 @@ function collect(node: Node, found: string[]) {
     if (match) found.push(labelKey(match[1]!));
   } else if (!node.isTextblock && !node.isLeaf) {
     if (node.type === nodes.footnote_definition) found.push(labelKey(`^${node.attrs.label}`));
-    node.forEach((child) => found.push(...labelsOf(child)));
+    for (const child of node.children) collect(child, found);
   }
 }
 

@@ -4,7 +4,7 @@ import { schema } from '../schema';
 const { nodes, marks } = schema;
 
 /** Marks that Markdown writes with delimiters, which cannot stand beside blanks. */
-const delimited: readonly MarkType[] = [marks.em, marks.strong, marks.strike, marks.highlight];
+export const delimited: readonly MarkType[] = [marks.em, marks.strong, marks.strike, marks.highlight];
 
 const tidied = new WeakMap<Node, Node>();
 const compared = new WeakMap<Node, Node>();

@@ -3,7 +3,7 @@ import type { Piece } from '../markdown/piece';
 import { writeInline, type Style } from '../markdown/write';
 import { schema } from '../schema';
 import { withPlainLinks } from './normal';
-import { indentLines, type Place } from './place';
+import { endOf, indentLines, type Place } from './place';
 import { labelledSplices } from './references';
 
 /** A change to a block's source: `text` in place of what stands from `from` to `to`. */
@@ -39,7 +39,7 @@ interface Difference {
   middle: Fragment;
 }
 
-function difference(before: Node, after: Node): Difference | null {
+export function difference(before: Node, after: Node): Difference | null {
   const [old, next] = [withPlainLinks(before).content, withPlainLinks(after).content];
   const from = old.findDiffStart(next);
   const ends = from === null ? null : old.findDiffEnd(next);
@@ -70,17 +70,13 @@ export function* inlineSplices(source: string, place: Place, next: Node, prefix:
     yield* intoNothing(source, place, next, prefix);
     return;
   }
-  const coded: Splice[] = [];
   for (const splice of plainSplices(source, place, next, change)) {
-    const own = { ...splice, text: indentLines(splice.text, prefix) };
-    if (characterCode.test(splice.text)) coded.push(own);
-    else yield own;
+    yield { ...splice, text: indentLines(splice.text, prefix) };
   }
-  yield* coded;
 }
 
 /** Blanks and letters written as numbers are nobody's wish: other ways come first. */
-const characterCode = /&#x\w+;/;
+export const isCoded = ({ text }: Splice): boolean => /&#x\w+;/.test(text);
 
 function* plainSplices(source: string, place: Place, next: Node, change: Difference): Generator<Splice> {
   const wide = widened(place, next.content, change);
@@ -94,19 +90,24 @@ function* plainSplices(source: string, place: Place, next: Node, change: Differe
     yield* labelledSplices(source, place, wide.from, wide.to, textOf(wide.middle));
     if (wide.middle.size > 0) yield* escaped(source, place, wide);
   }
-  yield* rewritten(place, next);
+  yield* rewritten(source, place, next);
 }
 
-const punctuation = /^[!-/:-@[-`{-~]$/;
+/** So many equal characters in a row are looked at as one marker. */
+const longestRun = 8;
 
-/** Plain text beside a character that it would make a marker of: that character gets a backslash. */
+/** Plain text beside characters that it would make markers of: they get backslashes. */
 function* escaped(source: string, place: Place, change: Difference): Generator<Splice> {
   const text = textOf(change.middle);
   for (const [from, to] of ranges(place, change)) {
-    const before = source[from - 1] ?? '';
-    const after = source[to] ?? '';
-    if (punctuation.test(before)) yield { from: from - 1, to, text: `\\${before}${text}` };
-    if (punctuation.test(after)) yield { from, to: to + 1, text: `${text}\\${after}` };
+    const before = /([!-/:-@[-`{-~])\1*$/.exec(source.slice(Math.max(place.start, from - longestRun), from))?.[0] ?? '';
+    const after = /^([!-/:-@[-`{-~])\1*/.exec(source.slice(to, Math.min(endOf(place), to + longestRun)))?.[0] ?? '';
+    for (const count of new Set([1, before.length])) {
+      if (before) yield { from: from - count, to, text: `${before.slice(-count).replace(/./g, '\\$&')}${text}` };
+    }
+    for (const count of new Set([1, after.length])) {
+      if (after) yield { from, to: to + count, text: `${text}${after.slice(0, count).replace(/./g, '\\$&')}` };
+    }
   }
 }
 
@@ -176,21 +177,29 @@ function* writtenTexts(
     after: isLast ? '\n' : (source[to] ?? '\n'),
     isCell: isCell(next),
   };
-  for (const style of styles) {
+  // The delimiter that was typed is the one to keep.
+  const isUnderscored = /^\\?_/.test(source.slice(from, to));
+  for (const style of stylesOf(isUnderscored ? '_a __b' : source.slice(place.start, endOf(place)))) {
     const text = writeInline(middle, around, style);
     if (text !== plain) yield text;
   }
 }
 
-const styles: ReadonlyArray<Partial<Style>> = [{}, { emphasis: '_', strong: '_', address: 'angled' }];
+/** The markers to write with, those that a source has itself first. */
+function stylesOf(source: string): ReadonlyArray<Partial<Style>> {
+  const isEmphasised = /(?<![_\w])_(?![_\s])/.test(source);
+  const isStrong = /(?<![_\w])__(?!\s)/.test(source);
+  const own: Partial<Style> = { ...(isEmphasised && { emphasis: '_' }), ...(isStrong && { strong: '_' }) };
+  return [own, ...(isEmphasised || isStrong ? [{}] : []), { emphasis: '_', strong: '_', address: 'angled' }];
+}
 
 const isCell = (node: Node) => node.type === schema.nodes.table_cell || node.type === schema.nodes.table_header;
 
 /** The whole content written anew between the ends of the old one. */
-function* rewritten(place: Place, next: Node): Generator<Splice> {
+function* rewritten(source: string, place: Place, next: Node): Generator<Splice> {
   const from = place.start + place.piece.inner[0];
   const to = place.start + place.piece.inner[1];
-  for (const style of styles) {
+  for (const style of stylesOf(source.slice(from, to))) {
     yield { from, to, text: writeInline(next.content, { before: '\n', after: '\n', isCell: isCell(next) }, style) };
   }
 }

@@ -3,17 +3,58 @@ import type { Piece } from '../markdown/piece';
 import { shifted } from '../markdown/piece';
 import type { Segment } from '../markdown/segments';
 import { schema } from '../schema';
-import type { Block } from './entries';
+import type { Block, Entry } from './entries';
 import { spliced, type Splice } from './patch';
 import { endOf, nodeAt, placesAlong, type Place } from './place';
+import { differing } from './range';
+import { carryOver } from './text';
 
 const { nodes } = schema;
+
+/**
+ * The entry for a block that has become `next` by typing or deleting in one of its texts. Nothing but that text is looked
+ * at, however long the block is. Null when more has changed, or when the text has to be read back. The entry has no gap.
+ */
+export function quickEntry(old: Entry, next: Node, lineEnd: string): Entry | null {
+  const path = old.node === old.parsed ? pathToChange(old.parsed, next) : null;
+  const splice = path && typed(placesAlong(old, path).at(-1)!, nodeAt(next, path));
+  const block = splice && quickEdit(old, splice, next, path!);
+  return block && { ...block, node: next, raw: carryOver(old.raw, old.source, block.source, lineEnd), gap: '' };
+}
+
+/** The way to the only text block in which two blocks differ. */
+function pathToChange(before: Node, after: Node): number[] | null {
+  const path: number[] = [];
+  let [old, next] = [before, after];
+  while (!old.isTextblock) {
+    const { from, oldTo, nextTo } = differing(old.children, next.children);
+    if (oldTo !== from + 1 || nextTo !== oldTo || !old.sameMarkup(next)) return null;
+    path.push(from);
+    [old, next] = [old.child(from), next.child(from)];
+  }
+  return next.isTextblock ? path : null;
+}
+
+/** The change of a text in its source, where letters have come or gone within one stretch of it. */
+function typed({ node, piece, start }: Place, next: Node): Splice | null {
+  const from = node.content.findDiffStart(next.content);
+  const ends = from === null ? null : node.content.findDiffEnd(next.content);
+  if (from === null || !ends) return null;
+  const overlap = Math.max(0, from - Math.min(ends.a, ends.b));
+  const to = ends.a + overlap;
+  const middle = next.content.cut(from, ends.b + overlap);
+  const segment = piece.segments.find((one) => one.size === one.length && one.at <= from && to <= one.at + one.size);
+  if (!segment || !middle.content.every((child) => child.isText)) return null;
+  const at = start + segment.from - segment.at;
+  return { from: at + from, to: at + to, text: middle.textBetween(0, middle.size) };
+}
 
 /**
  * Carries out an edit of a text block that cannot change how anything is read, without reading it back. `path` leads
  * from the block to the text block. Null when that is not certain.
  */
-export function quickEdit(block: Block, splice: Splice, expected: Node, path: readonly number[]): Block | null {
+export function quickEdit(block: Block, given: Splice, expected: Node, path: readonly number[]): Block | null {
+  const splice = beforeBlank(block.source, given);
   const places = placesAlong(block, path);
   const place = places.at(-1)!;
   if (place.piece.isMissing || !place.node.isTextblock || !block.parsed.sameMarkup(expected)) return null;
@@ -24,6 +65,14 @@ export function quickEdit(block: Block, splice: Splice, expected: Node, path: re
   const grown = splice.text.length - (splice.to - splice.from);
   const moved = textPieceAfter(place.piece, segment, grown);
   return { source: spliced(block.source, splice), parsed: expected, piece: pieceAfter(places, path, moved, grown) };
+}
+
+/** The same edit with the first of two blanks in place of the second, so that it is the word before that changes. */
+function beforeBlank(source: string, splice: Splice): Splice {
+  const { from, to, text } = splice;
+  const moved = from === to ? text : text === '' ? source.slice(from, to) : '';
+  if (source[from - 1] !== ' ' || !moved.endsWith(' ')) return splice;
+  return { from: from - 1, to: to - 1, text: text === '' ? '' : ` ${text.slice(0, -1)}` };
 }
 
 const word = '\\p{L}+[,.;!?]?';
@@ -42,27 +91,39 @@ function isInsideWords(whole: string, place: Place, splice: Splice): boolean {
   const source = whole.slice(place.start, endOf(place));
   const from = splice.from - place.start;
   const to = splice.to - place.start;
-  if (from < 0 || to > source.length || source.includes('<') || mayBeInBrackets(source, from)) return false;
+  if (from < 0 || to > source.length || source.includes('<')) return false;
+  if (source.includes('[') && (source.includes(']:') || mayBeInLabel(source, from) || mayBeInTarget(source, from))) return false;
   const start = lastBlank(source, from - 1) + 1;
   const stop = nextBlank(source, to);
   const before = source.slice(start, stop);
   const after = source.slice(start, from) + splice.text + source.slice(to, stop);
   if (!words.test(before) || !words.test(after)) return false;
-  if (source[start - 1] !== ' ' || !wordEnd.test(source.slice(Math.max(0, start - 6), start - 1))) return false;
+  const blanks = source[start - 2] === ' ' ? 2 : 1;
+  const wordBefore = source.slice(Math.max(0, start - blanks - 5), start - blanks);
+  if (source[start - 1] !== ' ' || !wordEnd.test(wordBefore)) return false;
   if (source[stop] === ' ') return stop + 1 < source.length && !isBlank(source, stop + 1);
   return (stop === source.length || source[stop] === '\n') && [before, after].every((text) => /\S$/.test(text));
 }
 
-function mayBeInBrackets(source: string, at: number): boolean {
-  if (!source.includes('[')) return false;
-  if (source.includes(']:') || source.includes('\\') || source.includes('`')) return true;
-  let depth = 0;
-  for (let index = 0; index < at; index += 1) {
-    if (source[index] === '[') depth += 1;
-    else if (source[index] === ']') depth -= 1;
-    if (depth < 0) return true;
+/** No label is longer than this, in characters. */
+const longestLabel = 1_000;
+
+/**
+ * Whether a place may be between the brackets of a label or a wiki link. Neither goes on behind a closing bracket,
+ * wherever that stands, unless a backslash is before it.
+ */
+function mayBeInLabel(source: string, at: number): boolean {
+  for (let index = at - 1; index >= Math.max(0, at - longestLabel); index -= 1) {
+    if (source[index] === '[') return true;
+    if (source[index] === ']' && source[index - 1] !== '\\') return false;
   }
-  return depth > 0;
+  return false;
+}
+
+/** Whether a place may be between the parentheses behind a link's text: without a word there they might make a link. */
+function mayBeInTarget(source: string, at: number): boolean {
+  const open = source.lastIndexOf('](', at);
+  return open >= 0 && !source.slice(open, at).includes(')');
 }
 
 const isBlank = (source: string, at: number) => source[at] === ' ' || source[at] === '\n' || source[at] === '\t';

@@ -9,8 +9,11 @@ export interface Range {
 
 /** The children in which two documents differ, seen from both ends. Nodes are compared by identity. */
 export function differingRange(before: Node, next: Node): Range {
-  const olds = before.children;
-  const news = next.children;
+  return differing(before.children, next.children);
+}
+
+/** The same for any two lists. */
+export function differing<Item>(olds: readonly Item[], news: readonly Item[]): Range {
   const shorter = Math.min(olds.length, news.length);
   let from = 0;
   while (from < shorter && olds[from] === news[from]) from += 1;

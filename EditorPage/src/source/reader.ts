@@ -3,6 +3,7 @@ import { safeCuts } from './cuts';
 import { emptyEntry, readEntries, type Entries } from './entries';
 import { foldedEntry, lengthWithoutEmptyLines, readInParts } from './folded';
 import { countLabels, labelsOf, seemingDefinitions } from './labels';
+import { NoteText } from './noteText';
 import { mainLineEnd } from './text';
 import type { Note } from './update';
 
@@ -16,7 +17,7 @@ export function readNote(text: string, length: number): Note {
   const hasBlock = entries.some((entry) => entry.node.type !== nodes.front_matter);
   if (!hasBlock) entries.push(emptyEntry(nodes.paragraph.create(), ''));
   const labels = countLabels(new Map(), [], entries.map((entry) => entry.parsed));
-  return { mark, entries, tail, text, labels, lineEnd: mainLineEnd(text) };
+  return { mark, entries, tail, text: NoteText.of(text), labels, lineEnd: mainLineEnd(text) };
 }
 
 function readBody(body: string, length: number): Entries {

@@ -7,7 +7,8 @@ import { readBlock, type Block } from './entries';
 import { readPart } from './local';
 import { isSame, isSameButLinks, tidy } from './normal';
 import { bracketed, withBrackets } from './angled';
-import { inlineSplices, spliced, type Splice } from './patch';
+import { withMovedEdges } from './edges';
+import { inlineSplices, isCoded, spliced, type Splice } from './patch';
 import { quickEdit } from './quick';
 import { linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
 import type { Pool } from './pool';
@@ -36,30 +37,59 @@ export function reconcile(block: Block, target: Node, pool: Pool, context: Conte
     if (!next) return null;
     current = next.block;
     // What has become a link by itself is one from now on.
-    if (next.linked) aim = withNode(aim, next.linked, nodeAt(current.parsed, next.linked));
+    if (next.settled) aim = withNode(aim, next.settled, nodeAt(current.parsed, next.settled));
   }
   return null;
 }
 
 interface Changed {
   block: Block;
-  /** The path of a text block in which typing has made a link, or ended one. */
-  linked: number[] | null;
+  /** The path of a text block that now says a little else than was asked: in which typing has made a link, or ended one. */
+  settled: number[] | null;
 }
+
+type InlineChange = Change & { kind: 'inline' };
 
 function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed | null {
   for (const change of changesBetween(block.parsed, aim)) {
+    const isInline = change.kind === 'inline';
     const expected = outcome(block.parsed, change);
-    const linked = change.kind === 'inline' ? withLinksOfItsOwn(block, change, expected) : null;
+    const linked = isInline ? withLinksOfItsOwn(block, change, expected) : null;
+    const coded: Splice[] = [];
     let attempts = 0;
     for (const splice of splices(block, change, pool)) {
-      const quick = change.kind === 'inline' ? quickEdit(block, splice, expected, change.path) : null;
-      if (quick) return { block: quick, linked: null };
+      if (isInline && isCoded(splice)) {
+        coded.push(splice);
+        continue;
+      }
+      const quick = isInline ? quickEdit(block, splice, expected, change.path) : null;
+      if (quick) return { block: quick, settled: null };
       const next = readBack(block, splice, expected, context, linked);
-      if (next) return { block: next, linked: isSame(next.parsed, expected) ? null : change.path };
+      if (next) return { block: next, settled: isSame(next.parsed, expected) ? null : change.path };
       attempts += 1;
       if (attempts === attemptLimit) break;
     }
+    const last = isInline ? (besideMarks(block, change, pool, context) ?? firstThatSays(block, coded, expected, context)) : null;
+    if (last) return { block: last, settled: change.path };
+  }
+  return null;
+}
+
+/** The block with words in it that could not stand beside marked text, and are marked as it is. */
+function besideMarks(block: Block, change: InlineChange, pool: Pool, context: Context): Block | null {
+  for (const node of withMovedEdges(nodeAt(block.parsed, change.path), change.node)) {
+    const moved = { ...change, node };
+    const uncoded = [...splices(block, moved, pool)].filter((splice) => !isCoded(splice));
+    const found = firstThatSays(block, uncoded, outcome(block.parsed, moved), context);
+    if (found) return found;
+  }
+  return null;
+}
+
+function firstThatSays(block: Block, attempts: readonly Splice[], expected: Node, context: Context): Block | null {
+  for (const splice of attempts.slice(0, attemptLimit)) {
+    const next = readBack(block, splice, expected, context, null);
+    if (next) return next;
   }
   return null;
 }
@@ -68,7 +98,7 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
  * What the block should say with the brackets around its addresses shown, for an edit that may make links of addresses
  * or end them: links follow what is typed. Making one of a text, or putting one in, is another matter.
  */
-function withLinksOfItsOwn(block: Block, { path, node }: Change & { kind: 'inline' }, expected: Node): Linked | null {
+function withLinksOfItsOwn(block: Block, { path, node }: InlineChange, expected: Node): Linked | null {
   const before = nodeAt(block.parsed, path);
   const isTyping = before.textContent !== node.textContent && linkCount(node) <= linkCount(before);
   if (!isTyping) return null;

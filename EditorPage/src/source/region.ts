@@ -1,8 +1,9 @@
 import type { Node } from 'prosemirror-model';
 import type { Entry } from './entries';
 import { foldedEntry, isFolded, readFolded, sourceOf } from './folded';
-import { holds, isFoldedJointSafe, isRisky, merged, separations, type Joint } from './joins';
+import { holds, isFoldedJointSafe, isRisky, merged, separations, standingFirst, type Joint } from './joins';
 import { isBlank } from './normal';
+import { quickEntry } from './quick';
 import { withLineEnd } from './text';
 import { writeEntries, type Writing } from './writer';
 
@@ -29,6 +30,8 @@ export function draft(olds: readonly Entry[], next: readonly Node[], writing: Wr
     if (origin >= 0) return { entries: [{ ...olds[origin]!, node }], origin };
     if (isFolded(node)) return { entries: [foldedEntry(sourceOf(node), '', node)], origin };
     const model = modelFor(index, next.length, olds.length, kept);
+    const quick = model >= 0 ? quickEntry(olds[model]!, node, writing.lineEnd) : null;
+    if (quick) return { entries: [quick], origin: model };
     const known = isBlank(node) ? null : memory.recall(node);
     const entries = known ? [{ ...known, node }] : writeEntries(node, olds[model], writing);
     return { entries, origin: model };
@@ -72,16 +75,24 @@ class Matcher {
 /** Borders that keep changing each other are left after so many changes. */
 const changeLimit = 200;
 
+/** Whether the same blocks stand in another order: the space between them stays where it is. */
+function isReordered(drafts: readonly Draft[], olds: readonly Entry[]): boolean {
+  const isOne = ({ entries, origin }: Draft) => origin >= 0 && entries.length === 1 && entries[0]!.source !== '';
+  return drafts.length === olds.length && drafts.every(isOne) && olds.every(({ source }) => source !== '');
+}
+
 /** Gives the drafts their gaps: those of the entries that they take the place of, else a blank line. */
 export function spaced(drafts: readonly Draft[], olds: readonly Entry[], isFirst: boolean, lineEnd: string): Entry[] {
   const result: Entry[] = [];
   const apart = withLineEnd('\n\n', lineEnd);
   let before = -1;
+  const isMove = isReordered(drafts, olds);
   for (const [index, { entries, origin }] of drafts.entries()) {
     for (const [part, entry] of entries.entries()) {
       const isVeryFirst = index === 0 && part === 0;
       const follows = part === 0 && origin >= 0 && (isVeryFirst ? origin === 0 : origin === before + 1);
-      result.push({ ...entry, gap: part > 0 ? entry.gap : gapFor(entry, follows ? olds[origin]! : null) });
+      const gap = isMove ? olds[index]!.gap : gapFor(entry, follows ? olds[origin]! : null);
+      result.push({ ...entry, gap: part > 0 ? entry.gap : gap });
     }
     before = origin;
   }
@@ -118,6 +129,7 @@ export function settle(middle: readonly Entry[], around: Surrounding, writing: W
   const region: Region = { entries: [...middle], extraBefore: 0, extraAfter: 0 };
   drawInBefore(region, around);
   drawInAfter(region, around);
+  settleFirst(region, around, writing);
   let changes = 0;
   for (let index = 0; index < region.entries.length; index += 1) {
     const hasChanged = settleJoint(region, index, writing);
@@ -128,6 +140,14 @@ export function settle(middle: readonly Entry[], around: Surrounding, writing: W
     drawIn(region, around);
   }
   return region;
+}
+
+/** Looks at the first block of the note, if the region holds it. */
+function settleFirst({ entries, extraBefore }: Region, around: Surrounding, writing: Writing) {
+  const index = entries.findIndex(({ source }) => source !== '');
+  if (index < 0 || around.before(extraBefore + 1)) return;
+  const come = standingFirst(entries[index]!, writing, writing.lineEnd);
+  if (come) entries.splice(index, 1, ...come);
 }
 
 /** Draws a neighbour in when the outermost entry of the region is not what it was. */

@@ -3,6 +3,7 @@ import { isPlainLine, safeCuts } from './cuts';
 import { readEntries, type Entry } from './entries';
 import { foldedEntry, isFolded, lengthWithoutEmptyLines } from './folded';
 import { countLabels, differingLabels } from './labels';
+import { NoteText } from './noteText';
 import { readNote } from './reader';
 import { commonEnds, mainLineEnd, unify } from './text';
 import { relabel, single, type Correction, type Note } from './update';
@@ -97,12 +98,12 @@ function joined(note: Note, text: string, { lo, hi }: Middle, come: readonly Ent
   const nodes = entries.slice(lo, end).map(({ node }) => node);
   const elsewhere = changed.filter((at) => at < lo || at >= end).map((at) => single(entries, at, at < lo ? at : at - end + hi));
   const corrections = [{ from: lo, to: hi, nodes }, ...elsewhere].sort((one, other) => one.from - other.from);
-  return { note: { ...note, entries, tail, text, labels, lineEnd: mainLineEnd(text), near: undefined }, corrections };
+  return { note: { ...note, entries, tail, text: NoteText.of(text), labels, lineEnd: mainLineEnd(text), near: undefined }, corrections };
 }
 
 function middleOf(note: Note, text: string): Middle | null {
   if (!text.startsWith(note.mark) || (note.mark === '' && text.startsWith('\ufeff'))) return null;
-  const { start, end } = commonEnds(note.text, text);
+  const { start, end } = commonEnds(note.text.whole, text);
   const starts = startsOf(note);
   let lo = starts.findIndex((at) => at + 1 > start);
   lo = (lo < 0 ? starts.length : lo) - 1;

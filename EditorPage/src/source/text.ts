@@ -43,12 +43,18 @@ export function withLineEnd(text: string, lineEnd: string): string {
   return lineEnd === '\n' ? text : text.replace(/\n/g, lineEnd);
 }
 
+/** So many characters of long texts are compared at once. */
+const STRETCH = 500;
+
 /** The lengths of what two texts have in common at their beginnings and, after that, at their ends. */
 export function commonEnds(a: string, b: string): { start: number; end: number } {
   const shorter = Math.min(a.length, b.length);
   let start = 0;
+  while (start + STRETCH <= shorter && a.slice(start, start + STRETCH) === b.slice(start, start + STRETCH)) start += STRETCH;
   while (start < shorter && a.charCodeAt(start) === b.charCodeAt(start)) start += 1;
   let end = 0;
+  const tail = (text: string) => text.slice(text.length - end - STRETCH, text.length - end);
+  while (end + STRETCH <= shorter - start && tail(a) === tail(b)) end += STRETCH;
   while (end < shorter - start && a.charCodeAt(a.length - 1 - end) === b.charCodeAt(b.length - 1 - end)) end += 1;
   return { start, end };
 }

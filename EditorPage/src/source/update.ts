@@ -5,8 +5,9 @@ import { readAnyBlock, readEntries, type Block, type Entry } from './entries';
 import { isFolded } from './folded';
 import { countLabels, differingLabels, type LabelCounts } from './labels';
 import { isSame } from './normal';
+import type { NoteText, TextChange } from './noteText';
 import { Pool } from './pool';
-import type { Range } from './range';
+import { differing, type Range } from './range';
 import { draft, settle, spaced, type Draft } from './region';
 import type { Retired } from './retired';
 import { commonEnds, unify } from './text';
@@ -18,18 +19,11 @@ export interface Note {
   mark: string;
   entries: readonly Entry[];
   tail: string;
-  text: string;
+  text: NoteText;
   labels: LabelCounts;
   lineEnd: string;
   /** Where an entry begins that was edited last, so that the next edit's place is found quickly. */
   near?: { index: number; offset: number };
-}
-
-/** A change of the note's text, in UTF-16 offsets of the text before it. */
-export interface TextChange {
-  from: number;
-  to: number;
-  insert: string;
 }
 
 /** The smallest change from one text to another that stands `offset` characters into the note. */
@@ -51,17 +45,18 @@ export interface Updated {
   note: Note;
   change: TextChange | null;
   corrections: Correction[];
+  /** The entries of the earlier state that the note is in again, as they were then. */
+  found?: readonly Entry[];
 }
 
 const parsed = (entries: readonly Entry[]) => entries.map((entry) => entry.parsed);
 
-/** The note with entries of an earlier state in place of its own. */
-export function restored(note: Note, entries: readonly Entry[]): Note {
-  const start = entries.findIndex((entry, index) => entry !== note.entries[index]);
-  const from = start < 0 ? Math.min(entries.length, note.entries.length) : start;
-  const labels = countLabels(note.labels, parsed(note.entries.slice(from)), parsed(entries.slice(from)));
-  const text = note.mark + entries.map((entry) => entry.gap + entry.raw).join('') + note.tail;
-  return { ...note, entries, labels, text, near: undefined };
+/** The note with entries of an earlier state in place of its own, and how its text has changed. */
+export function restored(note: Note, entries: readonly Entry[]): { note: Note; change: TextChange | null } {
+  const { from, oldTo, nextTo } = differing(note.entries, entries);
+  const labels = countLabels(note.labels, parsed(note.entries.slice(from, oldTo)), parsed(entries.slice(from, nextTo)));
+  const { change, text, near } = composed(note, entries, from, oldTo, nextTo);
+  return { note: { ...note, entries, labels, text, near }, change };
 }
 
 /** Brings a note in step with an edited document, which differs from its own in `range`. */
@@ -88,7 +83,7 @@ export function update(note: Note, next: Node, range: Range, retired: Retired): 
 
   const regionEnd = lo + region.entries.length;
   let { change, text, near } = composed(note, entries, lo, hi, regionEnd);
-  if (guardStart(entries, text.slice(note.mark.length), lineEnd)) {
+  if (guardStart(entries, () => text.whole.slice(note.mark.length), lineEnd)) {
     ({ change, text, near } = composed(note, entries, 0, hi, regionEnd));
   }
   const corrections = [
@@ -142,10 +137,10 @@ function surrounding(note: Note, { from, oldTo }: Range, drafts: readonly Draft[
 }
 
 /** A rule at the very start would begin front matter if another stood below: an empty line prevents that. */
-function guardStart(entries: Entry[], text: string, lineEnd: string): boolean {
+function guardStart(entries: Entry[], text: () => string, lineEnd: string): boolean {
   const first = entries[0]!;
   if (first.parsed.type === schema.nodes.front_matter || !/^(---|\+\+\+)[ \t]*(\n|$)/.test(first.source)) return false;
-  if (first.gap !== '' || !frontMatter.test(unify(text).text)) return false;
+  if (first.gap !== '' || !frontMatter.test(unify(text()).text)) return false;
   entries[0] = { ...first, gap: lineEnd };
   return true;
 }
@@ -166,7 +161,7 @@ function composed(note: Note, entries: readonly Entry[], lo: number, hi: number,
   const before = bytes(note.entries.slice(lo, hi));
   const after = bytes(entries.slice(lo, to));
   const change = changeBetween(before, after, start);
-  const text = change ? note.text.slice(0, change.from) + change.insert + note.text.slice(change.to) : note.text;
+  const text = change ? note.text.changed(change) : note.text;
   return { change, text, near: { index: lo, offset: start } };
 }
 

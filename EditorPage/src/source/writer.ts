@@ -5,7 +5,7 @@ import { adjusted } from './adjust';
 import { emptyEntry, readBlock, readEntries, type Block, type Entry } from './entries';
 import { isBlank, isSame, tidy } from './normal';
 import type { Pool } from './pool';
-import { inlineSplices, spliced } from './patch';
+import { inlineSplices, sourceOffsets, spliced } from './patch';
 import { rootPlace } from './place';
 import { reconcile, type Context } from './reconcile';
 import { carryOver, unify } from './text';
@@ -56,6 +56,7 @@ function patched(node: Node, old: Entry, writing: Writing): Block | null {
 function entryOf(block: Block, node: Node, old: Entry | undefined, lineEnd: string): Entry {
   const { source, parsed, piece } = block;
   const raw = carryOver(old?.raw ?? '', old?.source ?? '', source, lineEnd);
+  if (parsed.eq(node)) return { source, parsed: node, piece, raw, gap: '', node };
   return { source, parsed, piece, raw, gap: '', node: isSame(parsed, node) ? node : parsed };
 }
 
@@ -71,6 +72,8 @@ function written(node: Node, old: Entry | undefined, writing: Writing): Block | 
 function candidates(node: Node, old: Entry | undefined, { pool }: Writing): Set<string> {
   if (isSource(node)) return new Set([node.textContent]);
   const found = new Set<string>();
+  const typed = old && node.type !== old.parsed.type ? withBlankBehindMarker(old) : null;
+  if (typed !== null) found.add(typed);
   const clean = tidy(node);
   const style = styleOf(old?.source ?? '');
   for (const known of [pool.parts, pool.whole, undefined]) {
@@ -78,6 +81,14 @@ function candidates(node: Node, old: Entry | undefined, { pool }: Writing): Set<
     found.add(writeBlock(clean, { ...style, emphasis: '_', strong: '_', address: 'angled' }, known));
   }
   return found;
+}
+
+/** A paragraph's source as it reads when its first characters are a marker: the blank that made them one was just typed. */
+function withBlankBehindMarker({ source, parsed, piece }: Entry): string | null {
+  const marker = /^(?:[-+*>]|#{1,6}|\d{1,9}[.)])/.exec(parsed.textContent)?.[0];
+  if (marker === undefined || parsed.type !== nodes.paragraph) return null;
+  const [end] = sourceOffsets(piece, marker.length, parsed.content.size);
+  return end === undefined ? null : `${/^ */.exec(source)![0]}${marker} ${source.slice(piece.start + end)}`;
 }
 
 /** The markers that a source uses. */

@@ -68,14 +68,20 @@ function insertMark(tr: Transaction, pos: number, mark: string, marks: readonly 
   if (tr.doc.resolve(pos).parent.inlineContent) tr.insert(pos, schema.text(mark, marks));
 }
 
+/** The state after a text was typed at once, if the plugin has something else to make of it; null if it has not. */
+export function replacedInput(plugin: Plugin, state: EditorState, text: string): EditorState | null {
+  const { from, to } = state.selection;
+  const view = { state, composing: false, dispatch: (tr: Transaction) => (view.state = view.state.apply(tr)) } as unknown as EditorView & { state: EditorState };
+  return plugin.props.handleTextInput?.call(plugin, view, from, to, text, () => state.tr) ? view.state : null;
+}
+
 /** Types letter by letter as input rules see it, without a screen. */
 export function typed(plugin: Plugin, marked: string, text: string): string {
   const { source, state } = situation(marked, [plugin]);
-  const view = { state, composing: false, dispatch: (tr: Transaction) => (view.state = view.state.apply(tr)) } as unknown as EditorView & { state: EditorState };
+  let current = state;
   for (const letter of text) {
-    const { from, to } = view.state.selection;
-    const handled = plugin.props.handleTextInput?.call(plugin, view, from, to, letter, () => view.state.tr) ?? false;
-    if (!handled) view.dispatch(view.state.tr.insertText(letter));
+    current = replacedInput(plugin, current, letter) ?? current.apply(current.tr.insertText(letter));
+    source.apply(current.doc);
   }
-  return written(source, view.state);
+  return written(source, current);
 }

@@ -16,6 +16,7 @@
  */
 import { bridgeTests } from './bridge';
 import { clipboardTests } from './clipboard';
+import { comfortTests } from './comfort';
 import { completionTests } from './completion';
 import { commandTests } from './commands';
 import { fidelityTests, type Sample } from './fidelity';
@@ -32,7 +33,7 @@ async function run(samples: readonly Sample[] = []): Promise<Result[]> {
   const recorder = new Recorder();
   recorder.install();
   const results: Result[] = [];
-  const tests: Test[] = [...bridgeTests, ...commandTests, ...clipboardTests, ...completionTests, ...findTests, ...foldingTests, ...sourceViewTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
+  const tests: Test[] = [...bridgeTests, ...commandTests, ...comfortTests, ...clipboardTests, ...completionTests, ...findTests, ...foldingTests, ...sourceViewTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
   try {
     for (const [name, test] of tests) results.push(await runOne(name, test, recorder));
   } finally {

@@ -9,8 +9,8 @@ import { disagreement, edits, Session } from '../editing';
 import { execEdits } from '../execEdits';
 import { Random } from '../random';
 
-/** How many random sequences are tried: SEQUENCES=20000 for a long run, and FIRST_SEED for other ones. */
-const sequences = Number(process.env.SEQUENCES ?? 150);
+/** How many random sequences are tried: more in a long run, or as many as SEQUENCES says, and from FIRST_SEED on. */
+const sequences = Number(process.env.SEQUENCES ?? (process.env.LONG ? 3000 : 150));
 const firstSeed = Number(process.env.FIRST_SEED ?? 1);
 
 const samples = allSamples().filter(({ text }) => text.length < 3000);
@@ -50,7 +50,6 @@ function difference(a: string, b: string): string {
   return JSON.stringify([a.slice(Math.max(0, start - 40), a.length - end + 40), b.slice(Math.max(0, start - 40), b.length - end + 40)]);
 }
 
-const show = (session: Session) => session.source.blocks.map((e) => `${JSON.stringify(e.gap)}${e.node.type.name.slice(0,4)}${e.raw.length}`).join(' ').slice(0, 700);
 const all = { ...edits, ...execEdits };
 const folds = { unfold: unfoldOne, unfoldMore: unfoldOne, fold: foldOne };
 
@@ -67,7 +66,6 @@ function runSequence(seed: number): string | null {
       const name = random.below(2) === 0 ? random.pick(Object.keys(folds)) : random.pick(kinds);
       const isDone = name in folds ? folds[name as keyof typeof folds](session, random) : all[name]!(session, random);
       if (isDone) done.push(name);
-      if (process.env.DBG) console.log(name, isDone, show(session));
       session.state.doc.check();
       if (!session.state.doc.eq(session.source.doc)) return failed('the document is not the one of the text');
       if (session.source.pieces.join('') !== session.source.text) return failed('the text is not the sum of its pieces');
@@ -78,7 +76,7 @@ function runSequence(seed: number): string | null {
       const wrong = session.source.text === edited ? disagreement(session.source) : 'unfolding changed the text';
       if (wrong) return failed(wrong);
     }
-    for (let back = 0; session.run(undo); back += 1) { if (back % 3 === 2) random.pick([unfoldOne, foldOne])(session, random); if (process.env.DBG) console.log('undo', show(session)); }
+    for (let back = 0; session.run(undo); back += 1) if (back % 3 === 2) random.pick([unfoldOne, foldOne])(session, random);
     if (session.source.text !== text) return failed(`undo did not bring the bytes back: ${difference(session.source.text, text)}`);
     while (foldOne(session, random));
     session.redoAll();

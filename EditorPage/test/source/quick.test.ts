@@ -40,6 +40,15 @@ const vocabulary = [
   '~~',
   'Å',
   '\n',
+  '[[',
+  ']]',
+  '[a',
+  'b]',
+  '](/x',
+  ')',
+  '\\]',
+  '`]`',
+  ' ',
 ];
 
 function someText(random: Random, length: number): string {

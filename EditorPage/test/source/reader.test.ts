@@ -1,6 +1,8 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
+import type { Node } from 'prosemirror-model';
 import { isFolded, sourceOf } from '../../src/source/folded';
+import { isSame } from '../../src/source/normal';
 import { SourceDocument } from '../../src/source/SourceDocument';
 import { commonMarkExamples, edgeNotes, gfmExamples, packageFiles, variants, type Sample } from '../corpus';
 import { Random, seedOf } from '../random';
@@ -21,12 +23,17 @@ function unfolded(text: string, length: number, random: Random): SourceDocument 
   }
 }
 
+/** Whether two documents say the same block by block: HTML that nothing closes may or may not hold the line ends behind it. */
+function isSameDocument(one: Node, other: Node): boolean {
+  return one.childCount === other.childCount && one.children.every((child, index) => isSame(child, other.child(index)));
+}
+
 /** What unfolding gets wrong, in one line for each sample. */
 function failures(samples: readonly Sample[], length: number): string[] {
   return samples.flatMap(({ name, text }) => {
     const whole = SourceDocument.load(text);
     const source = unfolded(text, length, new Random(seedOf(name)));
-    return source.doc.eq(whole.doc) ? [] : [`${name}: another document`];
+    return isSameDocument(source.doc, whole.doc) ? [] : [`${name}: another document`];
   });
 }
 
