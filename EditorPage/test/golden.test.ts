@@ -71,3 +71,11 @@ test('an item whose bracket is a letter is no task', () => {
 
   assert.deepEqual(doc.firstChild!.children.map((item) => item.attrs.checked), [null, false, true, null]);
 });
+
+test('a formula in an item that nothing closes holds the empty lines that come behind it', () => {
+  const session = new Session('- $$\n\n');
+
+  session.dispatch(session.state.tr.insert(session.state.doc.content.size, nodes.horizontal_rule.create()));
+
+  assertAgrees(session);
+});
