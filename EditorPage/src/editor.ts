@@ -14,6 +14,7 @@ import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
 import { differingRange, type Range } from './source/range';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
+import type { TextChange } from './source/noteText';
 import { changeBetween } from './source/update';
 import { foldedAt, offsetOf, placeAt } from './sourceView/offsets';
 import { TextStep } from './sourceView/textStep';
@@ -143,12 +144,16 @@ export class NoteEditor implements Folded {
     return this.#unshown ?? this.#source.text;
   }
 
+  /** Tells the host what was changed in the source, one change after the other. The document follows with `rewrite`. */
+  tell(changes: readonly TextChange[], note: { readonly text: string; readonly length: number }): void {
+    if (changes.length === 1) this.#reporter.tell(changes[0]!, note);
+    else if (changes.length > 1) this.#reporter.tellWhole(note.text);
+  }
+
   /** Makes `text` of the note, as one step that can be undone. The host is taken to know it already. */
   rewrite(text: string): void {
     if (this.#unshown !== null) return;
-    this.#reporter.restart();
     const before = this.text;
-    this.#reporter.restart();
     if (this.#unshown !== null) return this.setContent(text);
     const change = changeBetween(before, text);
     if (change === null) return;

@@ -2,7 +2,7 @@
 import { defaultKeymap, history, historyKeymap, indentWithTab, redo, redoDepth, undo, undoDepth } from '@codemirror/commands';
 import { markdown, markdownKeymap, markdownLanguage } from '@codemirror/lang-markdown';
 import { HighlightStyle, syntaxHighlighting } from '@codemirror/language';
-import { Compartment, EditorSelection, EditorState, StateEffect, StateField, Transaction, type Extension } from '@codemirror/state';
+import { Compartment, EditorSelection, EditorState, StateEffect, StateField, Transaction, type ChangeSet, type Extension } from '@codemirror/state';
 import { Decoration, EditorView, keymap, type DecorationSet } from '@codemirror/view';
 import { tags } from '@lezer/highlight';
 
@@ -10,7 +10,8 @@ export interface SourceFieldOptions {
   root: ShadowRoot;
   text: string;
   caret: number;
-  changed(text: string): void;
+  /** What was changed at once, in ascending order, in offsets of the text before. */
+  changed(changes: readonly { from: number; to: number; insert: string }[]): void;
   /** Undo where this field's own history ends; likewise redo. */
   beyond(direction: 'undo' | 'redo'): void;
 }
@@ -69,6 +70,12 @@ const look = EditorView.theme({
   '.find-match': { borderRadius: '2px', backgroundColor: 'var(--found)' },
   '.find-current': { backgroundColor: 'var(--found-current)', outline: '1px solid var(--found-line)' },
 });
+
+function changesIn(changes: ChangeSet): { from: number; to: number; insert: string }[] {
+  const found: { from: number; to: number; insert: string }[] = [];
+  changes.iterChanges((from, to, _fromAfter, _toAfter, inserted) => void found.push({ from, to, insert: inserted.toString() }));
+  return found;
+}
 
 /** The field: a plain text editor that the rest of the page need know nothing about. */
 export class SourceField {
@@ -152,7 +159,7 @@ export class SourceField {
       keymap.of([...markdownKeymap, ...defaultKeymap, ...historyKeymap, indentWithTab]),
       EditorView.updateListener.of((update) => {
         const isRemote = update.transactions.some((tr) => tr.annotation(Transaction.remote));
-        if (update.docChanged && !isRemote) this.#options.changed(update.state.doc.toString());
+        if (update.docChanged && !isRemote) this.#options.changed(changesIn(update.changes));
       }),
     ];
   }

@@ -1,6 +1,6 @@
 /** The note's source in place of the note as it is shown: the same text, the same caret, the same history. */
-import { post } from '../bridge';
 import type { NoteEditor } from '../editor';
+import type { TextChange } from '../source/noteText';
 import type { SourceField } from './codeMirror';
 import { ShownText } from './shownText';
 import { SourceTarget } from './sourceTarget';
@@ -16,7 +16,7 @@ export class SourceView {
   #holder = document.createElement('div');
   #open: { field: SourceField; text: ShownText; target: SourceTarget } | null = null;
   #isOpening = false;
-  #isPostDue = false;
+  #untold: TextChange[] = [];
 
   constructor(
     private editor: NoteEditor,
@@ -41,7 +41,7 @@ export class SourceView {
   settle(): void {
     if (!this.#open) return;
     const { field, text } = this.#open;
-    this.#postNow();
+    this.#tellNow();
     this.editor.rewrite(text.text);
     this.editor.caret = field.caret;
   }
@@ -85,7 +85,7 @@ export class SourceView {
         root: this.#holder.shadowRoot!,
         text: text.shown,
         caret,
-        changed: (shown) => this.#changed(shown),
+        changed: (changes) => this.#changed(changes),
         beyond: (direction) => this.#beyond(direction),
       });
       const target = new SourceTarget(field);
@@ -111,20 +111,17 @@ export class SourceView {
     this.events.closed();
   }
 
-  #changed(shown: string): void {
-    const { text, target } = this.#open!;
-    text.edit(shown);
+  #changed(changes: readonly TextChange[]): void {
+    const { text, target, field } = this.#open!;
+    const isTellingDue = this.#untold.length > 0;
+    this.#untold.push(...text.edit(changes, () => field.text));
     target.refresh();
     this.events.edited();
-    if (this.#isPostDue) return;
-    this.#isPostDue = true;
-    queueMicrotask(() => this.#postNow());
+    if (!isTellingDue) queueMicrotask(() => this.#tellNow());
   }
 
-  #postNow(): void {
-    if (!this.#isPostDue || !this.#open) return;
-    this.#isPostDue = false;
-    post('changed', this.#open.text.text);
+  #tellNow(): void {
+    if (this.#open) this.editor.tell(this.#untold.splice(0), this.#open.text);
   }
 
   #beyond(direction: 'undo' | 'redo'): void {

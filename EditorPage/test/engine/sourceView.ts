@@ -126,6 +126,32 @@ export const sourceViewTests: Test[] = [
     press(words!, 'Escape');
     editor().exec('source');
   }],
+  ['of a long note only what is changed in its source is told, and so is what is typed afterwards', async (recorder) => {
+    let text = `\ufeff${'Ett stycke med några ord till.\n\n'.repeat(2_000)}`;
+    open(text);
+    const told: number[] = [];
+    window.webkit!.messageHandlers!.edited = {
+      postMessage: ({ from, to, insert, count, length }) => {
+        text = text.slice(0, from) + insert + text.slice(to);
+        expectEqual(text.length, length, 'length');
+        told.push(count);
+      },
+    };
+    recorder.clear();
+    await showSource();
+    press(field(), 'Home', { ctrlKey: true });
+    await type('X');
+    await type('Y');
+    editor().exec('source');
+    await turn();
+    document.execCommand('insertText', false, 'Z');
+    await turn();
+    editor().exec('undo');
+    await turn();
+    expect(text.startsWith('\ufeffXYEtt stycke'), text.slice(0, 20));
+    expectEqual([told, recorder.of('changed')], [[1, 2, 3, 4], []], 'edits and whole texts');
+    delete window.webkit!.messageHandlers!.edited;
+  }],
   ['the source is a named text field', async () => {
     open('ett\n');
     await showSource();
