@@ -47,6 +47,7 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     restoreLayout();
     setOtherWindows({});
     connect(m_menus, &MenuCommands::sidebarToggled, this, &MainWindow::toggleSidebar);
+    connect(m_menus, &MenuCommands::otherPaneRequested, this, &MainWindow::goToOtherPane);
     connect(m_menus, &MenuCommands::tabBarToggled, this, &MainWindow::toggleTabBar);
     connect(m_menus, &MenuCommands::quitRequested, this, &MainWindow::quitRequested);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, &session(), &EditorSession::flush);
@@ -106,6 +107,15 @@ void MainWindow::toggleSidebar()
 {
     QWidget* sidebar = m_content->widget(0);
     sidebar->setVisible(sidebar->isHidden());
+}
+
+void MainWindow::goToOtherPane()
+{
+    auto* sidebar = m_content->findChild<SidebarView*>();
+    if (sidebar->isVisible() && !sidebar->isAncestorOf(focusWidget()))
+        sidebar->takeFocus();
+    else
+        m_content->detail().takeFocus();
 }
 
 void MainWindow::toggleTabBar()

@@ -45,6 +45,8 @@ private:
     void keepLayout() const;
     void toggleSidebar();
     void toggleTabBar();
+    /// From the sidebar to what is shown beside it, and from there to the sidebar.
+    void goToOtherPane();
     void connectSidebar(SidebarView& sidebar);
     void showTitle();
 

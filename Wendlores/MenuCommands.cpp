@@ -70,6 +70,8 @@ void MenuCommands::addViewMenu()
     if (m_scene == Scene::main) {
         menu->addAction(u"Visa/Dölj sidofält"_s, QKeySequence(Qt::Key_F9), this,
                         &MenuCommands::sidebarToggled);
+        menu->addAction(u"Gå mellan sidofält och not"_s, QKeySequence(Qt::Key_F6), this,
+                        &MenuCommands::otherPaneRequested);
         menu->addSeparator();
     }
     addZoomCommands(*menu);

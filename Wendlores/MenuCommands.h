@@ -38,6 +38,7 @@ public:
 Q_SIGNALS:
     void quitRequested();
     void sidebarToggled();
+    void otherPaneRequested();
     void tabBarToggled();
 
 private:

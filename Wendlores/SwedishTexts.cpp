@@ -51,6 +51,7 @@ const QHash<QByteArray, QString> texts{
     {"Change to detail view mode", u"Visa detaljer"_s},
     {"Sidebar", u"Sidofält"_s},
     {"List of places and bookmarks", u"Platser och bokmärken"_s},
+    {"Directories", u"Mappar"_s},
     {"Files", u"Filer"_s},
     {"Name", u"Namn"_s},
     {"Size", u"Storlek"_s},

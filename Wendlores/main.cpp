@@ -84,12 +84,12 @@ int run(QApplication& application, SingleInstance& instance, const CommandLine& 
     Desktop desktop;
     static_cast<void>(resourceBundle());
 
+    QuitSignals signals; // who asks early is heard once the program runs
     WendloreApp app(desktop.services(), desktopAppearance, *style, updates());
     if (commandLine.location)
         openLocation(app.appState(), *commandLine.location);
     QObject::connect(&instance, &SingleInstance::activated, &app.mainWindow(), &MainWindow::bringForward);
     QObject::connect(&instance, &SingleInstance::opened, &app, &WendloreApp::open);
-    QuitSignals signals;
     QObject::connect(&signals, &QuitSignals::quitRequested, &app, &WendloreApp::quit);
     app.start();
     if (commandLine.link)

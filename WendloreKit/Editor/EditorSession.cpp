@@ -22,7 +22,9 @@ namespace wendlore {
 
 namespace {
 
-constexpr auto settleTimeOut = 2s;
+/// A page on a busy machine can be that late with the last keys; one that hangs holds a closing window no
+/// longer.
+constexpr auto settleTimeOut = 10s;
 
 /// The note's text; nothing when it cannot be read as text.
 std::optional<QString> readNote(FileCoordinator& coordinator, const FileURL& note)

@@ -133,6 +133,7 @@ WebEngineEditorView::WebEngineEditorView()
     m_view = new QWebEngineView;
     m_view->setPage(m_page);
     m_page->setParent(m_view);
+    m_view->installEventFilter(this);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_view, &QWidget::customContextMenuRequested, this, &WebEngineEditorView::showContextMenu);
 
@@ -204,8 +205,8 @@ void WebEngineEditorView::load(const QString& address)
         return;
     m_isLoaded = false;
     m_isLoading = true;
+    m_isShowing = false;
     m_lastFence = 0;
-    m_isInputAhead = false;
     answerDrains();
     m_loadTimeOut.start(loadTimeOut);
     m_page->load(QUrl(address));
@@ -234,6 +235,7 @@ void WebEngineEditorView::evaluate(const QString& script, Generation generation)
     // The content first: what the page still says about the old one meanwhile belongs to the old one, and a
     // content that the page refuses is never shown.
     evaluate(script + u";\n__host.show("_s + QString::number(generation) + u')');
+    m_isShowing = true;
 }
 
 void WebEngineEditorView::drain(std::function<void()> done)
@@ -246,12 +248,12 @@ void WebEngineEditorView::drain(std::function<void()> done)
     evaluate(u"__host.drain(%1)"_s.arg(m_lastDrain));
 }
 
-/// Sends a fence after the keys and clicks that the page was given since the last one. The number of the last
-/// fence sent.
+/// Sends a fence after the keys and clicks that the page was given since the last one; a page that shows
+/// nothing yet is not kept waiting. The number of the last fence sent.
 int WebEngineEditorView::fence()
 {
-    QWidget* const input = m_view ? m_view->focusProxy() : nullptr;
-    if (input && m_isLoaded && std::exchange(m_isInputAhead, false)) {
+    QWidget* const input = m_view->focusProxy();
+    if (std::exchange(m_isInputAhead, false) && input && m_isShowing) {
         QKeyEvent key(QEvent::KeyPress, Qt::Key_F13 + ++m_lastFence % fenceKeys, Qt::NoModifier);
         QCoreApplication::sendEvent(input, &key);
         m_isInputAhead = false;
@@ -261,13 +263,25 @@ int WebEngineEditorView::fence()
 
 bool WebEngineEditorView::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::KeyPress || event->type() == QEvent::InputMethod ||
-        event->type() == QEvent::MouseButtonPress)
+    switch (event->type()) {
+    case QEvent::ChildAdded:
+        // The engine makes the widget that takes the page's input, and another one for another process.
+        static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
+        break;
+    case QEvent::KeyPress:
+    case QEvent::InputMethod:
+    case QEvent::MouseButtonPress:
         m_isInputAhead = true;
-    // On X11 the engine would take it to delete the rest of the line.
-    if (event->type() == QEvent::ShortcutOverride && isLinkKey(*static_cast<QKeyEvent*>(event))) {
-        event->ignore();
-        return true;
+        break;
+    case QEvent::ShortcutOverride:
+        // On X11 the engine would take it to delete the rest of the line.
+        if (isLinkKey(*static_cast<QKeyEvent*>(event))) {
+            event->ignore();
+            return true;
+        }
+        break;
+    default:
+        break;
     }
     return QObject::eventFilter(watched, event);
 }
@@ -275,11 +289,8 @@ bool WebEngineEditorView::eventFilter(QObject* watched, QEvent* event)
 void WebEngineEditorView::receive(const QString& name, const QJsonValue& body, Generation generation)
 {
     // The page works as soon as it speaks, which can be before the engine counts it as loaded.
-    if (name == "ready"_L1) {
+    if (name == "ready"_L1)
         m_isLoaded = true;
-        if (QWidget* const input = m_view->focusProxy())
-            input->installEventFilter(this);
-    }
     if (name == "drained"_L1) {
         if (const auto waiting = m_drains.extract(body.toInt()))
             waiting.mapped()();

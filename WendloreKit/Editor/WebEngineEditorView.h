@@ -58,6 +58,7 @@ private:
     QTimer m_loadTimeOut;
     bool m_isLoaded = false;
     bool m_isLoading = false;
+    bool m_isShowing = false;
     bool m_isInputAhead = false;
     int m_lastFence = 0;
     int m_lastDrain = 0;

@@ -47,6 +47,7 @@ public:
     IconButton(QString symbol, const QString& name, const QString& help, QWidget* parent = nullptr);
 
     void setTone(Tone tone) { m_tone = tone; }
+    [[nodiscard]] const QString& symbol() const { return m_symbol; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -71,6 +72,8 @@ public:
     void setLeadingSymbol(const QString& symbol, int size);
     /// A small symbol at the button's far end.
     void setTrailingSymbol(const QString& symbol) { m_trailing = symbol; }
+    [[nodiscard]] const QString& leadingSymbol() const { return m_leading; }
+    [[nodiscard]] const QString& trailingSymbol() const { return m_trailing; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

@@ -65,6 +65,49 @@ void drawLineEdit(QPainter& painter, const QStyleOption& edit)
         strokeRounded(painter, edit.rect, colors.strongLine, 1, metrics::radius);
 }
 
+/// The symbol for an icon of the toolkit's menu bars, toolbars and file dialogs; empty where there is none.
+QString standardSymbol(QStyle::StandardPixmap icon)
+{
+    switch (icon) {
+    case QStyle::SP_ToolBarHorizontalExtensionButton:
+        return u"chevron.right.2"_s;
+    case QStyle::SP_ToolBarVerticalExtensionButton:
+        return u"chevron.down"_s;
+    case QStyle::SP_ArrowBack:
+    case QStyle::SP_ArrowLeft:
+    case QStyle::SP_FileDialogBack:
+        return u"chevron.left"_s;
+    case QStyle::SP_ArrowForward:
+    case QStyle::SP_ArrowRight:
+        return u"chevron.right"_s;
+    case QStyle::SP_FileDialogToParent:
+        return u"arrow.up"_s;
+    case QStyle::SP_FileDialogNewFolder:
+        return u"folder.badge.plus"_s;
+    case QStyle::SP_FileDialogListView:
+        return u"list.bullet"_s;
+    case QStyle::SP_FileDialogDetailedView:
+        return u"tablecells"_s;
+    case QStyle::SP_DirIcon:
+    case QStyle::SP_DirClosedIcon:
+    case QStyle::SP_DirLinkIcon:
+    case QStyle::SP_DirOpenIcon:
+        return u"folder"_s;
+    case QStyle::SP_FileIcon:
+    case QStyle::SP_FileLinkIcon:
+        return u"doc.plaintext"_s;
+    case QStyle::SP_DirHomeIcon:
+        return u"house"_s;
+    case QStyle::SP_ComputerIcon:
+    case QStyle::SP_DesktopIcon:
+        return u"desktopcomputer"_s;
+    case QStyle::SP_DriveHDIcon:
+        return u"internaldrive"_s;
+    default:
+        return {};
+    }
+}
+
 EntryTone toneOf(const QStyleOptionMenuItem& item, const QWidget* widget)
 {
     const auto* menu = qobject_cast<const QMenu*>(widget);
@@ -222,19 +265,12 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
     }
 }
 
-/// The icons that every menu bar and toolbar asks for are our own: the common ones are picture files, and the
-/// first picture file makes the program load and ask every image plug-in there is, which is a good part of
-/// its start.
+/// The common icons are our own: Qt's are picture files of another look, and the first picture file makes the
+/// program load and ask every image plug-in there is, which is a good part of its start.
 QIcon Style::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const
 {
-    switch (icon) {
-    case SP_ToolBarHorizontalExtensionButton:
-        return symbolIcon(u"chevron.right.2"_s);
-    case SP_ToolBarVerticalExtensionButton:
-        return symbolIcon(u"chevron.down"_s);
-    default:
-        return QProxyStyle::standardIcon(icon, option, widget);
-    }
+    const QString symbol = standardSymbol(icon);
+    return symbol.isEmpty() ? QProxyStyle::standardIcon(icon, option, widget) : symbolIcon(symbol);
 }
 
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -243,6 +279,7 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
     switch (hint) {
     case SH_Widget_Animation_Duration:
         return m_motion == Motion::wanted ? static_cast<int>(metrics::motion.count()) : 0;
+    case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_UnderlineShortcut:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:

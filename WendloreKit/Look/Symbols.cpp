@@ -1,8 +1,10 @@
 #include "Look/Symbols.h"
 
+#include "Look/Colors.h"
 #include "Look/Metrics.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmapCache>
@@ -64,8 +66,10 @@ public:
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override
     {
-        return symbolPixmap(m_name, Qt::black, std::min(size.width(), size.height()), 1);
+        const QColor color = Colors::of(QGuiApplication::palette()).muted;
+        return symbolPixmap(m_name, color, std::min(size.width(), size.height()), 1);
     }
+    QString iconName() override { return m_name; }
     QIconEngine* clone() const override { return new SymbolIconEngine(m_name); }
 
 private:

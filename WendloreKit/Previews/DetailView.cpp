@@ -38,6 +38,11 @@ EditorView& DetailView::editor() const
     return m_preview->editor();
 }
 
+void DetailView::takeFocus()
+{
+    m_preview->takeFocus();
+}
+
 void DetailView::showTitle()
 {
     const PreviewArea::Shown shown = m_preview->shown();

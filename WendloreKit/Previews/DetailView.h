@@ -18,6 +18,8 @@ public:
     explicit DetailView(AppState& state, QWidget* parent = nullptr);
 
     [[nodiscard]] EditorView& editor() const;
+    /// Gives the keyboard to the selected file.
+    void takeFocus();
 
 private:
     void showTitle();

@@ -6,12 +6,15 @@
 
 #include "Editor/EditorSession.h"
 #include "Editor/EditorView.h"
+#include "Editor/WebEditorController.h"
 #include "Look/Colors.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
 #include "Vault/FilePreviewKind.h"
 
 #include <QLabel>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -91,6 +94,21 @@ QWidget* PreviewArea::widgetFor(Shown shown)
         break;
     }
     return m_placeholder;
+}
+
+void PreviewArea::takeFocus()
+{
+    if (m_shown == Shown::editor) {
+        m_editor->setFocus();
+        m_state.editorController().focus();
+        return;
+    }
+    const QList<QWidget*> controls = currentWidget()->findChildren<QWidget*>();
+    const auto first = std::ranges::find_if(controls, [](const QWidget* control) {
+        return (control->focusPolicy() & Qt::TabFocus) != 0 && control->isVisible() && control->isEnabled();
+    });
+    QWidget* taker = first == controls.end() ? currentWidget() : *first;
+    taker->setFocus(Qt::TabFocusReason);
 }
 
 void PreviewArea::makeViewer(const FileURL& file)

@@ -28,6 +28,8 @@ public:
 
     [[nodiscard]] Shown shown() const { return m_shown; }
     [[nodiscard]] EditorView& editor() const { return *m_editor; }
+    /// Gives the keyboard to what is shown.
+    void takeFocus();
 
 Q_SIGNALS:
     /// Another file, or another kind of view, is shown.

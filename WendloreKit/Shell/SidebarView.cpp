@@ -7,17 +7,18 @@
 #include "Shell/SidebarFooter.h"
 #include "Shell/TreeMenus.h"
 
-#include "Editor/Scheduler.h"
 #include "Look/Colors.h"
 #include "Look/FlatButton.h"
 #include "Look/Metrics.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
-#include "Vault/FileTree.h"
 
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QPointer>
 #include <QStackedWidget>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -57,8 +58,6 @@ SidebarView::SidebarView(AppState& state, QWidget* parent)
     connect(m_searchView, &SearchView::endRequested, this, &SidebarView::toggleSearch);
     showWhatIsPossible();
 }
-
-SidebarView::~SidebarView() = default;
 
 QWidget* SidebarView::makeActions()
 {
@@ -103,6 +102,14 @@ void SidebarView::toggleSearch()
     }
 }
 
+void SidebarView::takeFocus()
+{
+    if (isSearchShown())
+        m_searchView->start();
+    else
+        m_tree->setFocus(Qt::TabFocusReason);
+}
+
 void SidebarView::startRename(const FileURL& item)
 {
     (new RenamePrompt(m_state, item, window()))->open();
@@ -122,19 +129,24 @@ void SidebarView::showMenu(const FileURL& item, bool isFolder, const QPoint& pos
 
 void SidebarView::refresh()
 {
-    m_state.reloadTree();
-    if (!m_state.vaultURL())
+    if (std::exchange(m_isRefreshing, true))
         return;
-    const auto walk = [bucket = *m_state.vaultURL(), this]() -> std::function<void()> {
-        static_cast<void>(buildTree(bucket));
-        return [this] {
-            m_state.reloadTree();
-            m_walk.reset();
-            showWhatIsPossible();
-        };
-    };
-    m_walk = m_state.services().scheduler.inBackground(walk);
     showWhatIsPossible();
+    // The first reading walks the whole bucket, which is what makes cloud services bring it up to date.
+    readTree([this] {
+        readTree([this] {
+            m_isRefreshing = false;
+            showWhatIsPossible();
+        });
+    });
+}
+
+void SidebarView::readTree(std::function<void()> then)
+{
+    m_state.reloadTreeInBackground([sidebar = QPointer(this), then = std::move(then)] {
+        if (sidebar)
+            then();
+    });
 }
 
 void SidebarView::showWhatIsPossible()
@@ -142,7 +154,7 @@ void SidebarView::showWhatIsPossible()
     m_newNote->setEnabled(m_state.vaultURL().has_value());
     m_newFolder->setEnabled(m_state.vaultURL().has_value());
     m_search->setEnabled(m_state.vaultURL().has_value());
-    m_refresh->setEnabled(m_state.vaultURL().has_value() && !m_walk);
+    m_refresh->setEnabled(m_state.vaultURL().has_value() && !m_isRefreshing);
 }
 
 } // namespace wendlore

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include <memory>
+#include <functional>
 
 class QStackedWidget;
 
@@ -12,7 +12,6 @@ class AppState;
 class FileTreeView;
 class FileURL;
 class IconButton;
-class ScheduledTask;
 class SearchView;
 
 /// The left column: the bucket switcher, the row of actions, the open bucket's tree or the search through it,
@@ -23,20 +22,22 @@ class SidebarView final : public QWidget
 
 public:
     explicit SidebarView(AppState& state, QWidget* parent = nullptr);
-    ~SidebarView() override;
 
     [[nodiscard]] FileTreeView& tree() const { return *m_tree; }
     [[nodiscard]] bool isSearchShown() const;
     /// Shows the search in place of the tree, or the tree again.
     void toggleSearch();
+    /// Gives the keyboard to the tree, or to the search that stands in its place.
+    void takeFocus();
     /// Asks for a new name of `item`.
     void startRename(const FileURL& item);
-    /// Reads the tree again, then walks the whole bucket in the background, which makes cloud services bring
-    /// it up to date, and reads the tree once more.
+    /// Reads the tree again, which walks the whole bucket and so makes cloud services bring it up to date,
+    /// and then once more. The window goes on meanwhile.
     void refresh();
 
 private:
     [[nodiscard]] QWidget* makeActions();
+    void readTree(std::function<void()> then);
     void showMenu(const FileURL& item, bool isFolder, const QPoint& position);
     void showWhatIsPossible();
 
@@ -48,7 +49,7 @@ private:
     QStackedWidget* m_stack;
     FileTreeView* m_tree;
     SearchView* m_searchView;
-    std::unique_ptr<ScheduledTask> m_walk;
+    bool m_isRefreshing = false;
 };
 
 } // namespace wendlore

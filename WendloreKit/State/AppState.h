@@ -24,6 +24,8 @@
 
 #include <QObject>
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <type_traits>
 #include <utility>
@@ -55,7 +57,7 @@ public:
     // Observable facts.
     [[nodiscard]] const std::vector<FileURL>& vaults() const { return m_vaults; }
     [[nodiscard]] const std::optional<FileURL>& vaultURL() const { return m_vaultURL; }
-    [[nodiscard]] const std::vector<FileNode>& fileTree() const { return m_fileTree; }
+    [[nodiscard]] const std::vector<FileNode>& fileTree() const { return *m_fileTree; }
     [[nodiscard]] const std::optional<FileURL>& selectedFile() const { return m_selectedFile; }
     [[nodiscard]] const std::optional<FileURL>& selectedFolder() const { return m_selectedFolder; }
     [[nodiscard]] const QString& searchQuery() const { return m_searchQuery; }
@@ -116,6 +118,8 @@ public:
 
     // The open bucket's tree.
     void reloadTree();
+    /// The same without waiting, for a large bucket; calls `then` when the tree is what was found on disk.
+    void reloadTreeInBackground(std::function<void()> then);
     /// The directory that receives new notes and folders: the selected folder, else the selected file's, else
     /// the bucket.
     [[nodiscard]] std::optional<FileURL> activeDirectory() const;
@@ -223,7 +227,9 @@ private:
     Services m_services;
     std::vector<FileURL> m_vaults;
     std::optional<FileURL> m_vaultURL;
-    std::vector<FileNode> m_fileTree;
+    std::shared_ptr<const std::vector<FileNode>> m_fileTree = std::make_shared<std::vector<FileNode>>();
+    int m_treeReads = 0; ///< so many readings have been stored
+    std::unique_ptr<ScheduledTask> m_treeReading;
     std::optional<FileURL> m_selectedFile;
     QString m_searchQuery;
     std::vector<SearchHit> m_searchResults;

@@ -92,16 +92,36 @@ void measureScrolling(FileTreeView& view)
     print("scrolling", scrolling);
 }
 
+void addNote(const QTemporaryDir& bucket, const QString& name)
+{
+    QFile note(bucket.filePath(u"Mapp 0/%1.md"_s.arg(name)));
+    if (!note.open(QIODevice::WriteOnly))
+        qFatal("cannot write %s", qPrintable(note.fileName()));
+}
+
 void measureRebuilding(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
 {
     std::vector<double> rebuilding;
     for (int round = 0; round < rounds; ++round) {
-        QFile note(bucket.filePath(u"Mapp 0/Ny %1.md"_s.arg(round)));
-        if (!note.open(QIODevice::WriteOnly))
-            qFatal("cannot write %s", qPrintable(note.fileName()));
+        addNote(bucket, u"Ny %1"_s.arg(round));
         rebuilding.push_back(time(*view.viewport(), [&] { state.reloadTree(); }));
     }
     print("reading the whole tree anew and showing it", rebuilding);
+}
+
+/// The longest turn of the event loop in each refresh, from the click until the tree is shown.
+void measureRefreshing(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
+{
+    std::vector<double> longest;
+    for (int round = 0; round < rounds; ++round) {
+        addNote(bucket, u"Nyare %1"_s.arg(round));
+        bool isRead = false;
+        double turn = time(*view.viewport(), [&] { state.reloadTreeInBackground([&] { isRead = true; }); });
+        while (!isRead)
+            turn = std::max(turn, time(*view.viewport(), [] { QCoreApplication::processEvents(); }));
+        longest.push_back(turn);
+    }
+    print("longest wait while the tree is refreshed", longest);
 }
 
 /// Every turn of the event loop from the key until the results are there and painted.
@@ -144,6 +164,7 @@ int main(int argc, char** argv)
     measureOpening(view);
     measureScrolling(view);
     measureRebuilding(state, view, bucket);
+    measureRefreshing(state, view, bucket);
     measureSearching(state);
     return 0;
 }

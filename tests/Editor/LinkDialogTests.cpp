@@ -29,6 +29,7 @@ public:
         services.page->scripts.clear();
         showAt(*dialog, dialog->sizeHint());
     }
+    ~Fixture() { delete dialog; }
 
     [[nodiscard]] QLineEdit& field(const QString& name) const
     {

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void everyTextReachesThePageUnchanged();
     void editsBeforeANewContentCarryTheOldGeneration();
     void drainingWaitsForTypedKeys();
+    void keysStayInTheContentTheyWereTypedInto_data();
     void keysStayInTheContentTheyWereTypedInto();
     void aFenceThatIsLostIsNotWaitedForForever();
     void drainingWaitsForAPageThatIsJustReady();
@@ -109,9 +110,24 @@ void WebEngineEditorViewTests::drainingWaitsForTypedKeys()
     QCOMPARE(f.lastChange().first.size(), 15);
 }
 
+void WebEngineEditorViewTests::keysStayInTheContentTheyWereTypedInto_data()
+{
+    QTest::addColumn<bool>("hasCrashed");
+
+    QTest::newRow("first page") << false;
+    QTest::newRow("page after a crash") << true;
+}
+
 void WebEngineEditorViewTests::keysStayInTheContentTheyWereTypedInto()
 {
+    QFETCH(const bool, hasCrashed);
     PageFixture f;
+    if (hasCrashed) {
+        QCOMPARE(::kill(static_cast<pid_t>(f.view.processId()), SIGKILL), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(f.deaths, 1, patience);
+        f.messages.clear();
+        f.load();
+    }
     f.setContent(u"not 0\n"_s, 1);
     f.type(u"-"_s);
     f.drain();

@@ -16,8 +16,10 @@ namespace {
 /// A bucket that is open in the program's window.
 struct Fixture final
 {
-    explicit Fixture(std::initializer_list<std::pair<const char*, const char*>> notes)
+    explicit Fixture(std::initializer_list<std::pair<const char*, const char*>> notes,
+                     Pauses pauses = Pauses::brief)
         : bucket(notes)
+        , desktop(pauses)
         , window(desktop)
     {
         window.state.addVault(bucket.root());
@@ -101,7 +103,7 @@ void EditingTests::typedTextIsWrittenExactly()
 
 void EditingTests::switchingWithinThePauseKeepsBothNotes()
 {
-    Fixture f({{"A.md", "ett\n"}, {"B.md", "två\n"}});
+    Fixture f({{"A.md", "ett\n"}, {"B.md", "två\n"}}, Pauses::real);
     f.open(u"A.md"_s);
     f.window.type(u"x"_s);
     f.window.drain();
@@ -117,7 +119,7 @@ void EditingTests::switchingWithinThePauseKeepsBothNotes()
 
 void EditingTests::switchingWithKeysUnderWayKeepsThemInTheirNote()
 {
-    Fixture f({{"A.md", "ett\n"}, {"B.md", "två\n"}});
+    Fixture f({{"A.md", "ett\n"}, {"B.md", "två\n"}}, Pauses::real);
     for (int round = 0; round < 5; ++round) {
         f.open(u"A.md"_s);
         f.window.type(QString(20, u'x'));
@@ -131,7 +133,7 @@ void EditingTests::switchingWithKeysUnderWayKeepsThemInTheirNote()
 
 void EditingTests::leavingTheWindowWritesAtOnce()
 {
-    Fixture f({{"A.md", "ett\n"}});
+    Fixture f({{"A.md", "ett\n"}}, Pauses::real);
     f.open(u"A.md"_s);
     f.window.type(u"x"_s);
     f.window.drain();
@@ -143,7 +145,7 @@ void EditingTests::leavingTheWindowWritesAtOnce()
 
 void EditingTests::keysTypedJustBeforeClosingAreWritten()
 {
-    Fixture f({{"A.md", "ett\n"}});
+    Fixture f({{"A.md", "ett\n"}}, Pauses::real);
     f.open(u"A.md"_s);
     f.window.type(QString(20, u'x'));
 
@@ -187,7 +189,7 @@ void EditingTests::aChangeFromOutsideWhileTypingMakesACopy()
 
 void EditingTests::aChangeToTheSameTextMakesNoCopy()
 {
-    Fixture f({{"A.md", "ett\n"}});
+    Fixture f({{"A.md", "ett\n"}}, Pauses::real);
     f.open(u"A.md"_s);
     f.window.type(u"x"_s);
     f.bucket.write(u"A.md"_s, "ettx\n");
@@ -202,7 +204,7 @@ void EditingTests::aChangeToTheSameTextMakesNoCopy()
 
 void EditingTests::twoConflictsInOneMinuteMakeTwoCopies()
 {
-    Fixture f({{"A.md", "ett\n"}});
+    Fixture f({{"A.md", "ett\n"}}, Pauses::real);
     f.open(u"A.md"_s);
     const QDateTime start = QDateTime::currentDateTime();
     for (const char* theirs : {"deras 1\n", "deras 2\n"}) {
@@ -226,7 +228,7 @@ void EditingTests::twoConflictsInOneMinuteMakeTwoCopies()
 
 void EditingTests::renamingWhileTypingKeepsTheWords()
 {
-    Fixture f({{"A.md", "ett\n"}});
+    Fixture f({{"A.md", "ett\n"}}, Pauses::real);
     f.open(u"A.md"_s);
     f.window.type(QString(10, u'x'));
 

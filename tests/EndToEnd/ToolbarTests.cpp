@@ -46,7 +46,7 @@ void ToolbarTests::initTestCase()
 {
     useProductLook();
     m_bucket = std::make_unique<Bucket>();
-    m_desktop = std::make_unique<RealDesktop>();
+    m_desktop = std::make_unique<RealDesktop>(Pauses::brief);
     m_window = std::make_unique<EditingWindow>(*m_desktop);
     m_window->state.addVault(m_bucket->root());
     m_toolbar = std::make_unique<EditorToolbar>(m_window->state, m_window->state.editorController());

@@ -16,25 +16,22 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("symbol");
-        const std::pair<const char*, const char*> files[] = {
-            {"Skiss.png", "photo"},
-            {"Foto.HEIC", "photo"},
-            {"Avtal.pdf", "doc.richtext"},
-            {"Lista.txt", "doc.plaintext"},
-            {"Brev.docx", "doc.text"},
-            {"Brev.rtfd", "doc.text"},
-            {"Budget.xlsx", "tablecells"},
-            {"Data.csv", "tablecells"},
-            {"Tal.key", "rectangle.on.rectangle.angled"},
-            {"Roman.epub", "book"},
-            {"Recept.htm", "globe"},
-            {"Not.md", "doc.plaintext"},
-            {"Pekare.gdoc", "doc.plaintext"},
-            {"LÄSMIG", "doc.plaintext"},
-            {"arkiv.zip", "doc.plaintext"},
+        const std::pair<const char*, const char*> kinds[] = {
+            {"photo", "png HEIC"},
+            {"doc.richtext", "pdf"},
+            {"doc.plaintext", "txt md gdoc zip ZIP"},
+            {"doc.text", "doc docx rtf rtfd pages odt DOCX"},
+            {"tablecells", "xls xlsx csv tsv numbers ods"},
+            {"rectangle.on.rectangle.angled", "ppt pptx key odp"},
+            {"book", "epub"},
+            {"globe", "html htm"},
         };
-        for (const auto& [name, symbol] : files)
-            QTest::newRow(name) << QString::fromUtf8(name) << QString::fromUtf8(symbol);
+        QTest::newRow("no extension") << u"LÄSMIG"_s << u"doc.plaintext"_s;
+        for (const auto& [symbol, extensions] : kinds) {
+            for (const QByteArray& extension : QByteArray(extensions).split(' '))
+                QTest::newRow(extension.constData())
+                    << u"Namn."_s + QString::fromUtf8(extension) << QString::fromUtf8(symbol);
+        }
     }
 
     void aFileHasTheSymbolOfItsKind()

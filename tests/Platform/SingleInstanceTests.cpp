@@ -42,7 +42,7 @@ HandOver startLater(const QDBusConnection& bus, const FileURL& socket, const QLi
         SingleInstance second(bus, socket);
         if (second.claim() == Role::second)
             result = second.handOver(addresses);
-        QMetaObject::invokeMethod(qApp, [&isDone] { isDone = true; });
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [&isDone] { isDone = true; });
     });
     const bool hasEnded = QTest::qWaitFor([&isDone] { return isDone; }, 30'000);
     later.join();

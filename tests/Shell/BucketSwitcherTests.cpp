@@ -41,8 +41,15 @@ private Q_SLOTS:
         AppState state(services.services());
         BucketSwitcher switcher(state);
 
-        QCOMPARE(switcher.findChild<LabelButton*>()->text(), u"Ingen bucket öppen"_s);
-        QCOMPARE(openedMenu(switcher).size(), 3); // a divider, to add one, to see all
+        const auto& label = *switcher.findChild<LabelButton*>();
+        QCOMPARE(label.text(), u"Ingen bucket öppen"_s);
+        QCOMPARE(label.leadingSymbol(), u"archivebox"_s);
+        QCOMPARE(label.trailingSymbol(), u"chevron.up.chevron.down"_s);
+        QStringList entries;
+        for (const QAction* entry : openedMenu(switcher))
+            entries.append(entry->isSeparator() ? u"|"_s : entry->icon().name() + u": "_s + entry->text());
+        QCOMPARE(entries, QStringList({u"|"_s, u"plus: Lägg till bucket…"_s,
+                                       u"slider.horizontal.3: Hantera buckets…"_s}));
     }
 
     void showsAndChangesTheOpenBucket()
@@ -59,7 +66,8 @@ private Q_SLOTS:
         QCOMPARE(entries.at(0)->text(), u"Ett"_s);
         QCOMPARE(entries.at(1)->text(), u"R&&D"_s);
         QVERIFY(entries.at(0)->icon().isNull());
-        QVERIFY(!entries.at(1)->icon().isNull());
+        QCOMPARE(entries.at(1)->icon().name(), u"checkmark"_s);
+        QCOMPARE(switcher.findChild<LabelButton*>()->leadingSymbol(), u"archivebox.fill"_s);
         entries.at(0)->trigger();
 
         QCOMPARE(state.vaultURL(), folder.folder(u"Ett"_s));

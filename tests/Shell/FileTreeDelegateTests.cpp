@@ -6,9 +6,11 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Look/Metrics.h"
+#include "Look/Symbols.h"
 #include "State/AppState.h"
 #include "Support/Window.h"
 
+#include <QPainter>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -95,6 +97,31 @@ private Q_SLOTS:
         QCOMPARE(
             firstInk(picture, QRect(180 - 2 * metrics::inset + 1, row.top(), metrics::inset, row.height())),
             -1);
+    }
+
+    void theFolderThatTakesNewNotesShowsItselfOpen()
+    {
+        Bucket bucket({{"Arbete/Index.md", ""}});
+        FakeServices services;
+        AppState state(services.services());
+        state.switchVault(bucket.root());
+        FileTreeView view(state);
+        showAt(view, {240, 100});
+        const auto holdsSymbol = [&view](const QString& name) {
+            const QColor muted = Colors::of(ColorScheme::light).muted;
+            const QImage symbol = symbolPixmap(name, muted, metrics::icon, 1).toImage();
+            const QRect row = view.visualRect(view.model()->index(0, 0));
+            const QPoint place(2 * metrics::inset + metrics::disclosure + metrics::gap,
+                               row.top() + (row.height() - metrics::icon) / 2);
+            QImage drawn(symbol.size(), QImage::Format_RGB32);
+            drawn.fill(view.palette().color(QPalette::Window));
+            QPainter(&drawn).drawImage(0, 0, symbol);
+            return pictureOf(view).copy(QRect(place, symbol.size())).convertToFormat(drawn.format()) == drawn;
+        };
+        QVERIFY(holdsSymbol(u"folder"_s));
+
+        state.setSelectedFolder(bucket.folder(u"Arbete"_s));
+        QVERIFY(holdsSymbol(u"folder.fill"_s));
     }
 
     void theDisclosureOfADeeperFolderLiesDeeper()

@@ -78,7 +78,9 @@ private Q_SLOTS:
     {
         const Manage manage;
 
-        QTest::mouseClick(childNamed(*manage.sheet, u"Ta bort Ett från menyn"_s), Qt::LeftButton);
+        auto* remove = buttonNamed<IconButton>(*manage.sheet, u"Ta bort Ett från menyn"_s);
+        QCOMPARE(remove->symbol(), u"minus.circle.fill"_s);
+        QTest::mouseClick(remove, Qt::LeftButton);
 
         QCOMPARE(manage.state.vaults(), std::vector{manage.folder.folder(u"Två"_s)});
         QVERIFY(manage.folder.exists(u"Ett/A.md"_s));

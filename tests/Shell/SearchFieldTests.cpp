@@ -1,5 +1,6 @@
 #include "Shell/SearchField.h"
 
+#include "Look/FlatButton.h"
 #include "Support/Window.h"
 
 #include <QSignalSpy>
@@ -19,7 +20,8 @@ private Q_SLOTS:
     {
         SearchField field;
         showAt(field, {200, 30});
-        QWidget* clear = childNamed(field, u"Rensa sökningen"_s);
+        auto* clear = buttonNamed<IconButton>(field, u"Rensa sökningen"_s);
+        QCOMPARE(clear->symbol(), u"xmark.circle.fill"_s);
         QVERIFY(!clear->isVisible());
 
         field.setText(u"anna"_s);

@@ -1,6 +1,7 @@
 #include "Shell/SidebarFooter.h"
 
 #include "Fakes/FakeDesktop.h"
+#include "Look/FlatButton.h"
 #include "Support/Window.h"
 
 #include <QRegularExpression>
@@ -28,6 +29,7 @@ private Q_SLOTS:
 
         QCOMPARE(names.filter(stamp).size(), 1);
         QVERIFY(names.contains(u"Rapportera fel & önskemål"_s));
+        QCOMPARE(footer.findChild<LabelButton*>()->leadingSymbol(), u"exclamationmark.bubble"_s);
     }
 };
 

@@ -79,11 +79,13 @@ private Q_SLOTS:
 
         bucket.write(u"B.md"_s, "");
         QTest::mouseClick(button, Qt::LeftButton);
+        QVERIFY(!button->isEnabled());
+        QVERIFY(sidebar.services.scheduler.finishNextBackgroundWork());
         QCOMPARE(rows(), 2);
         QVERIFY(!button->isEnabled());
 
         bucket.write(u"C.md"_s, "");
-        sidebar.services.scheduler.finishBackgroundWork();
+        QVERIFY(sidebar.services.scheduler.finishNextBackgroundWork());
         QCOMPARE(rows(), 3);
         QVERIFY(button->isEnabled());
     }
@@ -135,7 +137,16 @@ private Q_SLOTS:
     void theActionsStandInTheirOrder()
     {
         Sidebar sidebar;
+        const auto* first = static_cast<IconButton*>(childNamed(sidebar.view, u"Ny not"_s));
 
+        QStringList actions;
+        for (const auto* button :
+             first->parentWidget()->findChildren<IconButton*>(Qt::FindDirectChildrenOnly))
+            actions.append(button->symbol() + u": "_s + button->toolTip());
+
+        QCOMPARE(actions, QStringList({u"square.and.pencil: Ny not"_s, u"folder.badge.plus: Ny mapp"_s,
+                                       u"magnifyingglass: Sök i bucketen"_s,
+                                       u"arrow.clockwise: Uppdatera (puffar iCloud/Dropbox att synka)"_s}));
         int last = -1;
         for (const QString& name : {u"Ny not"_s, u"Ny mapp"_s, u"Sök"_s, u"Uppdatera"_s}) {
             QVERIFY2(childNamed(sidebar.view, name)->x() > last, qPrintable(name));

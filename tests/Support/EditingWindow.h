@@ -36,6 +36,8 @@ public:
     [[nodiscard]] QString shownText() { return value(QStringLiteral("document.body.innerText")).toString(); }
     /// The alert that is shown, as its text.
     [[nodiscard]] QString alert() const;
+    /// Presses the button of the alert, if there is one.
+    void pressAlert();
     /// Presses the alert's button and goes on in the window.
     void closeAlert();
 

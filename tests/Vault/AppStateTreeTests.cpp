@@ -17,6 +17,9 @@ private Q_SLOTS:
     void reloadingShowsWhatIsOnDiskNow();
     void reloadingAnUnchangedBucketTellsNobody();
     void reloadingKeepsTheSelection();
+    void aReadingInTheBackgroundShowsWhatItFound();
+    void whatWasReadMeanwhileIsNotTakenBack();
+    void anotherBucketIsReadInstead();
     void newItemsGoToTheSelectedFolderThenTheFilesThenTheBucket();
 };
 
@@ -71,6 +74,66 @@ void AppStateTreeTests::reloadingKeepsTheSelection()
     state.reloadTree();
 
     QCOMPARE(state.selectedFile(), bucket.file(u"A.md"_s));
+}
+
+void AppStateTreeTests::aReadingInTheBackgroundShowsWhatItFound()
+{
+    const Bucket bucket({{"A.md", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    const QSignalSpy changed(&state, &AppState::fileTreeChanged);
+    int readings = 0;
+    const auto read = [&] {
+        state.reloadTreeInBackground([&readings] { ++readings; });
+        QCOMPARE(desktop.scheduler.pendingBackgroundWork(), 1);
+        desktop.scheduler.finishBackgroundWork();
+    };
+
+    read();
+    QCOMPARE(changed.count(), 0);
+    bucket.write(u"B.md"_s, {});
+    read();
+
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(state.fileTree().size(), 2);
+    QCOMPARE(readings, 2);
+}
+
+void AppStateTreeTests::whatWasReadMeanwhileIsNotTakenBack()
+{
+    const Bucket bucket({{"A.md", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    bool isRead = false;
+
+    state.reloadTreeInBackground([&isRead] { isRead = true; });
+    state.newNote();
+    QVERIFY(desktop.scheduler.finishNextBackgroundWork());
+    QVERIFY(!isRead); // it may be the older one
+    desktop.scheduler.finishBackgroundWork();
+
+    QVERIFY(isRead);
+    QCOMPARE(state.fileTree().size(), 2);
+}
+
+void AppStateTreeTests::anotherBucketIsReadInstead()
+{
+    const Bucket first({{"A.md", ""}, {"B.md", ""}});
+    const Bucket second({{"C.md", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(first.root());
+    bool isRead = false;
+
+    first.write(u"D.md"_s, {});
+    state.reloadTreeInBackground([&isRead] { isRead = true; });
+    state.addVault(second.root());
+    desktop.scheduler.finishBackgroundWork();
+
+    QVERIFY(isRead);
+    QCOMPARE(state.fileTree().size(), 1);
 }
 
 void AppStateTreeTests::newItemsGoToTheSelectedFolderThenTheFilesThenTheBucket()

@@ -43,6 +43,7 @@ private Q_SLOTS:
         AppState state(services.services());
         MainWindow window(state);
         QCOMPARE(window.windowTitle(), QString());
+        QCOMPARE(window.minimumSize(), QSize(700, 400));
 
         state.switchVault(bucket.root());
         QCOMPARE(window.windowTitle(), bucket.root().lastPathComponent());

@@ -1,9 +1,11 @@
 #include "Wendlores/MenuCommands.h"
 
+#include "Editor/EditorView.h"
 #include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Previews/ContentView.h"
+#include "Previews/DetailView.h"
 #include "Shell/FileTreeView.h"
 #include "State/AppState.h"
 #include "Support/TreeDrag.h"
@@ -52,6 +54,15 @@ public:
     AppState state;
     MainWindow window;
 };
+
+/// A row of test data for each entry of the menus: its title, and what is looked at.
+void addRows(const char* column, std::initializer_list<std::pair<QString, QString>> rows)
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>(column);
+    for (const auto& [title, value] : rows)
+        QTest::newRow(qPrintable(title)) << title << value;
+}
 
 void move(FileTreeView& tree, const FileURL& item, const FileURL& folder)
 {
@@ -123,24 +134,22 @@ private Q_SLOTS:
 
     void theShortcutsAreTheUsualOnes_data()
     {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("shortcut");
-        QTest::newRow("open") << u"Öppna bucket…"_s << u"Ctrl+Shift+O"_s;
-        QTest::newRow("note") << u"Ny not"_s << u"Ctrl+N"_s;
-        QTest::newRow("larger") << u"Förstora text"_s << u"Ctrl++"_s;
-        QTest::newRow("smaller") << u"Förminska text"_s << u"Ctrl+-"_s;
-        QTest::newRow("reset") << u"Återställ textstorlek"_s << u"Ctrl+0"_s;
-        QTest::newRow("close") << u"Stäng fönster"_s << u"Ctrl+W"_s;
-        QTest::newRow("quit") << u"Avsluta"_s << u"Ctrl+Q"_s;
-        QTest::newRow("undo") << u"Ångra"_s << u"Ctrl+Z"_s;
-        QTest::newRow("find") << u"Sök i anteckningen"_s << u"Ctrl+F"_s;
-        QTest::newRow("find next") << u"Sök nästa"_s << u"F3"_s;
-        QTest::newRow("find previous") << u"Sök föregående"_s << u"Shift+F3"_s;
-        QTest::newRow("replace") << u"Sök och ersätt"_s << u"Ctrl+H"_s;
-        QTest::newRow("source") << u"Visa/Dölj källtext"_s << u"Ctrl+E"_s;
-        QTest::newRow("counts") << u"Visa/Dölj antal ord"_s << u"Ctrl+Alt+W"_s;
-        QTest::newRow("select all") << u"Markera allt"_s << u"Ctrl+A"_s;
-        QTest::newRow("typography") << u"Importera typografi…"_s << u"Ctrl+Alt+T"_s;
+        addRows("shortcut", {{u"Öppna bucket…"_s, u"Ctrl+Shift+O"_s},
+                             {u"Ny not"_s, u"Ctrl+N"_s},
+                             {u"Förstora text"_s, u"Ctrl++"_s},
+                             {u"Förminska text"_s, u"Ctrl+-"_s},
+                             {u"Återställ textstorlek"_s, u"Ctrl+0"_s},
+                             {u"Stäng fönster"_s, u"Ctrl+W"_s},
+                             {u"Avsluta"_s, u"Ctrl+Q"_s},
+                             {u"Ångra"_s, u"Ctrl+Z"_s},
+                             {u"Sök i anteckningen"_s, u"Ctrl+F"_s},
+                             {u"Sök nästa"_s, u"F3"_s},
+                             {u"Sök föregående"_s, u"Shift+F3"_s},
+                             {u"Sök och ersätt"_s, u"Ctrl+H"_s},
+                             {u"Visa/Dölj källtext"_s, u"Ctrl+E"_s},
+                             {u"Visa/Dölj antal ord"_s, u"Ctrl+Alt+W"_s},
+                             {u"Markera allt"_s, u"Ctrl+A"_s},
+                             {u"Importera typografi…"_s, u"Ctrl+Alt+T"_s}});
     }
 
     void theShortcutsAreTheUsualOnes()
@@ -161,6 +170,37 @@ private Q_SLOTS:
             titles.append(action->text().remove(u'&'));
 
         QCOMPARE(titles, QStringList({u"Arkiv"_s, u"Redigera"_s, u"Visa"_s, u"Fönster"_s, u"Hjälp"_s}));
+    }
+
+    void theEntriesStandInTheirOrder_data()
+    {
+        addRows(
+            "entries",
+            {{u"Arkiv"_s, u"Öppna bucket… Ny not Ny mapp | Importera typografi… | Stäng fönster Avsluta"_s},
+             {u"Visa"_s,
+              u"Visa/Dölj sidofält Gå mellan sidofält och not | Förstora text Förminska text Återställ "
+              u"textstorlek "
+              "| Visa/Dölj källtext Visa/Dölj antal ord | Visa/Dölj flikrad Utseende | Helskärm"_s},
+             {u"Utseende"_s, u"Automatiskt Ljust Mörkt"_s},
+             {u"Redigera"_s, u"Ångra Gör om | Klipp ut Kopiera Klistra in | Markera allt "
+                             "| Sök i anteckningen Sök nästa Sök föregående Sök och ersätt"_s}});
+    }
+
+    void theEntriesStandInTheirOrder()
+    {
+        QFETCH(const QString, title);
+        QFETCH(const QString, entries);
+        const Menus menus;
+
+        QStringList titles;
+        for (const auto* menu : menus.window.menuBar()->findChildren<QMenu*>()) {
+            if (menu->title().remove(u'&') != title)
+                continue;
+            for (const QAction* action : menu->actions())
+                titles.append(action->isSeparator() ? u"|"_s : action->text());
+        }
+
+        QCOMPARE(titles.join(u' '), entries);
     }
 
     void thereAreNoSettings()
@@ -241,6 +281,23 @@ private Q_SLOTS:
         QVERIFY(bucket.exists(u"Plan.md"_s));
     }
 
+    void oneKeyGoesFromTheTreeToTheNoteAndBack()
+    {
+        const Bucket bucket({{"A.md", "a"}});
+        Menus menus;
+        FileTreeView& tree = menus.treeOf(bucket);
+        menus.services.page->post(u"ready"_s);
+        menus.state.setSelectedFile(bucket.file(u"A.md"_s));
+        QVERIFY(tree.hasFocus());
+
+        QTest::keyClick(&menus.window, Qt::Key_F6);
+        QVERIFY(menus.window.content().detail().editor().hasFocus());
+        QCOMPARE(menus.services.page->scripts.last(), u"window.VaultEditor.focus()"_s);
+
+        QTest::keyClick(&menus.window, Qt::Key_F6);
+        QVERIFY(tree.hasFocus());
+    }
+
     void theSidebarCanBeHidden()
     {
         Menus menus;
@@ -257,14 +314,12 @@ private Q_SLOTS:
 
     void whatOnlyANoteHasIsDoneByThePage_data()
     {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("word");
-        QTest::newRow("find") << u"Sök i anteckningen"_s << u"find"_s;
-        QTest::newRow("find next") << u"Sök nästa"_s << u"findNext"_s;
-        QTest::newRow("find previous") << u"Sök föregående"_s << u"findPrevious"_s;
-        QTest::newRow("replace") << u"Sök och ersätt"_s << u"replace"_s;
-        QTest::newRow("source") << u"Visa/Dölj källtext"_s << u"source"_s;
-        QTest::newRow("counts") << u"Visa/Dölj antal ord"_s << u"counts"_s;
+        addRows("word", {{u"Sök i anteckningen"_s, u"find"_s},
+                         {u"Sök nästa"_s, u"findNext"_s},
+                         {u"Sök föregående"_s, u"findPrevious"_s},
+                         {u"Sök och ersätt"_s, u"replace"_s},
+                         {u"Visa/Dölj källtext"_s, u"source"_s},
+                         {u"Visa/Dölj antal ord"_s, u"counts"_s}});
     }
 
     void whatOnlyANoteHasIsDoneByThePage()
