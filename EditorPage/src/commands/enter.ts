@@ -1,7 +1,7 @@
 /** What Enter does beyond starting a new block. */
-import { TextSelection, type Command, type EditorState } from 'prosemirror-state';
+import { TextSelection, type Command, type EditorState, type Transaction } from 'prosemirror-state';
 import type { Node, NodeType, ResolvedPos } from 'prosemirror-model';
-import { isInTable } from 'prosemirror-tables';
+import { isInTable, selectedRect } from 'prosemirror-tables';
 import { schema } from '../schema';
 
 const { nodes } = schema;
@@ -47,9 +47,7 @@ export const leaveCodeBlock: Command = (state, dispatch) => {
   if (!empty || !isAtEnd || !$from.parent.textContent.endsWith('\n\n')) return false;
   const $after = state.doc.resolve($from.after());
   if (!$after.parent.canReplaceWith($after.index(), $after.index(), nodes.paragraph)) return false;
-  const below = $after.pos - 2;
-  const tr = state.tr.delete($from.pos - 2, $from.pos).insert(below, nodes.paragraph.create());
-  dispatch?.(tr.setSelection(TextSelection.create(tr.doc, below + 1)).scrollIntoView());
+  dispatch?.(withParagraph(state.tr.delete($from.pos - 2, $from.pos), $after.pos - 2));
   return true;
 };
 
@@ -70,13 +68,34 @@ function replaceBlock(state: EditorState, $pos: ResolvedPos, node: Node, offset:
   return tr.setSelection(TextSelection.near(tr.doc.resolve($pos.before() + offset))).scrollIntoView();
 }
 
-/** Arrow down at the end of a note that ends in code: a paragraph below it. */
-export const belowLastCode: Command = (state, dispatch) => {
-  const { $from, empty } = state.selection;
-  const isLast = $from.depth === 1 && $from.index(0) === state.doc.childCount - 1;
-  if (!empty || !isLast || $from.parent.type !== nodes.code_block || $from.parentOffset < $from.parent.content.size) return false;
-  const end = state.doc.content.size;
-  const tr = state.tr.insert(end, nodes.paragraph.create());
-  dispatch?.(tr.setSelection(TextSelection.create(tr.doc, end + 1)).scrollIntoView());
+/** On an empty last row below others: out of the table, without the row. */
+export const leaveTable: Command = (state, dispatch) => {
+  if (!isInTable(state) || !state.selection.empty) return false;
+  const { table, tableStart, map, bottom } = selectedRect(state);
+  const last = table.lastChild!;
+  const isEmpty = last.textContent === '' && !last.content.content.some((cell) => cell.childCount > 0);
+  if (bottom < map.height || map.height < 3 || !isEmpty) return false;
+  const end = tableStart + table.content.size;
+  const tr = state.tr.delete(end - last.nodeSize, end);
+  dispatch?.(withParagraph(tr, end - last.nodeSize + 1));
   return true;
 };
+
+/** Arrow down at the end of a note that ends in code or a table: a paragraph below it. */
+export const belowLast: Command = (state, dispatch, view) => {
+  const { $from, empty } = state.selection;
+  if (!empty || $from.index(0) < state.doc.childCount - 1) return false;
+  const isAtEnd =
+    $from.parent.type === nodes.code_block
+      ? $from.depth === 1 && $from.parentOffset === $from.parent.content.size
+      : $from.node(1).type === nodes.table && $from.index(1) === $from.node(1).childCount - 1 && view?.endOfTextblock('down');
+  if (!isAtEnd) return false;
+  dispatch?.(withParagraph(state.tr, state.doc.content.size));
+  return true;
+};
+
+/** An empty paragraph at `pos`, with the caret in it. */
+function withParagraph(tr: Transaction, pos: number): Transaction {
+  tr.insert(pos, nodes.paragraph.create());
+  return tr.setSelection(TextSelection.create(tr.doc, pos + 1)).scrollIntoView();
+}

@@ -10,7 +10,7 @@ import { schema } from '../schema';
 import type { NoteContext } from '../views/context';
 import { openAtCaret } from '../views/links';
 import { setHeading, setParagraph, toggleBlockquote } from './blocks';
-import { belowLastCode, leaveCodeBlock, lineBreak, openCodeBlock, openTable } from './enter';
+import { belowLast, leaveCodeBlock, leaveTable, lineBreak, openCodeBlock, openTable } from './enter';
 import { alone } from './history';
 import { backspaceInItem, liftItem, sinkItem, splitItem, toggleList, toggleTask } from './lists';
 import { toggleBold, toggleCode, toggleHighlight, toggleItalic, toggleStrike } from './marks';
@@ -66,14 +66,14 @@ const editing: Record<string, Command> = {
   'Mod-z': undo,
   'Mod-y': redo,
   'Mod-Shift-z': redo,
-  Enter: chainCommands(openCodeBlock, openTable, leaveCodeBlock, cellBelow, splitItem),
+  Enter: chainCommands(openCodeBlock, openTable, leaveCodeBlock, leaveTable, cellBelow, splitItem),
   'Shift-Enter': lineBreak,
   'Mod-Enter': chainCommands(alone(toggleTask), exitCode),
   Backspace: chainCommands(undoInputRule, deleteAll, backspaceInItem, backspaceToParagraph),
   Delete: deleteAll,
   Tab: chainCommands(goToNextCell(1), tabPastEnd, tabInCode, sinkItem, tabInList),
   'Shift-Tab': chainCommands(goToNextCell(-1), liftItem),
-  ArrowDown: belowLastCode,
+  ArrowDown: belowLast,
   'Alt-ArrowUp': alone(moveBlock(-1)),
   'Alt-ArrowDown': alone(moveBlock(1)),
 };

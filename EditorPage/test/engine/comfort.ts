@@ -48,6 +48,8 @@ const cases: readonly (readonly [string, string, readonly (string | Key)[], stri
   ['a shortcut taken back', 'a\n', [enter, '# ', back, 'b'], 'a\n\n\\# b\n'],
   ['a table by Enter, filled by Tab', 'a\n', [enter, '| b | c |', enter, 'd', tab, 'e', tab, 'f'], 'a\n\n| b | c |\n| - | - |\n| d | e |\n| f | |\n'],
   ['cells of a table with aligned columns', '| a | b |\n|:-:|--:|\n| c | d |\n', ['x', tab, 'y'], '| a | b |\n|:-:|--:|\n| c | dx |\n| y | |\n'],
+  ['a table, left by Enter twice', '| a | b |\n| - | - |\n| c | d |\n', [enter, enter, 'e'], '| a | b |\n| - | - |\n| c | d |\n\ne\n'],
+  ['a table at the end, left by the arrow', '| a | b |\n| - | - |\n| c | d |\n', [key('ArrowDown'), 'e'], '| a | b |\n| - | - |\n| c | d |\n\ne\n'],
   ['blocks moved up and down', 'a\n\nb\n\n\nc\n', [key('Alt+ArrowUp'), 'x'], 'a\n\ncx\n\n\nb\n'],
   ['an item moved up', '1. a\n2. b\n', [key('Alt+ArrowUp')], '1. b\n2. a\n'],
   ['bold and italic by their keys', 'a\n', [' ', key('Ctrl+b'), 'b', key('Ctrl+b'), ' ', key('Ctrl+i'), 'c', key('Ctrl+i'), ' d'], 'a **b** *c* d\n'],
