@@ -36,7 +36,7 @@ struct Fixture final
     }
     void waitFor(const QString& path, const QByteArray& bytes) const
     {
-        QTRY_COMPARE_WITH_TIMEOUT(bucket.read(path), bytes, patience);
+        WAIT_COMPARE(bucket.read(path), bytes);
     }
 
     Bucket bucket;
@@ -151,7 +151,7 @@ void EditingTests::keysTypedJustBeforeClosingAreWritten()
 
     bool isSettled = false;
     f.window.view.session().settle([&isSettled] { isSettled = true; });
-    QTRY_VERIFY_WITH_TIMEOUT(isSettled, patience);
+    WAIT_VERIFY(isSettled);
 
     QCOMPARE(f.bucket.read(u"A.md"_s), "ett" + QByteArray(20, 'x') + "\n");
 }
@@ -165,7 +165,7 @@ void EditingTests::aChangeFromOutsideIsShown()
 
     f.window.activate();
 
-    QTRY_VERIFY_WITH_TIMEOUT(f.window.shownText().contains(u"deras"_s), patience);
+    WAIT_VERIFY(f.window.shownText().contains(u"deras"_s));
     f.window.type(u"x"_s);
     f.waitFor(u"A.md"_s, "derasx\n");
     QVERIFY(f.copies().isEmpty());
@@ -248,10 +248,10 @@ void EditingTests::aKilledPageComesBackWithTheText()
     f.window.drain();
 
     QCOMPARE(::kill(static_cast<pid_t>(f.desktop.engine->processId()), SIGKILL), 0);
-    QTRY_VERIFY_WITH_TIMEOUT(!f.window.state.editorController().isReady(), patience);
-    QTRY_VERIFY_WITH_TIMEOUT(f.window.state.editorController().isReady(), patience);
+    WAIT_VERIFY(!f.window.state.editorController().isReady());
+    WAIT_VERIFY(f.window.state.editorController().isReady());
 
-    QTRY_VERIFY_WITH_TIMEOUT(f.window.shownText().contains(u"ettföre"_s), patience);
+    WAIT_VERIFY(f.window.shownText().contains(u"ettföre"_s));
     f.window.type(u"efter"_s);
     f.waitFor(u"A.md"_s, "ettföreefter\n");
     QVERIFY(f.copies().isEmpty());
@@ -268,9 +268,8 @@ void EditingTests::typographyAndZoomReachThePage()
     f.window.state.setEditorZoom(1.5);
 
     const QString property = u"getComputedStyle(document.documentElement).getPropertyValue('%1').trim()"_s;
-    QTRY_COMPARE_WITH_TIMEOUT(f.window.value(property.arg(u"--body-size"_s)).toString(), u"21px"_s, patience);
-    QTRY_COMPARE_WITH_TIMEOUT(f.window.value(property.arg(u"--editor-zoom"_s)).toString(), u"1.5"_s,
-                              patience);
+    WAIT_COMPARE(f.window.value(property.arg(u"--body-size"_s)).toString(), u"21px"_s);
+    WAIT_COMPARE(f.window.value(property.arg(u"--editor-zoom"_s)).toString(), u"1.5"_s);
 }
 
 void EditingTests::aRestartFindsEverythingAgain()
@@ -295,7 +294,7 @@ void EditingTests::aRestartFindsEverythingAgain()
     QCOMPARE(window.state.editorZoom(), 1.3);
     QCOMPARE(window.state.theme(), AppTheme::dark);
     QCOMPARE(window.state.typographyTheme().h1.fontSize, 40.0);
-    QTRY_VERIFY_WITH_TIMEOUT(window.shownText().contains(u"två"_s), patience);
+    WAIT_VERIFY(window.shownText().contains(u"två"_s));
 }
 
 void EditingTests::aNoteThatIsTooLongStaysAsItIs()
@@ -305,8 +304,7 @@ void EditingTests::aNoteThatIsTooLongStaysAsItIs()
     f.bucket.write(u"A.md"_s, bytes);
 
     f.open(u"A.md"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(f.window.value(u"document.querySelector('.too-long') !== null"_s).toBool(),
-                             patience);
+    WAIT_VERIFY(f.window.value(u"document.querySelector('.too-long') !== null"_s).toBool());
     f.window.type(u"x"_s);
     f.open(u"B.md"_s);
     f.window.type(u"!"_s);

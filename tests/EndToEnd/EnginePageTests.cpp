@@ -44,11 +44,12 @@ void EnginePageTests::initTestCase()
     PageFixture f;
     f.view.widget()->setFocus();
     f.view.evaluate(u"window.VaultEditor.focus()"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(f.value(u"document.hasFocus()"_s).toBool(), patience);
+    WAIT_VERIFY(f.value(u"document.hasFocus()"_s).toBool());
     f.view.evaluate(readTestFile(u"engine-tests.js"_s));
     f.view.evaluate(u"window.__engineTests.run(%1)"_s.arg(readTestFile(u"engine-samples.json"_s)));
 
-    QTRY_VERIFY_WITH_TIMEOUT(f.value(u"window.__engineTests.done !== null"_s).toBool(), patienceForAll);
+    QVERIFY(
+        waitFor([&f] { return f.value(u"window.__engineTests.done !== null"_s).toBool(); }, patienceForAll));
     m_results = QJsonDocument::fromJson(f.value(u"window.__engineTests.done"_s).toString().toUtf8()).array();
     QCOMPARE(f.deaths, 0);
 }

@@ -39,14 +39,14 @@ struct Run final
             result = value;
             isDone = true;
         });
-        return QTest::qWaitFor([&] { return isDone; }, patience) ? result : QVariant();
+        return waitFor([&] { return isDone; }) ? result : QVariant();
     }
     [[nodiscard]] QString shownText() const { return inPage(u"document.body.innerText"_s).toString(); }
     [[nodiscard]] bool shows(const QString& text) const
     {
         // The engine takes seconds to answer a question that it was asked before the page was there.
         const auto isThere = [&] { return state.editorController().isReady() && shownText().contains(text); };
-        return QTest::qWaitFor(isThere, patience);
+        return waitFor(isThere);
     }
 
     /// Clicks the row of a note in the tree, as a user does.
@@ -77,7 +77,7 @@ struct Run final
         QCOMPARE(place.size(), 2);
         QWidget* keys = web().focusProxy();
         QTest::mouseClick(keys, Qt::LeftButton, {}, QPoint(place[0].toInt(), place[1].toInt()));
-        QTRY_VERIFY_WITH_TIMEOUT(inPage(u"document.hasFocus()"_s).toBool(), patience);
+        WAIT_VERIFY(inPage(u"document.hasFocus()"_s).toBool());
         QTest::keyClick(keys, Qt::Key_End);
         QTest::keyClicks(keys, text);
     }
@@ -89,7 +89,7 @@ struct Run final
 
 bool holds(const Bucket& bucket, const QString& note, const QByteArray& text)
 {
-    return QTest::qWaitFor([&] { return bucket.read(note) == text; }, patience);
+    return waitFor([&] { return bucket.read(note) == text; });
 }
 
 } // namespace
@@ -181,9 +181,9 @@ void ProgramWindowTests::theNextStartShowsWhatTheLastRunLeft()
     QCOMPARE(next.state.selectedFile(), std::optional(bucket.file(u"Mapp/B.md"_s)));
     QCOMPARE(next.state.editorZoom(), 1.4);
     QCOMPARE(next.state.theme(), AppTheme::dark);
-    QTRY_COMPARE_WITH_TIMEOUT(
+    WAIT_COMPARE(
         next.inPage(u"document.documentElement.style.getPropertyValue('--editor-zoom')"_s).toString(),
-        u"1.4"_s, patience);
+        u"1.4"_s);
 }
 
 void ProgramWindowTests::closingTheWindowWritesTheLastKeys()
@@ -197,7 +197,7 @@ void ProgramWindowTests::closingTheWindowWritesTheLastKeys()
     run.window.close();
 
     QVERIFY(holds(bucket, u"A.md"_s, "text sista\n"));
-    QVERIFY(QTest::qWaitFor([&] { return !run.window.isVisible(); }, patience));
+    QVERIFY(waitFor([&] { return !run.window.isVisible(); }));
 }
 
 } // namespace wendlore

@@ -32,7 +32,7 @@ private:
     void open(const QByteArray& text);
     void choose(const QString& button, const QString& entry);
     [[nodiscard]] QByteArray written() const { return m_bucket->read(m_note); }
-    void waitFor(const QByteArray& text) const { QTRY_COMPARE_WITH_TIMEOUT(written(), text, patience); }
+    void waitFor(const QByteArray& text) const { WAIT_COMPARE(written(), text); }
 
     std::unique_ptr<Bucket> m_bucket;
     std::unique_ptr<RealDesktop> m_desktop;
@@ -108,7 +108,7 @@ void ToolbarTests::commandsReachTheNote()
 
     choose(button, entry);
 
-    QTRY_COMPARE_WITH_TIMEOUT(written().trimmed(), after.trimmed(), patience);
+    WAIT_COMPARE(written().trimmed(), after.trimmed());
 }
 
 void ToolbarTests::aBoldWordIsBold()
@@ -117,10 +117,10 @@ void ToolbarTests::aBoldWordIsBold()
     auto* bold = buttonNamed<IconButton>(*m_toolbar, u"Fet"_s);
 
     bold->click();
-    QTRY_VERIFY_WITH_TIMEOUT(bold->isChecked(), patience);
+    WAIT_VERIFY(bold->isChecked());
     QTest::keyClicks(m_desktop->engine->widget()->focusProxy(), u"ord"_s);
 
-    QTRY_VERIFY_WITH_TIMEOUT(written().trimmed() == "**ord**", patience);
+    WAIT_VERIFY(written().trimmed() == "**ord**");
 }
 
 void ToolbarTests::aPictureIsCopiedAndShown()

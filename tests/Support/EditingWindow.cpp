@@ -32,14 +32,14 @@ EditingWindow::EditingWindow(RealDesktop& realDesktop)
     activate();
     if (state.selectedFile())
         view.session().open(*state.selectedFile());
-    QTRY_VERIFY_WITH_TIMEOUT(state.editorController().isReady(), patience);
+    WAIT_VERIFY(state.editorController().isReady());
 }
 
 void EditingWindow::open(const FileURL& note)
 {
     QSignalSpy loaded(&view.session(), &EditorSession::loaded);
     state.setSelectedFile(note);
-    QTRY_VERIFY_WITH_TIMEOUT(!loaded.empty(), patience);
+    WAIT_VERIFY(!loaded.empty());
     drain();
 }
 
@@ -56,7 +56,7 @@ void EditingWindow::type(const QString& text)
         QTest::keyClick(desktop.engine->widget()->focusProxy(), Qt::Key_End, Qt::ControlModifier);
         return value(u"document.hasFocus() && window.lastKey === 'End'"_s).toBool();
     };
-    QVERIFY(QTest::qWaitFor(isHeard, patience));
+    QVERIFY(waitFor(isHeard));
     pressKeys(*desktop.engine->widget()->focusProxy(), text);
 }
 
@@ -64,7 +64,7 @@ void EditingWindow::drain()
 {
     bool isDone = false;
     state.editorController().drain([&isDone] { isDone = true; });
-    QTRY_VERIFY_WITH_TIMEOUT(isDone, patience);
+    WAIT_VERIFY(isDone);
 }
 
 void EditingWindow::activate()
@@ -78,7 +78,7 @@ void EditingWindow::deactivate()
     m_other.show();
     m_other.activateWindow();
     // Leaving can raise an alert, which then is the active one.
-    QVERIFY(QTest::qWaitFor([this] { return !view.isActiveWindow(); }, patience));
+    QVERIFY(waitFor([this] { return !view.isActiveWindow(); }));
 }
 
 QVariant EditingWindow::value(const QString& expression)
@@ -86,7 +86,7 @@ QVariant EditingWindow::value(const QString& expression)
     std::optional<QVariant> result;
     desktop.engine->widget()->page()->runJavaScript(expression,
                                                     [&result](const QVariant& answer) { result = answer; });
-    static_cast<void>(QTest::qWaitFor([&result] { return result.has_value(); }, patience));
+    static_cast<void>(waitFor([&result] { return result.has_value(); }));
     return result.value_or(QVariant());
 }
 

@@ -30,7 +30,7 @@ QString shownText(const QWebEngineView& view)
         view.page()->toPlainText([text](const QString& answer) { *text = answer.trimmed(); });
         return !text->isEmpty();
     };
-    static_cast<void>(QTest::qWaitFor(ask, patience));
+    static_cast<void>(waitFor(ask));
     return *text;
 }
 

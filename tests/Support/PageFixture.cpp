@@ -33,7 +33,7 @@ PageFixture::PageFixture()
 void PageFixture::load()
 {
     view.load(u"vault://app/index.html"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(has(u"ready"_s), patience);
+    WAIT_VERIFY(has(u"ready"_s));
 }
 
 void PageFixture::setContent(const QString& text, EditorWebView::Generation generation)
@@ -47,13 +47,13 @@ void PageFixture::drain()
 {
     bool isDone = false;
     view.drain([&isDone] { isDone = true; });
-    QTRY_VERIFY_WITH_TIMEOUT(isDone, patience);
+    WAIT_VERIFY(isDone);
 }
 
 void PageFixture::type(const QString& text)
 {
     view.widget()->setFocus();
-    QTRY_VERIFY_WITH_TIMEOUT(value(u"document.hasFocus()"_s).toBool(), patience);
+    WAIT_VERIFY(value(u"document.hasFocus()"_s).toBool());
     pressKeys(*view.widget()->focusProxy(), text);
 }
 
@@ -61,7 +61,7 @@ QVariant PageFixture::value(const QString& expression)
 {
     std::optional<QVariant> result;
     view.widget()->page()->runJavaScript(expression, [&result](const QVariant& answer) { result = answer; });
-    static_cast<void>(QTest::qWaitFor([&result] { return result.has_value(); }, patience));
+    static_cast<void>(waitFor([&result] { return result.has_value(); }));
     return result.value_or(QVariant());
 }
 
@@ -72,8 +72,7 @@ int PageFixture::widthOfImage(const QString& address)
                             "image.onerror = () => { window.__width = -1; };"
                             "image.src = %1; })()"_s.arg(jsString(address))));
     QVariant width;
-    static_cast<void>(
-        QTest::qWaitFor([&] { return !(width = value(u"window.__width"_s)).isNull(); }, patience));
+    static_cast<void>(waitFor([&] { return !(width = value(u"window.__width"_s)).isNull(); }));
     return width.toInt();
 }
 

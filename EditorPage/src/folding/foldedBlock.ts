@@ -18,6 +18,9 @@ export class FoldedBlock implements NodeView {
   ) {
     this.dom.className = 'folded';
     this.dom.contentEditable = 'false';
+    // Who is read to finds here that the note goes on; the text comes when the window or the caret does.
+    this.dom.setAttribute('role', 'note');
+    this.dom.setAttribute('aria-label', 'Här fortsätter anteckningen');
     this.dom.style.height = `${linesOf(node) * LINE}em`;
     watcher.come(this);
   }

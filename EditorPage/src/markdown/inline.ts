@@ -131,6 +131,8 @@ export class InlineReader {
     if (this.end(node) - from === node.value.length) {
       this.addRun({ at: 0, from, length: node.value.length });
     } else {
+      // What begins with an escape begins before its backslash.
+      this.addEdge(from);
       for (const run of this.runsOf(node)) this.addRun(run);
     }
     this.addText(node.value, outer);

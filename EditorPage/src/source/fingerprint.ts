@@ -10,9 +10,13 @@ function mix(hash: number, value: number): number {
   return Math.imul(mixed, 0x85ebca6b) ^ (mixed >>> 13);
 }
 
+/** So many letters of a text are looked at. */
+const LETTERS = 64;
+
 function ofText(hash: number, text: string): number {
   let result = mix(hash, text.length);
-  for (let index = 0; index < text.length; index += 1) result = (Math.imul(result, 31) + text.charCodeAt(index)) | 0;
+  const step = Math.ceil(text.length / LETTERS) || 1;
+  for (let index = 0; index < text.length; index += step) result = (Math.imul(result, 31) + text.charCodeAt(index)) | 0;
   return result;
 }
 
@@ -31,7 +35,7 @@ function ofNode(node: Node, like?: Node): number {
 }
 
 function ofMarkup(node: Node): number {
-  let hash = ofText(17, node.type.name + (isFolded(node) ? endsOf(sourceOf(node)) : JSON.stringify(node.attrs)));
+  let hash = node.isText ? 19 : ofText(17, node.type.name + (isFolded(node) ? endsOf(sourceOf(node)) : JSON.stringify(node.attrs)));
   for (const mark of node.marks) hash = ofText(hash, mark.type.name + JSON.stringify(mark.attrs));
   return node.isText ? ofText(hash, node.text!) : hash;
 }

@@ -33,18 +33,26 @@ export function isRisky({ before, after, gap }: Joint): boolean {
   if (isLowText(after)) return true;
   switch (before.parsed.type) {
     case nodes.list:
-      return isIndented || after.parsed.type === nodes.list;
+      return isIndented || after.parsed.type === nodes.list || isOpenAtEnd(before);
     case nodes.footnote_definition:
-      return isIndented;
+      return isIndented || isOpenAtEnd(before);
     case nodes.html_block:
     case nodes.raw_block:
       return true;
     case nodes.code_block:
     case nodes.math_block:
-      return isIndented || !/\n *(`{3,}|~{3,}|\${2,})[ \t]*$/.test(before.source);
+      return isIndented || isOpenAtEnd(before);
     default:
       return false;
   }
+}
+
+/** Whether a block ends in code or a formula that nothing closes: it may go on behind empty lines. */
+function isOpenAtEnd({ parsed, source }: Entry): boolean {
+  let last = parsed;
+  while (!last.isTextblock && last.lastChild) last = last.lastChild;
+  const mayBeOpen = last.type === nodes.code_block || last.type === nodes.math_block;
+  return mayBeOpen && !/\n *(`{3,}|~{3,}|\${2,})[ \t]*$/.test(source);
 }
 
 /** The same where one of the two is a run of blocks that is not read. Such a run begins and ends where a note can be cut. */

@@ -4,7 +4,7 @@ import { missingPiece, shifted, type Piece } from '../markdown/piece';
 import { schema } from '../schema';
 import { differingChildren } from './changes';
 import { readBlock, type Block } from './entries';
-import { isSame } from './normal';
+import { isSame, isSameButLinks } from './normal';
 import { spliced, type Splice } from './patch';
 
 const { nodes } = schema;
@@ -15,9 +15,9 @@ const wholeLimit = 3000;
 /**
  * Reads a long list, quote or table after a splice only around the children that changed. An item or a block of a
  * quote can reach no further than its neighbour, which is read with it; a row needs only the header. Null when it does
- * not say what is expected, undefined when it has to be read whole.
+ * not say what is expected, or what is `unlinked` with other links; undefined when it has to be read whole.
  */
-export function readPart(block: Block, splice: Splice, expected: Node, labels: Labels): Block | null | undefined {
+export function readPart(block: Block, splice: Splice, expected: Node, labels: Labels, unlinked?: Node): Block | null | undefined {
   const { parsed, source } = block;
   const isLong = source.length > wholeLimit && parsed.childCount > 4;
   if (!isLong || !parsed.sameMarkup(expected)) return undefined;
@@ -28,7 +28,7 @@ export function readPart(block: Block, splice: Splice, expected: Node, labels: L
   const from = Math.max(first, range.from - 1);
   const to = Math.min(parsed.childCount, range.beforeTo + 1);
   if (range.from < first || to - from > parsed.childCount / 2) return undefined;
-  return readWindow(block, splice, expected, { from, to, expectedTo: to + range.afterTo - range.beforeTo }, labels);
+  return readWindow(block, splice, expected, { from, to, expectedTo: to + range.afterTo - range.beforeTo }, labels, unlinked);
 }
 
 /** Children `from` to `to` of the block, which become `from` to `expectedTo`. */
@@ -44,6 +44,7 @@ function readWindow(
   expected: Node,
   window: Window,
   labels: Labels,
+  unlinked: Node | undefined,
 ): Block | null | undefined {
   const { piece, source, parsed } = block;
   const firstPiece = piece.children[window.from]!;
@@ -60,7 +61,9 @@ function readWindow(
   const width = header === '' ? 0 : parsed.firstChild!.childCount;
   const found = read.parsed.children.slice(headerRows).map((row) => widerRow(row, width));
   if (found.length !== window.expectedTo - window.from) return null;
-  if (!found.every((child, index) => isSame(child, expected.child(window.from + index)))) return null;
+  const isExpected = found.every((child, index) => isSame(child, expected.child(window.from + index)));
+  const isLinked = () => unlinked && found.every((child, index) => isSameButLinks(child, unlinked.child(window.from + index)));
+  if (!isExpected && !isLinked()) return null;
 
   const offset = start - header.length + read.piece.start - piece.start;
   const pieces = read.piece.children.slice(headerRows).map((one) => shifted(widerPiece(one, width), offset));

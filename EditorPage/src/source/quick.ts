@@ -7,7 +7,7 @@ import type { Block, Entry } from './entries';
 import { spliced, type Splice } from './patch';
 import { endOf, nodeAt, placesAlong, type Place } from './place';
 import { differing } from './range';
-import { carryOver } from './text';
+import { carryOver, commonEnds } from './text';
 
 const { nodes } = schema;
 
@@ -37,16 +37,24 @@ function pathToChange(before: Node, after: Node): number[] | null {
 
 /** The change of a text in its source, where letters have come or gone within one stretch of it. */
 function typed({ node, piece, start }: Place, next: Node): Splice | null {
-  const from = node.content.findDiffStart(next.content);
-  const ends = from === null ? null : node.content.findDiffEnd(next.content);
-  if (from === null || !ends) return null;
-  const overlap = Math.max(0, from - Math.min(ends.a, ends.b));
-  const to = ends.a + overlap;
-  const middle = next.content.cut(from, ends.b + overlap);
+  const { from: index, oldTo, nextTo } = differing(node.children, next.children);
+  const old = node.maybeChild(index);
+  const changed = next.maybeChild(index);
+  if (oldTo !== index + 1 || nextTo !== oldTo || !old?.isText || !changed?.isText) return null;
+  const { start: same, end } = commonEnds(old.text!, changed.text!);
+  const from = offsetOf(node, index) + same;
+  const to = from - same + old.text!.length - end;
   const segment = piece.segments.find((one) => one.size === one.length && one.at <= from && to <= one.at + one.size);
-  if (!segment || !middle.content.every((child) => child.isText)) return null;
+  if (!segment) return null;
   const at = start + segment.from - segment.at;
-  return { from: at + from, to: at + to, text: middle.textBetween(0, middle.size) };
+  return { from: at + from, to: at + to, text: changed.text!.slice(same, changed.text!.length - end) };
+}
+
+/** Where a child begins in its parent. */
+function offsetOf(parent: Node, index: number): number {
+  let offset = 0;
+  for (let before = 0; before < index; before += 1) offset += parent.child(before).nodeSize;
+  return offset;
 }
 
 /**

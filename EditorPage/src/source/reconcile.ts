@@ -149,7 +149,7 @@ function readBack(
   context: Context,
   linked: Linked | null,
 ): Block | null {
-  const part = readPart(block, splice, expected, context.labels);
+  const part = readPart(block, splice, expected, context.labels, linked?.expected);
   if (part !== undefined) return part;
   const next = readBlock(spliced(block.source, splice), expected.type, context.labels);
   if (!next) return null;

@@ -44,7 +44,7 @@ export function withLineEnd(text: string, lineEnd: string): string {
 }
 
 /** So many characters of long texts are compared at once. */
-const STRETCH = 500;
+const STRETCH = 64;
 
 /** The lengths of what two texts have in common at their beginnings and, after that, at their ends. */
 export function commonEnds(a: string, b: string): { start: number; end: number } {

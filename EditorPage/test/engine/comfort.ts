@@ -83,7 +83,7 @@ export const comfortTests: Test[] = [
   }],
   ['a picture is as wide as its embed says', async () => {
     open('a ![[bild.png|120]] b\n');
-    await turn();
+    // At once: a picture that is not there is soon shown as missing.
     const image = surface().querySelector('img');
     expect(image !== null, 'no picture is shown');
     expectEqual(image!.getAttribute('width') ?? image!.style.width, '120', 'width');

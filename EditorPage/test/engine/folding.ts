@@ -69,6 +69,11 @@ export const foldingTests: Test[] = [
       expect(recorder.text === LONG, 'undo does not bring the text back');
     }
   }],
+  ['what is not drawn says to a screen reader that the note goes on there', async (recorder) => {
+    await openLong(recorder);
+    const said = new Set(folded().map((one) => `${one.getAttribute('role')}: ${one.getAttribute('aria-label')}`));
+    expectEqual([...said], ['note: Här fortsätter anteckningen'], 'role and name');
+  }],
   ['what the window shows stays where it is while blocks around it are drawn', async (recorder) => {
     await openLong(recorder);
     window.scrollTo(0, document.documentElement.scrollHeight / 2);

@@ -43,3 +43,14 @@ test('an address in bold keeps its type as it breaks', () => {
 
   assert.equal(edited(session, 5, 5, ' '), '__x <ht tp://y.se>__ z\n');
 });
+
+test('an address in one of many items keeps its brackets too', () => {
+  const item = (index: number) => `- item ${index} <https://a.se/${index}/b> and more\n`;
+  const items = Array.from({ length: 200 }, (_, index) => item(index));
+  const session = new Session(items.join(''));
+  let at = 1;
+  for (let index = 0; index < 100; index += 1) at += session.state.doc.firstChild!.child(index).nodeSize;
+  const behind = at + 2 + 'item 100 https:'.length;
+
+  assert.equal(edited(session, behind, behind, ' zq'), items.join('').replace('<https://a.se/100/', '<https: zq//a.se/100/'));
+});
