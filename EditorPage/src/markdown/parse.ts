@@ -66,10 +66,20 @@ export interface Reading {
 export function read(source: string, isStart: boolean, labels: Labels = new Set()): Reading {
   // Asked for where there is none, the parser would take the lines it looked through for plain ones.
   const hasFrontMatter = isStart && frontMatter.test(source);
-  const prefix = hasFrontMatter ? '' : stubs(source, labels);
+  const definitions = stubs(source, labels);
+  if (hasFrontMatter) return { blocks: readFrontMatter(source, definitions), shift: 0 };
   // The parser drops a byte order mark at the start, which is not the note's here.
-  const guard = prefix === '' && source.startsWith('\ufeff') ? '\ufeff' : '';
-  const root: Root = fromMarkdown(guard + prefix + source, hasFrontMatter ? atStart : inside);
-  const blocks = root.children.filter((block) => block.position!.end.offset! > prefix.length);
-  return { blocks, shift: prefix.length };
+  const guard = definitions === '' && source.startsWith('\ufeff') ? '\ufeff' : '';
+  const root: Root = fromMarkdown(guard + definitions + source, inside);
+  const blocks = root.children.filter((block) => block.position!.end.offset! > definitions.length);
+  return { blocks, shift: definitions.length };
+}
+
+/** Front matter stands at the very start, so the definitions follow; what would take them in is read without them. */
+function readFrontMatter(source: string, definitions: string): RootContent[] {
+  if (definitions === '') return fromMarkdown(source, atStart).children;
+  const { children } = fromMarkdown(`${source}\n\n${definitions}`, atStart);
+  const blocks = children.filter((block) => block.position!.start.offset! < source.length);
+  const reachesOut = blocks.some((block) => block.position!.end.offset! > source.length);
+  return reachesOut ? fromMarkdown(source, atStart).children : blocks;
 }

@@ -22,6 +22,17 @@ test('labels that the rest of the note defines make links', () => {
   assert.deepEqual(linked(['a b', '^1']), ['text', 'linkReference', 'text', 'footnoteReference']);
 });
 
+test('labels that the rest of the note defines make links below front matter too', () => {
+  const inParagraph = (source: string) => {
+    const blocks = read(source, true, new Set(['x', '^1'])).blocks as Array<{ type: string; value?: string; children?: Array<{ type: string }> }>;
+    return blocks.map(({ type, value, children }) => children?.map((child) => child.type) ?? `${type}: ${value}`);
+  };
+
+  assert.deepEqual(inParagraph('---\na: 1\n---\n[x] and [^1]\n'), ['yaml: a: 1', ['linkReference', 'text', 'footnoteReference']]);
+  assert.deepEqual(inParagraph('---\na: 1\n---\n```\n[x]\n'), ['yaml: a: 1', 'code: [x]']);
+  assert.deepEqual(inParagraph('---\na: 1\n---\n<!-- [x]\n'), ['yaml: a: 1', 'html: <!-- [x]\n']);
+});
+
 test('a footnote of the rest of the note does not take in what is read', () => {
   assert.deepEqual(types('    code [^1]', false, ['^1']), ['code']);
 });
