@@ -34,8 +34,8 @@ constexpr int fenceKeys = Qt::Key_F24 - Qt::Key_F13 + 1;
 ///
 /// What the host has to say passes through `after`, which waits until the fence before it has arrived: keys
 /// and clicks reach the page on another way than scripts, and scripts overtake them there. A fence is a key,
-/// so when it arrives, all input before it has been handled. One that does not come (the focus was in a
-/// video's frame) is not waited for forever.
+/// so when it arrives, all input before it has been handled. One that goes to a video's frame, which has the
+/// focus, is not waited for, and one that does not come for another reason not forever.
 const QString bridgeScript = uR"JS((() => {
   const FENCES = %1;
   const PATIENCE = 1000;
@@ -65,7 +65,7 @@ const QString bridgeScript = uR"JS((() => {
       queue.push({fence, task});
       if (fence > passed)
         setTimeout(advance, PATIENCE, fence);
-      advance(passed);
+      advance(document.activeElement instanceof HTMLIFrameElement ? fence : passed);
     },
     show(generation) {
       shown = generation;

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void drainingWaitsForTypedKeys();
     void keysStayInTheContentTheyWereTypedInto_data();
     void keysStayInTheContentTheyWereTypedInto();
+    void aFrameThatTakesTheKeysHoldsNothingUp();
     void aFenceThatIsLostIsNotWaitedForForever();
     void drainingWaitsForAPageThatIsJustReady();
     void drainingWithoutAPageEndsAtOnce();
@@ -146,7 +147,7 @@ void WebEngineEditorViewTests::keysStayInTheContentTheyWereTypedInto()
     }
 }
 
-void WebEngineEditorViewTests::aFenceThatIsLostIsNotWaitedForForever()
+void WebEngineEditorViewTests::aFrameThatTakesTheKeysHoldsNothingUp()
 {
     PageFixture f;
     f.setContent(u"text\n"_s, 1);
@@ -154,13 +155,24 @@ void WebEngineEditorViewTests::aFenceThatIsLostIsNotWaitedForForever()
         f.value(u"document.body.append(document.createElement('iframe')), frames[0].focus()"_s));
     pressKeys(*f.view.widget()->focusProxy(), u"elsewhere"_s);
 
-    f.drain();
+    f.view.evaluate(u"document.title = 'at once'"_s);
+    QCOMPARE(f.value(u"document.title"_s).toString(), u"at once"_s);
 
     QVERIFY(!f.has(u"changed"_s));
     static_cast<void>(f.value(u"window.focus(), window.VaultEditor.focus()"_s));
     f.type(u"abc"_s);
     f.drain();
     QCOMPARE(f.lastChange().first.size(), 8);
+}
+
+void WebEngineEditorViewTests::aFenceThatIsLostIsNotWaitedForForever()
+{
+    PageFixture f;
+    f.setContent(u"text\n"_s, 1);
+
+    static_cast<void>(f.value(u"__host.after(1, () => { document.title = 'late'; })"_s));
+
+    QTRY_COMPARE_WITH_TIMEOUT(f.value(u"document.title"_s).toString(), u"late"_s, patience);
 }
 
 void WebEngineEditorViewTests::drainingWaitsForAPageThatIsJustReady()
