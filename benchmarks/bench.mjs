@@ -17,7 +17,7 @@ Measures Wendlores side by side with its peers: every round runs every contender
 medians of the rounds and their ratio. "reached" means that the ratio is within the reach.
 
 Members (all of them when none is named):
-  editor   the editor page against CodeMirror 6, in the web engine that ships
+  editor   the editor page against CodeMirror 6 and Milkdown, in the web engine that ships
   startup  the program's start until the note is shown, against a bare web view
   window   how soon the window answers: another note, a key, the tree, the search
   save     the save of a 1 MB note against dd conv=fsync
