@@ -91,8 +91,8 @@ void MainWindow::bringForward()
 
 void MainWindow::takeFocus()
 {
-    if (m_state.vaultURL() && !m_state.selectedFile())
-        m_content->findChild<SidebarView*>()->takeFocus();
+    if (m_state.vaultURL())
+        m_content->findChild<SidebarView*>()->tree().setFocus();
     else
         m_content->detail().takeFocus();
 }

@@ -32,7 +32,8 @@ public:
     void setOtherWindows(const QList<QWidget*>& windows);
     /// Shows the window, also after it was closed, and gives it the keyboard.
     void bringForward();
-    /// Gives the keyboard to the note, or to the tree while nothing is shown beside it.
+    /// Gives the keyboard to the tree, where a stray key changes nothing, or to the invitation to open a
+    /// bucket.
     void takeFocus();
 
 Q_SIGNALS:

@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
@@ -172,10 +173,14 @@ private Q_SLOTS:
             tree.bucket.write(u"Not %1.md"_s.arg(i), "");
         tree.state.reloadTree();
         const auto scrolledFor = [&tree](const QString& note) {
+            QWidget window;
+            auto* view = new FileTreeView(tree.state, &window);
+            tree.state.setSelectedFile(tree.bucket.file(u"Not 59.md"_s));
             tree.state.setSelectedFile(tree.bucket.file(note));
-            tree.view = std::make_unique<FileTreeView>(tree.state);
-            showAt(*tree.view, {240, 400});
-            return tree.view->verticalScrollBar()->value();
+            (new QVBoxLayout(&window))->addWidget(view);
+            window.layout()->setContentsMargins({});
+            showAt(window, {240, 400});
+            return view->verticalScrollBar()->value();
         };
 
         QCOMPARE(scrolledFor(u"Not 20.md"_s), 0);

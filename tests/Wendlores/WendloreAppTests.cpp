@@ -1,14 +1,11 @@
 #include "Wendlores/WendloreApp.h"
 
-#include "Editor/EditorView.h"
 #include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Look/Style.h"
 #include "Look/SystemAppearance.h"
 #include "Platform/FileAddress.h"
-#include "Previews/ContentView.h"
-#include "Previews/DetailView.h"
 #include "Shell/FileTreeView.h"
 #include "Shell/WendloreFileWindowView.h"
 #include "Shell/WindowTabBar.h"
@@ -17,6 +14,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QPushButton>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -85,17 +83,31 @@ private Q_SLOTS:
         QCOMPARE(program.services.defaults.string(u"theme"_s), u"auto"_s);
     }
 
-    void itStartsWithTheKeyboardInTheNote()
+    void itStartsWhereAStrayKeyChangesNothing()
     {
         Program program;
-        QTRY_VERIFY(program.app.mainWindow().findChild<FileTreeView*>()->hasFocus());
         program.app.appState().setSelectedFile(program.bucket.file(u"A.md"_s));
 
         WendloreApp next(program.services.services(), program.system, program.style, {});
         next.start();
         next.mainWindow().bringForward();
 
-        QTRY_VERIFY(next.mainWindow().content().detail().editor().hasFocus());
+        QTRY_VERIFY(next.mainWindow().findChild<FileTreeView*>()->hasFocus());
+    }
+
+    void withoutABucketEnterOpensOne()
+    {
+        FakeServices services;
+        LightSystem system;
+        Style style;
+        WendloreApp app(services.services(), system, style, {});
+        app.start();
+        app.mainWindow().bringForward();
+        QTRY_VERIFY(qobject_cast<QPushButton*>(QApplication::focusWidget()));
+
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+
+        QCOMPARE(services.panels.shown.size(), 1);
     }
 
     void filesThatAreHandedOverAreShown()
