@@ -110,8 +110,11 @@ void WendloreFileScene::show(const std::optional<FileURL>& file,
         keepWindows();
         Q_EMIT windowsChanged();
     });
-    if (AppState* state = window->windowState())
+    if (AppState* state = window->windowState()) {
         relay(*state);
+        // What a bucket starts with is what the main window shows, also after a window has kept its own file.
+        connect(state, &AppState::selectedFileChanged, &m_mainState, &AppState::persistSelection);
+    }
     Q_EMIT windowMade(*window);
     window->bringForward();
     keepWindows();

@@ -148,6 +148,21 @@ private Q_SLOTS:
                  other.file(u"D.md"_s).path());
     }
 
+    void theNextStartShowsWhatTheMainWindowShowed()
+    {
+        Windows windows;
+        windows.select(u"A.md"_s);
+        windows.state.setSelectedFolder(windows.bucket.folder(u"Mapp"_s));
+
+        windows.open(u"B.md"_s);
+        windows.window().windowState()->renameFile(windows.bucket.file(u"B.md"_s), u"Ny"_s);
+        QTRY_VERIFY(!OpenFileWindows::shared().isOpen(windows.bucket.file(u"B.md"_s)));
+
+        const VaultUIState stored = windows.state.loadUIStates().value(windows.bucket.root().path());
+        QCOMPARE(stored.selectedFilePath, windows.bucket.file(u"A.md"_s).path());
+        QCOMPARE(stored.selectedFolderPath, windows.bucket.folder(u"Mapp"_s).path());
+    }
+
     void importedTypographyIsShownInEveryWindow()
     {
         Windows windows;
