@@ -9,6 +9,7 @@
 
 #include <QAbstractButton>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -21,6 +22,7 @@ namespace {
 constexpr int buttonPadding = 18;
 constexpr int pushButtonHeight = 34;
 constexpr int lineEditHeight = 32;
+constexpr int messageMargin = 20;
 
 void drawPushButton(QPainter& painter, const QStyleOptionButton& button)
 {
@@ -80,6 +82,9 @@ QString standardSymbol(QStyle::StandardPixmap icon)
     case QStyle::SP_ArrowForward:
     case QStyle::SP_ArrowRight:
         return u"chevron.right"_s;
+    case QStyle::SP_MessageBoxWarning:
+    case QStyle::SP_MessageBoxCritical:
+        return u"exclamationmark.triangle"_s;
     case QStyle::SP_LineEditClearButton:
         return u"xmark.circle.fill"_s;
     case QStyle::SP_FileDialogToParent:
@@ -243,6 +248,13 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
     switch (metric) {
     case PM_ScrollBarExtent:
         return scrollBarExtent;
+    case PM_LayoutLeftMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutBottomMargin:
+        if (qobject_cast<const QMessageBox*>(widget))
+            return messageMargin;
+        return QProxyStyle::pixelMetric(metric, option, widget);
     case PM_SplitterWidth:
     case PM_MenuPanelWidth:
         return 1;

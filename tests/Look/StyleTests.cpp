@@ -3,7 +3,9 @@
 #include "Support/Window.h"
 
 #include <QApplication>
+#include <QLayout>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 
@@ -46,6 +48,15 @@ private Q_SLOTS:
         const QIcon clear = QApplication::style()->standardIcon(QStyle::SP_LineEditClearButton);
 
         QCOMPARE(clear.name(), u"xmark.circle.fill"_s);
+    }
+
+    void messagesStandInTheLookOfTheSheets()
+    {
+        const QMessageBox box(QMessageBox::Warning, u"Versionskonflikt"_s, u"Text"_s, QMessageBox::Ok);
+
+        const QIcon icon = box.style()->standardIcon(QStyle::SP_MessageBoxWarning);
+        QCOMPARE(icon.name(), u"exclamationmark.triangle"_s);
+        QCOMPARE(box.layout()->contentsMargins(), QMargins(20, 20, 20, 20));
     }
 
     void controlsFollowTheDarkColors()
