@@ -81,14 +81,6 @@ void MainWindow::setOtherWindows(const QList<QWidget*>& windows)
     m_menus->setWindows(all);
 }
 
-void MainWindow::bringForward()
-{
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
-}
-
 void MainWindow::takeFocus()
 {
     if (m_state.vaultURL())

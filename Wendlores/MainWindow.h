@@ -30,8 +30,6 @@ public:
     [[nodiscard]] EditorSession& session() const;
     /// Shows what other windows the program has, in the row of tabs and in the window menu.
     void setOtherWindows(const QList<QWidget*>& windows);
-    /// Shows the window, also after it was closed, and gives it the keyboard.
-    void bringForward();
     /// Gives the keyboard to the tree, where a stray key changes nothing, or to the invitation to open a
     /// bucket.
     void takeFocus();

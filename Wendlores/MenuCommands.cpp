@@ -3,6 +3,7 @@
 #include "Wendlores/AboutSheet.h"
 
 #include "Editor/WebEditorController.h"
+#include "Shell/Windows.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
 #include "State/Workspace.h"
@@ -153,18 +154,12 @@ void MenuCommands::setWindows(const QList<QWidget*>& windows)
     const QList<QAction*> old = m_windowEntries->actions();
     qDeleteAll(old);
     for (QWidget* window : windows) {
-        QAction* entry = m_windows->addAction({}, window, [window] {
-            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-            window->show();
-            window->raise();
-            window->activateWindow();
-        });
+        QAction* entry = m_windows->addAction({}, window, [window] { bringForward(*window); });
         entry->setCheckable(true);
         entry->setChecked(window == &m_window);
         m_windowEntries->addAction(entry);
         const auto showTitle = [this, window, entry] {
-            const QString title = window->windowTitle().isEmpty() ? u"Wendlores"_s : window->windowTitle();
-            entry->setText(QString(title).replace(u'&', u"&&"_s));
+            entry->setText(windowName(*window).replace(u'&', u"&&"_s));
             entry->setChecked(window == &m_window);
         };
         connect(window, &QWidget::windowTitleChanged, entry, showTitle);

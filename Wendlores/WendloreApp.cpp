@@ -8,6 +8,7 @@
 #include "Editor/EditorSession.h"
 #include "Platform/FileAddress.h"
 #include "Shell/WendloreFileWindowView.h"
+#include "Shell/Windows.h"
 #include "State/OpenFileWindows.h"
 #include "State/UserDefaults.h"
 
@@ -61,12 +62,12 @@ void WendloreApp::show(const FileURL& location)
         return;
     }
     openLocation(m_appState, location);
-    m_mainWindow.bringForward();
+    bringForward(m_mainWindow);
 }
 
 void WendloreApp::open(const QList<QUrl>& addresses)
 {
-    m_mainWindow.bringForward();
+    bringForward(m_mainWindow);
     for (const QUrl& address : addresses) {
         if (const auto theme = themeOfLink(address))
             m_appState.applyTypographyTheme(*theme);
@@ -90,7 +91,7 @@ void WendloreApp::equip(WendloreFileWindowView& window)
     }
     auto* menus = new MenuCommands(m_appState, *window.windowState(), window, MenuCommands::Scene::file);
     connect(menus, &MenuCommands::quitRequested, this, &WendloreApp::quit);
-    connect(menus, &MenuCommands::workspaceRequested, &m_mainWindow, &MainWindow::bringForward);
+    connect(menus, &MenuCommands::workspaceRequested, &m_mainWindow, [this] { bringForward(m_mainWindow); });
     connect(menus, &MenuCommands::tabBarToggled, &m_mainWindow.menus(), &MenuCommands::tabBarToggled);
     connect(&m_fileScene, &WendloreFileScene::windowsChanged, menus, [this, menus] {
         QList<QWidget*> windows{&m_mainWindow};

@@ -13,6 +13,7 @@
 #include "Platform/SingleInstance.h"
 #include "Platform/StandardPaths.h"
 #include "Previews/WebSchemes.h"
+#include "Shell/Windows.h"
 #include "State/AppState.h"
 #include "State/ResourceBundle.h"
 #include "Vault/Collation.h"
@@ -88,7 +89,7 @@ int run(QApplication& application, SingleInstance& instance, const CommandLine& 
     WendloreApp app(desktop.services(), desktopAppearance, *style, updates());
     if (commandLine.location)
         openLocation(app.appState(), *commandLine.location);
-    QObject::connect(&instance, &SingleInstance::activated, &app.mainWindow(), &MainWindow::bringForward);
+    QObject::connect(&instance, &SingleInstance::activated, &app, [&app] { bringForward(app.mainWindow()); });
     QObject::connect(&instance, &SingleInstance::opened, &app, &WendloreApp::open);
     QObject::connect(&signals, &QuitSignals::quitRequested, &app, &WendloreApp::quit);
     app.start();

@@ -8,6 +8,7 @@
 #include "Look/Symbols.h"
 
 #include <QAbstractButton>
+#include <QHash>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
@@ -70,49 +71,33 @@ void drawLineEdit(QPainter& painter, const QStyleOption& edit)
 /// The symbol for an icon of the toolkit's menu bars, toolbars and file dialogs; empty where there is none.
 QString standardSymbol(QStyle::StandardPixmap icon)
 {
-    switch (icon) {
-    case QStyle::SP_ToolBarHorizontalExtensionButton:
-        return u"chevron.right.2"_s;
-    case QStyle::SP_ToolBarVerticalExtensionButton:
-        return u"chevron.down"_s;
-    case QStyle::SP_ArrowBack:
-    case QStyle::SP_ArrowLeft:
-    case QStyle::SP_FileDialogBack:
-        return u"chevron.left"_s;
-    case QStyle::SP_ArrowForward:
-    case QStyle::SP_ArrowRight:
-        return u"chevron.right"_s;
-    case QStyle::SP_MessageBoxWarning:
-    case QStyle::SP_MessageBoxCritical:
-        return u"exclamationmark.triangle"_s;
-    case QStyle::SP_LineEditClearButton:
-        return u"xmark.circle.fill"_s;
-    case QStyle::SP_FileDialogToParent:
-        return u"arrow.up"_s;
-    case QStyle::SP_FileDialogNewFolder:
-        return u"folder.badge.plus"_s;
-    case QStyle::SP_FileDialogListView:
-        return u"list.bullet"_s;
-    case QStyle::SP_FileDialogDetailedView:
-        return u"tablecells"_s;
-    case QStyle::SP_DirIcon:
-    case QStyle::SP_DirClosedIcon:
-    case QStyle::SP_DirLinkIcon:
-    case QStyle::SP_DirOpenIcon:
-        return u"folder"_s;
-    case QStyle::SP_FileIcon:
-    case QStyle::SP_FileLinkIcon:
-        return u"doc.plaintext"_s;
-    case QStyle::SP_DirHomeIcon:
-        return u"house"_s;
-    case QStyle::SP_ComputerIcon:
-    case QStyle::SP_DesktopIcon:
-        return u"desktopcomputer"_s;
-    case QStyle::SP_DriveHDIcon:
-        return u"internaldrive"_s;
-    default:
-        return {};
-    }
+    static const QHash<QStyle::StandardPixmap, QString> symbols{
+        {QStyle::SP_ToolBarHorizontalExtensionButton, u"chevron.right.2"_s},
+        {QStyle::SP_ToolBarVerticalExtensionButton, u"chevron.down"_s},
+        {QStyle::SP_ArrowBack, u"chevron.left"_s},
+        {QStyle::SP_ArrowLeft, u"chevron.left"_s},
+        {QStyle::SP_FileDialogBack, u"chevron.left"_s},
+        {QStyle::SP_ArrowForward, u"chevron.right"_s},
+        {QStyle::SP_ArrowRight, u"chevron.right"_s},
+        {QStyle::SP_MessageBoxWarning, u"exclamationmark.triangle"_s},
+        {QStyle::SP_MessageBoxCritical, u"exclamationmark.triangle"_s},
+        {QStyle::SP_LineEditClearButton, u"xmark.circle.fill"_s},
+        {QStyle::SP_FileDialogToParent, u"arrow.up"_s},
+        {QStyle::SP_FileDialogNewFolder, u"folder.badge.plus"_s},
+        {QStyle::SP_FileDialogListView, u"list.bullet"_s},
+        {QStyle::SP_FileDialogDetailedView, u"tablecells"_s},
+        {QStyle::SP_DirIcon, u"folder"_s},
+        {QStyle::SP_DirClosedIcon, u"folder"_s},
+        {QStyle::SP_DirLinkIcon, u"folder"_s},
+        {QStyle::SP_DirOpenIcon, u"folder"_s},
+        {QStyle::SP_FileIcon, u"doc.plaintext"_s},
+        {QStyle::SP_FileLinkIcon, u"doc.plaintext"_s},
+        {QStyle::SP_DirHomeIcon, u"house"_s},
+        {QStyle::SP_ComputerIcon, u"desktopcomputer"_s},
+        {QStyle::SP_DesktopIcon, u"desktopcomputer"_s},
+        {QStyle::SP_DriveHDIcon, u"internaldrive"_s},
+    };
+    return symbols.value(icon);
 }
 
 EntryTone toneOf(const QStyleOptionMenuItem& item, const QWidget* widget)

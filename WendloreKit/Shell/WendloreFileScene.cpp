@@ -1,6 +1,7 @@
 #include "Shell/WendloreFileScene.h"
 
 #include "Shell/WendloreFileWindowView.h"
+#include "Shell/Windows.h"
 
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
@@ -61,7 +62,7 @@ WendloreFileScene::~WendloreFileScene()
 void WendloreFileScene::open(const FileURL& file)
 {
     if (WendloreFileWindowView* window = windowOf(file)) {
-        window->bringForward();
+        bringForward(*window);
         return;
     }
     if (!isViewableFile(file) || !m_awaited.insert(file.standardized()).second)
@@ -116,7 +117,7 @@ void WendloreFileScene::show(const std::optional<FileURL>& file,
         connect(state, &AppState::selectedFileChanged, &m_mainState, &AppState::persistSelection);
     }
     Q_EMIT windowMade(*window);
-    window->bringForward();
+    bringForward(*window);
     keepWindows();
     Q_EMIT windowsChanged();
 }

@@ -112,15 +112,6 @@ void WendloreFileWindowView::showTitle()
         m_title->setTitle(windowTitle());
 }
 
-void WendloreFileWindowView::bringForward()
-{
-    if (isMinimized())
-        showNormal();
-    show();
-    raise();
-    activateWindow();
-}
-
 void WendloreFileWindowView::showEvent(QShowEvent* event)
 {
     appear();

@@ -40,8 +40,6 @@ public:
     [[nodiscard]] AppState* windowState() const { return m_windowState.get(); }
     /// The note's editor; null for other kinds of files.
     [[nodiscard]] EditorView* editor() const { return m_editor; }
-    /// Shows the window and gives it the keyboard.
-    void bringForward();
 
 Q_SIGNALS:
     void fileURLChanged();

@@ -1,5 +1,7 @@
 #include "Shell/WindowTabBar.h"
 
+#include "Shell/Windows.h"
+
 #include "Look/Colors.h"
 #include "Look/Metrics.h"
 
@@ -25,7 +27,7 @@ WindowTabBar::WindowTabBar(QWidget* parent)
     setUsesScrollButtons(true);
     setElideMode(Qt::ElideMiddle);
     setFocusPolicy(Qt::TabFocus);
-    connect(this, &QTabBar::currentChanged, this, &WindowTabBar::bringForward);
+    connect(this, &QTabBar::currentChanged, this, &WindowTabBar::leaveFor);
 }
 
 void WindowTabBar::setWindows(const QList<QWidget*>& windows)
@@ -41,9 +43,8 @@ void WindowTabBar::setWindows(const QList<QWidget*>& windows)
     for (int index = 0; index < count(); ++index) {
         QWidget* window = windows[index];
         const auto showTitle = [this, window] {
-            const QString title = window->windowTitle().isEmpty() ? u"Wendlores"_s : window->windowTitle();
-            setTabText(int(m_windows.indexOf(window)), title);
-            setTabToolTip(int(m_windows.indexOf(window)), title);
+            setTabText(int(m_windows.indexOf(window)), windowName(*window));
+            setTabToolTip(int(m_windows.indexOf(window)), windowName(*window));
         };
         connect(window, &QWidget::windowTitleChanged, this, showTitle);
         showTitle();
@@ -51,17 +52,14 @@ void WindowTabBar::setWindows(const QList<QWidget*>& windows)
     setCurrentIndex(0);
 }
 
-void WindowTabBar::bringForward(int index)
+void WindowTabBar::leaveFor(int index)
 {
     if (index <= 0)
         return;
-    QWidget* window = m_windows[index];
+    QWidget& window = *m_windows[index];
     const QSignalBlocker blocker(this);
     setCurrentIndex(0);
-    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-    window->show();
-    window->raise();
-    window->activateWindow();
+    bringForward(window);
 }
 
 QSize WindowTabBar::tabSizeHint(int index) const

@@ -22,7 +22,7 @@ protected:
     [[nodiscard]] QSize minimumTabSizeHint(int index) const override;
 
 private:
-    void bringForward(int index);
+    void leaveFor(int index);
 
     QList<QWidget*> m_windows;
 };

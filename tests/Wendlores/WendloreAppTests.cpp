@@ -8,6 +8,7 @@
 #include "Platform/FileAddress.h"
 #include "Shell/FileTreeView.h"
 #include "Shell/WendloreFileWindowView.h"
+#include "Shell/Windows.h"
 #include "Shell/WindowTabBar.h"
 #include "State/OpenFileWindows.h"
 #include "Support/Window.h"
@@ -90,7 +91,7 @@ private Q_SLOTS:
 
         WendloreApp next(program.services.services(), program.system, program.style, {});
         next.start();
-        next.mainWindow().bringForward();
+        bringForward(next.mainWindow());
 
         QTRY_VERIFY(next.mainWindow().findChild<FileTreeView*>()->hasFocus());
     }
@@ -102,7 +103,7 @@ private Q_SLOTS:
         Style style;
         WendloreApp app(services.services(), system, style, {});
         app.start();
-        app.mainWindow().bringForward();
+        bringForward(app.mainWindow());
         QTRY_VERIFY(qobject_cast<QPushButton*>(QApplication::focusWidget()));
 
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
@@ -124,7 +125,7 @@ private Q_SLOTS:
     {
         Program program;
         program.openWindow(u"A.md"_s);
-        program.app.mainWindow().bringForward();
+        bringForward(program.app.mainWindow());
         QTRY_COMPARE(QApplication::activeWindow(), &program.app.mainWindow());
 
         program.app.open({fileAddress(program.bucket.file(u"A.md"_s))});
@@ -235,7 +236,7 @@ private Q_SLOTS:
         QCOMPARE(next.fileScene().windows().size(), std::size_t(1));
         WendloreFileWindowView& window = *next.fileScene().windows().front();
         QVERIFY(!window.fileURL());
-        window.bringForward();
+        bringForward(window);
         QTRY_COMPARE(QApplication::activeWindow(), &window);
 
         QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
@@ -249,7 +250,7 @@ private Q_SLOTS:
         program.openWindow(u"A.md"_s);
         WendloreFileWindowView& window = *program.app.fileScene().windows().front();
 
-        program.app.mainWindow().bringForward();
+        bringForward(program.app.mainWindow());
         QTRY_COMPARE(QApplication::activeWindow(), &program.app.mainWindow());
         Program::entry(program.app.mainWindow(), u"A"_s)->trigger();
 
