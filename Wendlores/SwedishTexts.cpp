@@ -69,6 +69,15 @@ const QHash<QByteArray, QString> texts{
     {"&Delete", u"&Ta bort"_s},
     {"&New Folder", u"&Ny mapp"_s},
     {"New Folder", u"Ny mapp"_s},
+    {"Remove", u"Ta bort"_s},
+    {"%1\nFile not found.\nPlease verify the correct file name was given.",
+     u"%1\nFilen finns inte. Kontrollera att namnet är rätt."_s},
+    {"%1\nDirectory not found.\nPlease verify the correct directory name was given.",
+     u"%1\nMappen finns inte. Kontrollera att namnet är rätt."_s},
+    {"Are you sure you want to delete '%1'?", u"Vill du ta bort %1?"_s},
+    {"'%1' is write protected.\nDo you want to delete it anyway?",
+     u"%1 är skrivskyddad.\nVill du ta bort den ändå?"_s},
+    {"Could not delete directory.", u"Mappen gick inte att ta bort."_s},
     // keys
     {"Shift", u"Skift"_s},
 };

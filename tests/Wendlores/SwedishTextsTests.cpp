@@ -1,11 +1,13 @@
 #include "Wendlores/SwedishTexts.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
@@ -38,6 +40,25 @@ private Q_SLOTS:
 
         QCOMPARE(titles, QStringList({u"Ångra"_s, u"Gör om"_s, u"Klipp ut"_s, u"Kopiera"_s, u"Klistra in"_s,
                                       u"Ta bort"_s, u"Markera allt"_s}));
+    }
+
+    void theFileDialogComplainsInSwedish()
+    {
+        QFileDialog dialog;
+        dialog.setOption(QFileDialog::DontUseNativeDialog);
+        dialog.setFileMode(QFileDialog::ExistingFile);
+        dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(u"/finns/inte.png"_s);
+        QString said;
+        QTimer::singleShot(0, &dialog, [&said] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                said = box->text();
+                box->accept();
+            }
+        });
+
+        QMetaObject::invokeMethod(&dialog, "accept");
+
+        QVERIFY2(said.contains(u"Filen finns inte."_s), qPrintable(said));
     }
 
 private:
