@@ -6,6 +6,7 @@
 #include "Editor/Scheduler.h"
 #include "Look/Metrics.h"
 #include "State/AppState.h"
+#include "Vault/Relocation.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -63,8 +64,8 @@ void FileTreeView::connectState()
     connect(&m_state, &AppState::fileTreeChanged, this, &FileTreeView::showSelectionAgain);
     connect(&m_state, &AppState::selectedFolderChanged, viewport(), qOverload<>(&QWidget::update));
     connect(&m_state, &AppState::didMove, this, [this](const FileURL& from, const FileURL& to) {
-        if (m_expandedFolders.contains(from))
-            m_expandedFolders.insert(to);
+        for (const FileURL& folder : QSet(m_expandedFolders))
+            m_expandedFolders.insert(relocated(folder, from, to));
     });
 }
 

@@ -153,14 +153,16 @@ private Q_SLOTS:
         QVERIFY(tree.isExpanded(u"A"_s));
     }
 
-    void aRenamedFolderStaysOpen()
+    void aRenamedFolderStaysOpenWithAllThatWasOpenInIt()
     {
-        TreeFixture tree({{"A/1.md", ""}});
+        TreeFixture tree({{"A/Inre/1.md", ""}});
         tree.view->setExpanded(tree.row(u"A"_s), true);
+        tree.view->setExpanded(tree.row(u"A/Inre"_s), true);
 
         tree.state.renameFile(tree.bucket.folder(u"A"_s), u"B"_s);
 
         QVERIFY(tree.isExpanded(u"B"_s));
+        QVERIFY(tree.isExpanded(u"B/Inre"_s));
     }
 
     void theFocusRingShowsOnlyToTheKeyboard()
