@@ -159,7 +159,8 @@ void FileTreeView::revealSelection()
     for (QModelIndex folder = row.parent(); folder.isValid(); folder = folder.parent())
         setExpanded(folder, true);
     selectionModel()->setCurrentIndex(row, QItemSelectionModel::ClearAndSelect);
-    scrollTo(row);
+    if (isVisible())
+        scrollTo(row);
 }
 
 /// After a rebuild the selected file may have a row that was not there before.
@@ -214,6 +215,13 @@ void FileTreeView::contextMenuEvent(QContextMenuEvent* event)
     const QPoint place =
         isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos();
     Q_EMIT menuRequested(*item, m_model->isFolder(index), place);
+}
+
+/// Only now is it known how many rows there is room for.
+void FileTreeView::showEvent(QShowEvent* event)
+{
+    QTreeView::showEvent(event);
+    scrollTo(currentIndex());
 }
 
 void FileTreeView::changeEvent(QEvent* event)
