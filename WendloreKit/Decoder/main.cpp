@@ -3,39 +3,19 @@
 // asks, and ends it.
 
 #include "Decoder/DecoderAnswers.h"
+#include "Decoder/DecoderConfinement.h"
 #include "Decoder/DecoderProcessLimits.h"
 
 #include <QCoreApplication>
 #include <QFile>
 
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace wendlore;
 
-namespace {
-
-void limitTo(__rlimit_resource resource, rlim_t most)
-{
-    const rlimit limit{most, most};
-    ::setrlimit(resource, &limit);
-}
-
-/// Nothing is written, no program started, and no memory taken beyond what a large file needs.
-void confine()
-{
-    limitTo(RLIMIT_AS, decoder::mostMemory);
-    limitTo(RLIMIT_FSIZE, 0);
-    limitTo(RLIMIT_CORE, 0);
-    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-}
-
-} // namespace
-
 int main(int argc, char** argv)
 {
-    confine();
+    confineDecoder();
     const QCoreApplication application(argc, argv);
     QFile file;
     if (!file.open(decoder::fileDescriptor, QIODevice::ReadOnly))
