@@ -13,16 +13,29 @@
 
 using namespace wendlore;
 
+namespace {
+
+/// The whole of a file that is open already; empty when it is not.
+std::span<uchar> contentsOf(QFile& file, int descriptor, QIODevice::OpenMode mode)
+{
+    if (!file.open(descriptor, mode))
+        return {};
+    uchar* const bytes = file.map(0, file.size());
+    return {bytes, bytes ? size_t(file.size()) : 0};
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     confineDecoder();
     const QCoreApplication application(argc, argv);
     QFile file;
-    if (!file.open(decoder::fileDescriptor, QIODevice::ReadOnly))
-        return 1;
-    const uchar* bytes = file.map(0, file.size());
-    DecoderAnswers answers(bytes ? QByteArray::fromRawData(reinterpret_cast<const char*>(bytes), file.size())
-                                 : QByteArray());
+    const auto bytes = contentsOf(file, decoder::fileDescriptor, QIODevice::ReadOnly);
+    QFile pixels;
+    DecoderAnswers answers(
+        QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size())),
+        contentsOf(pixels, decoder::pixelsDescriptor, QIODevice::ReadWrite));
     DecoderWire wire(STDIN_FILENO);
     while (const auto question = wire.receive()) {
         // Should the program be gone that would end it.

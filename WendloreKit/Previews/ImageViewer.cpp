@@ -1,5 +1,6 @@
 #include "Previews/ImageViewer.h"
 
+#include "Previews/DecoderProcess.h"
 #include "Previews/ImageAnimation.h"
 #include "Previews/ImageDecoding.h"
 #include "Previews/ReadForViewing.h"
@@ -34,18 +35,20 @@ ImageViewer::ImageViewer(AppState& state, const FileURL& file, QWidget* parent)
 {
     m_loading = readInBackground(
         state.services(), file, maximumFileSize,
-        [](const auto& bytes) {
-            Loaded loaded;
-            if (bytes)
-                loaded.image = ImagePyramid(decodeImage(*bytes));
-            if (bytes && ImageFrames::areIn(*bytes))
-                loaded.moving = *bytes;
-            return loaded;
+        [limits = m_limits](const auto& bytes) {
+            if (!bytes)
+                return Loaded();
+            DecodedImage decoded = decodeImage(*bytes, limits.withTime(maximumDecodingTime()));
+            return Loaded{ImagePyramid(std::move(decoded.image)), decoded.moves ? *bytes : QByteArray()};
         },
         [this](const Loaded& loaded) { didLoad(loaded); });
 }
 
-ImageViewer::~ImageViewer() = default;
+ImageViewer::~ImageViewer()
+{
+    // What goes on in the background would only keep others from their turn.
+    m_limits.stop();
+}
 
 void ImageViewer::didLoad(const Loaded& loaded)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Previews/QuickLookLimits.h"
+
 #include "Vault/FileURL.h"
 
 #include <QWidget>
@@ -35,6 +37,7 @@ private:
     FileURL m_file;
     ViewerStack* m_stack;
     ImageAnimation* m_animation = nullptr;
+    QuickLookLimits m_limits;
     std::unique_ptr<ScheduledTask> m_loading;
 };
 

@@ -5,7 +5,7 @@
 #include "Support/EngineTest.h"
 #include "Support/LongestWork.h"
 #include "Support/PdfFiles.h"
-#include "Support/Photograph.h"
+#include "Support/Pictures.h"
 #include "Support/RealDesktop.h"
 #include "Support/Viewing.h"
 #include "Support/Window.h"
