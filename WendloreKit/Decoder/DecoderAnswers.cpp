@@ -26,7 +26,7 @@ Value next(QDataStream& question)
 bool needsPages(DecoderTask task)
 {
     return task != DecoderTask::openPdf && task != DecoderTask::decodePicture &&
-           task != DecoderTask::nextFrame;
+           task != DecoderTask::sketchPicture && task != DecoderTask::nextFrame;
 }
 
 /// Brings the picture's pixels to where they are looked for.
@@ -65,6 +65,8 @@ DecoderMessage DecoderAnswers::to(const QByteArray& question)
         return linksOfPage(stream);
     case DecoderTask::decodePicture:
         return decodePicture();
+    case DecoderTask::sketchPicture:
+        return sketchPicture();
     case DecoderTask::nextFrame:
         return nextFrame();
     }
@@ -114,6 +116,15 @@ DecoderMessage DecoderAnswers::decodePicture()
     const QImage picture = rasterPicture(m_file, m_memory);
     place(picture, m_memory);
     return answer(picture.size(), picture.hasAlphaChannel(), MovingPicture::isIn(m_file));
+}
+
+DecoderMessage DecoderAnswers::sketchPicture()
+{
+    const PictureSketch sketch = rasterSketch(m_file, m_memory);
+    m_picture = sketch.picture;
+    DecoderMessage message = messageOf(m_picture);
+    message.values += decoderValues(sketch.size);
+    return message;
 }
 
 DecoderMessage DecoderAnswers::nextFrame()

@@ -31,6 +31,7 @@ private:
     [[nodiscard]] DecoderMessage findText(QDataStream& question);
     [[nodiscard]] DecoderMessage linksOfPage(QDataStream& question);
     [[nodiscard]] DecoderMessage decodePicture();
+    [[nodiscard]] DecoderMessage sketchPicture();
     [[nodiscard]] DecoderMessage nextFrame();
 
     QByteArray m_file;

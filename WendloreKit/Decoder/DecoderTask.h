@@ -16,7 +16,8 @@ enum class DecoderTask : quint8 {
     linksOfPage,   ///< page; gives the links
     decodePicture, ///< gives the picture's size (empty: there is none), whether parts of it can be seen
                    ///< through, and whether it moves; its pixels are in the memory for them
-    nextFrame, ///< of a moving picture; gives a picture and how many milliseconds it is shown
+    sketchPicture, ///< of a large photograph: gives a picture, coarser than it, and the photograph's size
+    nextFrame,     ///< of a moving picture; gives a picture and how many milliseconds it is shown
 };
 
 /// `values` as they are sent: a question when the first of them is its task, or an answer.

@@ -6,6 +6,7 @@
 #include <QBuffer>
 #include <QImageReader>
 
+#include <algorithm>
 #include <array>
 
 namespace wendlore {
@@ -38,6 +39,12 @@ bool canBeDrawn(QSize size, std::span<uchar> memory)
     return size.isEmpty() || size.width() <= qint64(memory.size()) / bytesPerPixel / size.height();
 }
 
+/// Keeps decoders from taking more for an image than `memory` has.
+void limitDecoders(std::span<uchar> memory)
+{
+    QImageReader::setAllocationLimit(int(memory.size() >> 20) + 1); // 0 would be no limit
+}
+
 /// An image that decoders fill without taking other memory, when they make that kind.
 QImage imageIn(std::span<uchar> memory, const QImageReader& reader)
 {
@@ -46,6 +53,18 @@ QImage imageIn(std::span<uchar> memory, const QImageReader& reader)
     return fits ? QImage(memory.data(), size.width(), size.height(), bytesPerPixel * size.width(),
                          QImage::Format_RGB32)
                 : QImage();
+}
+
+/// By how much a photograph of that size can be reduced and still fill a window; 1 when it is small.
+int reductionOf(QSize size)
+{
+    constexpr qint64 largePixels = 6'000'000;
+    constexpr int windowExtent = 1400;
+    const int extent = std::max(size.width(), size.height());
+    int reduction = 1; // the format knows halves, quarters and eighths
+    while (reduction < 8 && extent / (2 * reduction) >= windowExtent)
+        reduction *= 2;
+    return qint64(size.width()) * size.height() >= largePixels ? reduction : 1;
 }
 
 } // namespace
@@ -68,7 +87,7 @@ QImage rasterPicture(const QByteArray& bytes, std::span<uchar> memory)
         return {};
     if (format == "heif")
         return readyToDraw(heifPicture(bytes, qint64(memory.size())));
-    QImageReader::setAllocationLimit(int(memory.size() >> 20) + 1); // 0 would be none at all
+    limitDecoders(memory);
     QBuffer device;
     device.setData(bytes);
     QImageReader reader(&device, format);
@@ -79,6 +98,24 @@ QImage rasterPicture(const QByteArray& bytes, std::span<uchar> memory)
     if (!reader.read(&image) || !canBeDrawn(image.size(), memory))
         return {};
     return readyToDraw(std::move(image));
+}
+
+PictureSketch rasterSketch(const QByteArray& bytes, std::span<uchar> memory)
+{
+    if (pictureFormatOf(bytes) != "jpeg")
+        return {};
+    limitDecoders(memory);
+    QBuffer device;
+    device.setData(bytes);
+    QImageReader reader(&device, "jpeg");
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    const int reduction = reductionOf(size);
+    if (reduction == 1 || !canBeDrawn(size, memory))
+        return {};
+    reader.setScaledSize(size / reduction);
+    const bool isTurned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
+    return {readyToDraw(reader.read()), isTurned ? size.transposed() : size};
 }
 
 } // namespace wendlore

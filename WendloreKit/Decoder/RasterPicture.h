@@ -15,4 +15,15 @@ namespace wendlore {
 /// is damaged, or would not fit into `memory`.
 [[nodiscard]] QImage rasterPicture(const QByteArray& bytes, std::span<uchar> memory);
 
+/// A picture that is coarser than the one it stands for, which is `size` large.
+struct PictureSketch final
+{
+    QImage picture;
+    QSize size;
+};
+
+/// A sketch of a large photograph, which takes a fraction of the time of the whole and has enough pixels for
+/// a window. No picture for other images, and for one that would not fit into `memory`.
+[[nodiscard]] PictureSketch rasterSketch(const QByteArray& bytes, std::span<uchar> memory);
+
 } // namespace wendlore

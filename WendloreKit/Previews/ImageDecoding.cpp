@@ -3,7 +3,6 @@
 #include "Decoder/DecoderProcessLimits.h"
 #include "Decoder/DecoderTask.h"
 #include "Decoder/Picture.h"
-#include "Previews/DecoderProcess.h"
 
 #include <QFile>
 
@@ -32,20 +31,32 @@ QImage pictureIn(const Descriptor& memory, QSize size, bool hasAlpha)
 
 } // namespace
 
-DecodedImage decodeImage(const QByteArray& bytes, const QuickLookLimits& limits)
+ImageDecoder::ImageDecoder(const QByteArray& bytes)
+    : m_pixels(memoryOfSize(decoder::mostPixels))
+    , m_process(memoryFile(bytes).get(), m_pixels.get())
+{}
+
+ImageSketch ImageDecoder::sketch(const QuickLookLimits& limits)
 {
-    const Descriptor file = memoryFile(bytes);
-    const Descriptor pixels = memoryOfSize(decoder::mostPixels);
-    if (!file.isOpen() || !pixels.isOpen())
+    auto answer = m_process.ask(decoderValues(DecoderTask::sketchPicture), limits);
+    QSize sketched;
+    bool hasAlpha = false;
+    ImageSketch sketch;
+    if (!answer || !readAnswer(answer->values, sketched, hasAlpha, sketch.size))
         return {};
-    const auto answer =
-        DecoderProcess(file.get(), pixels.get()).ask(decoderValues(DecoderTask::decodePicture), limits);
+    sketch.image = pictureOf(std::move(*answer));
+    return sketch;
+}
+
+DecodedImage ImageDecoder::decode(const QuickLookLimits& limits)
+{
+    const auto answer = m_process.ask(decoderValues(DecoderTask::decodePicture), limits);
     QSize size;
     bool hasAlpha = false;
     DecodedImage decoded;
     if (!answer || !readAnswer(answer->values, size, hasAlpha, decoded.moves))
         return {};
-    decoded.image = pictureIn(pixels, size, hasAlpha);
+    decoded.image = pictureIn(m_pixels, size, hasAlpha);
     return decoded;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Previews/QuickLookLimits.h"
+#include "Previews/DecoderProcess.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -16,9 +16,28 @@ struct DecodedImage final
     bool moves = false;
 };
 
-/// The image in `bytes`, whose format is found by content; a process of its own decodes it. Null when it is
-/// none that is shown as an image, is damaged, or would take too much memory or time. Blocks: to be called in
-/// the background.
-[[nodiscard]] DecodedImage decodeImage(const QByteArray& bytes, const QuickLookLimits& limits);
+/// An image that is coarser than the one it stands for, which is `size` large.
+struct ImageSketch final
+{
+    QImage image;
+    QSize size;
+};
+
+/// One image file, whose format is found by content; a process of its own decodes it. Images are null when
+/// the file holds none that is shown as an image, is damaged, or would take too much memory or time. Blocks:
+/// for the background, and one caller at a time.
+class ImageDecoder final
+{
+public:
+    explicit ImageDecoder(const QByteArray& bytes);
+
+    /// Of a large photograph something to look at until it is decoded; nothing for other images.
+    [[nodiscard]] ImageSketch sketch(const QuickLookLimits& limits);
+    [[nodiscard]] DecodedImage decode(const QuickLookLimits& limits);
+
+private:
+    Descriptor m_pixels;
+    DecoderProcess m_process;
+};
 
 } // namespace wendlore

@@ -5,6 +5,7 @@
 
 #include <QBuffer>
 #include <QColorSpace>
+#include <QImageWriter>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -70,6 +71,26 @@ private Q_SLOTS:
         QCOMPARE(image.size(), QSize(64, 96));
         QVERIFY(image.pixelColor(32, 10).red() > 200);
         QVERIFY(image.pixelColor(32, 85).blue() > 200);
+    }
+
+    void theSketchOfAPhotographIsUprightToo()
+    {
+        QImage large(4000, 3000, QImage::Format_RGB32);
+        large.fill(Qt::blue);
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        QImageWriter writer(&buffer, "jpeg");
+        writer.setTransformation(QImageIOHandler::TransformationRotate90);
+        QVERIFY(writer.write(large));
+        QByteArray memory(qsizetype(4000) * 3000 * 4, Qt::Uninitialized);
+        const std::span room(reinterpret_cast<uchar*>(memory.data()), size_t(memory.size()));
+
+        const PictureSketch sketch = rasterSketch(bytes, room);
+
+        QCOMPARE(sketch.size, QSize(3000, 4000));
+        QCOMPARE(sketch.picture.size(), QSize(1500, 2000));
+        QVERIFY2(rasterSketch(bytes, room.first(room.size() - 1)).picture.isNull(), "the whole has no room");
+        QVERIFY2(rasterSketch(twoHalves(u"a.jpg"_s), room).picture.isNull(), "it is small");
     }
 
     void transparencyIsKept()

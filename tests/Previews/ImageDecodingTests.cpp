@@ -13,7 +13,11 @@ class ImageDecodingTests final : public QObject
 {
     Q_OBJECT
 
-    static DecodedImage decoded(const QByteArray& bytes) { return decodeImage(bytes, QuickLookLimits(1min)); }
+    static DecodedImage decoded(const QByteArray& bytes,
+                                const QuickLookLimits& limits = QuickLookLimits(1min))
+    {
+        return ImageDecoder(bytes).decode(limits);
+    }
 
 private Q_SLOTS:
     void anotherProcessDecodes_data()
@@ -58,6 +62,25 @@ private Q_SLOTS:
         QCOMPARE(image.pixelColor(10, 32), QColor(Qt::green));
     }
 
+    void aLargePhotographIsSketchedFirst()
+    {
+        ImageDecoder decoder(
+            pictureFile(u"a.jpg"_s, {u"-size"_s, u"3000x4000"_s, u"xc:red"_s, u"-quality"_s, u"50"_s}));
+
+        const ImageSketch sketch = decoder.sketch(QuickLookLimits(1min));
+        const DecodedImage decoded = decoder.decode(QuickLookLimits(1min));
+
+        QCOMPARE(sketch.image.size(), QSize(1500, 2000));
+        QVERIFY(sketch.image.pixelColor(700, 700).red() > 200);
+        QCOMPARE(sketch.size, decoded.image.size());
+    }
+
+    void otherImagesAreNot()
+    {
+        QVERIFY(ImageDecoder(twoHalves(u"a.jpg"_s)).sketch(QuickLookLimits(1min)).image.isNull());
+        QVERIFY(ImageDecoder("hej").sketch(QuickLookLimits(1min)).image.isNull());
+    }
+
     void whatIsNoImageIsNone()
     {
         QVERIFY(decoded("hej").image.isNull());
@@ -76,10 +99,10 @@ private Q_SLOTS:
     void anImageThatWouldTakeTooMuchTimeIsGivenUp()
     {
         const QByteArray bytes = twoHalves(u"a.png"_s);
-        QVERIFY(decodeImage(bytes, QuickLookLimits(0ms)).image.isNull());
+        QVERIFY(decoded(bytes, QuickLookLimits(0ms)).image.isNull());
         const QuickLookLimits stopped(1min);
         stopped.stop();
-        QVERIFY(decodeImage(bytes, stopped).image.isNull());
+        QVERIFY(decoded(bytes, stopped).image.isNull());
     }
 };
 

@@ -72,6 +72,22 @@ private Q_SLOTS:
         QCOMPARE(pictureOf(*viewed.view).pixelColor(10, 10), QColor(Qt::red));
     }
 
+    void aLargePhotographIsSketchedUntilItIsDecoded()
+    {
+        Viewed viewed(u"Bild.png"_s);
+        QImage large(4000, 3000, QImage::Format_RGB32);
+        large.fill(Qt::red);
+        QVERIFY(large.save(viewed.bucket.file(u"Stor.jpg"_s).path()));
+        viewed.show(u"Stor.jpg"_s);
+
+        viewed.services.scheduler.finishBackgroundWork();
+
+        QVERIFY(viewed.image());
+        QCOMPARE(viewed.image()->magnification(), 0.25);
+        QVERIFY(pictureOf(*viewed.view).pixelColor(500, 300).red() > 200);
+        QCOMPARE(viewed.services.scheduler.pendingBackgroundWork(), 0);
+    }
+
     void theCloudProgramIsAskedBeforeTheFileIsRead()
     {
         Viewed viewed(u"Bild.png"_s);
