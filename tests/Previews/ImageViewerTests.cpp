@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
+#include "Look/SymbolView.h"
 #include "Previews/ZoomableImage.h"
 #include "State/AppState.h"
 #include "Support/Window.h"
@@ -108,6 +109,7 @@ private Q_SLOTS:
         Viewed viewed(name);
         viewed.services.scheduler.finishBackgroundWork();
         QCOMPARE(viewed.message(), u"Kunde inte ladda bilden"_s);
+        QCOMPARE(viewed.view->findChild<SymbolView*>()->name(), u"exclamationmark.triangle"_s);
     }
 
     void aFileTooLargeToReadGivesTheMessage()
