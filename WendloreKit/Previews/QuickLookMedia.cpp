@@ -99,12 +99,14 @@ std::optional<QuickLookPage> mediaPage(const FileURL& file)
     const QByteArray name = escaped(file.lastPathComponent());
     switch (type->medium) {
     case Medium::Audio:
-        page.body =
-            "<div class=\"centered\"><audio controls src=\"file\" aria-label=\"" + name + "\"></audio></div>";
+        page.body = "<div class=\"centered\"><audio controls controlslist=\"nodownload noremoteplayback\" "
+                    "src=\"file\" aria-label=\"" +
+                    name + "\"></audio></div>";
         break;
     case Medium::Video:
-        page.body =
-            "<div class=\"centered\"><video controls src=\"file\" aria-label=\"" + name + "\"></video></div>";
+        page.body = "<div class=\"centered\"><video controls controlslist=\"nodownload nofullscreen "
+                    "noremoteplayback\" disablepictureinpicture src=\"file\" aria-label=\"" +
+                    name + "\"></video></div>";
         break;
     case Medium::Drawing:
         page.body = "<div class=\"centered\"><img src=\"file\" alt=\"" + name + "\"></div>";
