@@ -37,7 +37,7 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     : QMainWindow(parent)
     , m_state(state)
     , m_content(new ContentView(state, new SidebarView(state)))
-    , m_menus(new MenuCommands(state, *this, MenuCommands::Scene::main))
+    , m_menus(new MenuCommands(state, state, *this, MenuCommands::Scene::main))
     , m_tabs(new WindowTabBar(this))
     , m_closing(*this, session())
 {
@@ -48,6 +48,7 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     setOtherWindows({});
     connect(m_menus, &MenuCommands::sidebarToggled, this, &MainWindow::toggleSidebar);
     connect(m_menus, &MenuCommands::otherPaneRequested, this, &MainWindow::goToOtherPane);
+    connect(m_menus, &MenuCommands::bucketSearchRequested, this, &MainWindow::searchBucket);
     connect(m_menus, &MenuCommands::tabBarToggled, this, &MainWindow::toggleTabBar);
     connect(m_menus, &MenuCommands::quitRequested, this, &MainWindow::quitRequested);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, &session(), &EditorSession::flush);
@@ -88,6 +89,14 @@ void MainWindow::bringForward()
     activateWindow();
 }
 
+void MainWindow::takeFocus()
+{
+    if (m_state.vaultURL() && !m_state.selectedFile())
+        m_content->findChild<SidebarView*>()->takeFocus();
+    else
+        m_content->detail().takeFocus();
+}
+
 void MainWindow::connectSidebar(SidebarView& sidebar)
 {
     FileTreeView& tree = sidebar.tree();
@@ -116,6 +125,13 @@ void MainWindow::goToOtherPane()
         sidebar->takeFocus();
     else
         m_content->detail().takeFocus();
+}
+
+void MainWindow::searchBucket()
+{
+    auto* sidebar = m_content->findChild<SidebarView*>();
+    sidebar->show();
+    sidebar->search();
 }
 
 void MainWindow::toggleTabBar()

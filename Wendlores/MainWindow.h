@@ -32,6 +32,8 @@ public:
     void setOtherWindows(const QList<QWidget*>& windows);
     /// Shows the window, also after it was closed, and gives it the keyboard.
     void bringForward();
+    /// Gives the keyboard to the note, or to the tree while nothing is shown beside it.
+    void takeFocus();
 
 Q_SIGNALS:
     void quitRequested();
@@ -47,6 +49,7 @@ private:
     void toggleTabBar();
     /// From the sidebar to what is shown beside it, and from there to the sidebar.
     void goToOtherPane();
+    void searchBucket();
     void connectSidebar(SidebarView& sidebar);
     void showTitle();
 

@@ -1,5 +1,7 @@
 #include "Wendlores/MenuCommands.h"
 
+#include "Wendlores/AboutSheet.h"
+
 #include "Editor/WebEditorController.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
@@ -9,27 +11,27 @@
 #include <QActionGroup>
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
-MenuCommands::MenuCommands(AppState& state, QMainWindow& window, Scene scene)
+MenuCommands::MenuCommands(AppState& workspace, AppState& shown, QMainWindow& window, Scene scene)
     : QObject(&window)
-    , m_state(state)
+    , m_workspace(workspace)
+    , m_shown(shown)
     , m_window(window)
     , m_scene(scene)
-    , m_edit(state.editorController())
+    , m_edit(shown.editorController())
 {
     addFileMenu();
     addEditMenu();
     addViewMenu();
     addWindowMenu();
     addHelpMenu();
-    connect(&state, &AppState::vaultURLChanged, this, &MenuCommands::showWhatIsPossible);
-    connect(&state, &AppState::selectedFileChanged, this, &MenuCommands::showWhatIsPossible);
+    connect(&workspace, &AppState::vaultURLChanged, this, &MenuCommands::showWhatIsPossible);
+    connect(&shown, &AppState::selectedFileChanged, this, &MenuCommands::showWhatIsPossible);
     showWhatIsPossible();
 }
 
@@ -41,27 +43,42 @@ QMenu* MenuCommands::addMenu(const QString& title)
 void MenuCommands::addFileMenu()
 {
     QMenu* menu = addMenu(u"&Arkiv"_s);
-    if (m_scene == Scene::main) {
-        menu->addAction(u"Öppna bucket…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), &m_state,
-                        &AppState::pickVault);
-        m_needBucket.push_back(menu->addAction(u"Ny not"_s, QKeySequence(Qt::CTRL | Qt::Key_N), &m_state,
-                                               [this] { m_state.newNote(); }));
-        m_needBucket.push_back(menu->addAction(u"Ny mapp"_s, &m_state, [this] {
-            if (const auto& bucket = m_state.vaultURL())
-                m_state.newFolder(*bucket);
-        }));
-        menu->addSeparator();
-        menu->addAction(u"Importera typografi…"_s, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_T), &m_state,
-                        &AppState::importTypographyTheme);
-        menu->addSeparator();
-    }
+    addWorkspaceCommands(*menu);
+    menu->addSeparator();
+    menu->addAction(u"Importera typografi…"_s, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_T), &m_workspace,
+                    &AppState::importTypographyTheme);
+    menu->addSeparator();
     menu->addAction(u"Stäng fönster"_s, QKeySequence(Qt::CTRL | Qt::Key_W), &m_window, &QWidget::close);
     menu->addAction(u"Avsluta"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &MenuCommands::quitRequested);
 }
 
+void MenuCommands::addWorkspaceCommands(QMenu& menu)
+{
+    menu.addAction(u"Öppna bucket…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), this, [this] {
+        const auto before = m_workspace.vaultURL();
+        m_workspace.pickVault();
+        if (m_workspace.vaultURL() != before)
+            Q_EMIT workspaceRequested();
+    });
+    m_needBucket.push_back(menu.addAction(u"Ny not"_s, QKeySequence(Qt::CTRL | Qt::Key_N), this, [this] {
+        m_workspace.newNote();
+        Q_EMIT workspaceRequested();
+    }));
+    m_needBucket.push_back(menu.addAction(u"Ny mapp"_s, this, [this] {
+        if (const auto& bucket = m_workspace.vaultURL())
+            m_workspace.newFolder(*bucket);
+        Q_EMIT workspaceRequested();
+    }));
+}
+
 void MenuCommands::addEditMenu()
 {
-    m_edit.addTo(*addMenu(u"&Redigera"_s), EditCommands::Part::edit);
+    QMenu* menu = addMenu(u"&Redigera"_s);
+    m_edit.addTo(*menu, EditCommands::Part::edit);
+    if (m_scene == Scene::main)
+        m_needBucket.push_back(menu->addAction(u"Sök i bucketen"_s,
+                                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F), this,
+                                               &MenuCommands::bucketSearchRequested));
 }
 
 void MenuCommands::addViewMenu()
@@ -77,23 +94,22 @@ void MenuCommands::addViewMenu()
     addZoomCommands(*menu);
     m_edit.addTo(*menu, EditCommands::Part::view);
     menu->addSeparator();
-    if (m_scene == Scene::main) {
-        menu->addAction(u"Visa/Dölj flikrad"_s, this, &MenuCommands::tabBarToggled);
+    menu->addAction(u"Visa/Dölj flikrad"_s, this, &MenuCommands::tabBarToggled);
+    if (m_scene == Scene::main)
         addAppearanceMenu(*menu->addMenu(u"Utseende"_s));
-        menu->addSeparator();
-    }
+    menu->addSeparator();
     menu->addAction(u"Helskärm"_s, QKeySequence(Qt::Key_F11), &m_window,
                     [this] { m_window.setWindowState(m_window.windowState() ^ Qt::WindowFullScreen); });
 }
 
 void MenuCommands::addZoomCommands(QMenu& menu)
 {
-    QAction* larger = menu.addAction(u"Förstora text"_s, &m_state, &AppState::zoomIn);
+    QAction* larger = menu.addAction(u"Förstora text"_s, &m_shown, &AppState::zoomIn);
     // The plus sign needs Shift on some keyboards; the key itself has to do there.
     larger->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
-    QAction* smaller = menu.addAction(u"Förminska text"_s, QKeySequence(Qt::CTRL | Qt::Key_Minus), &m_state,
+    QAction* smaller = menu.addAction(u"Förminska text"_s, QKeySequence(Qt::CTRL | Qt::Key_Minus), &m_shown,
                                       &AppState::zoomOut);
-    QAction* reset = menu.addAction(u"Återställ textstorlek"_s, QKeySequence(Qt::CTRL | Qt::Key_0), &m_state,
+    QAction* reset = menu.addAction(u"Återställ textstorlek"_s, QKeySequence(Qt::CTRL | Qt::Key_0), &m_shown,
                                     &AppState::resetZoom);
     m_needFile = {larger, smaller, reset};
 }
@@ -105,13 +121,13 @@ void MenuCommands::addAppearanceMenu(QMenu& menu)
         {AppTheme::automatic, u"Automatiskt"_s}, {AppTheme::light, u"Ljust"_s}, {AppTheme::dark, u"Mörkt"_s}};
     for (const auto& [theme, title] : themes) {
         QAction* action =
-            menu.addAction(title, &m_state, [this, chosen = theme] { m_state.setTheme(chosen); });
+            menu.addAction(title, &m_workspace, [this, chosen = theme] { m_workspace.setTheme(chosen); });
         action->setCheckable(true);
         group->addAction(action);
         const auto showChoice = [this, action, chosen = theme] {
-            action->setChecked(m_state.theme() == chosen);
+            action->setChecked(m_workspace.theme() == chosen);
         };
-        connect(&m_state, &AppState::themeChanged, action, showChoice);
+        connect(&m_workspace, &AppState::themeChanged, action, showChoice);
         showChoice();
     }
 }
@@ -122,8 +138,8 @@ void MenuCommands::addWindowMenu()
     m_windows->addAction(u"Minimera"_s, QKeySequence(Qt::CTRL | Qt::Key_M), &m_window,
                          &QWidget::showMinimized);
     if (m_scene == Scene::main) {
-        m_needFile.push_back(m_windows->addAction(u"Öppna i eget fönster"_s, &m_state, [this] {
-            if (const auto& file = m_state.selectedFile(); file && isViewableFile(*file))
+        m_needFile.push_back(m_windows->addAction(u"Öppna i eget fönster"_s, &m_shown, [this] {
+            if (const auto& file = m_shown.selectedFile(); file && isViewableFile(*file))
                 OpenFileWindows::shared().requestWindow(*file);
         }));
     }
@@ -160,28 +176,18 @@ void MenuCommands::setWindows(const QList<QWidget*>& windows)
 void MenuCommands::addHelpMenu()
 {
     m_help = addMenu(u"&Hjälp"_s);
-    m_help->addAction(u"Om Wendlores"_s, this, &MenuCommands::showAbout);
+    m_help->addAction(u"Om Wendlores"_s, this, [this] { (new AboutSheet(&m_window))->open(); });
     m_help->addAction(u"Rapportera fel && önskemål"_s, this, [this] {
-        m_state.services().workspace.open(QUrl(QStringLiteral(WENDLORE_FEEDBACK_ADDRESS)));
+        m_shown.services().workspace.open(QUrl(QStringLiteral(WENDLORE_FEEDBACK_ADDRESS)));
     });
-}
-
-void MenuCommands::showAbout()
-{
-    auto* about =
-        new QMessageBox(QMessageBox::NoIcon, u"Om Wendlores"_s,
-                        u"Wendlores " WENDLORE_VERSION " (" WENDLORE_BUILD ")"_s, QMessageBox::Ok, &m_window);
-    about->setAttribute(Qt::WA_DeleteOnClose);
-    about->setInformativeText(u"Anteckningar som vanliga filer i vanliga mappar."_s);
-    about->open();
 }
 
 void MenuCommands::showWhatIsPossible()
 {
     for (QAction* action : m_needBucket)
-        action->setEnabled(m_state.vaultURL().has_value());
+        action->setEnabled(m_workspace.vaultURL().has_value());
     for (QAction* action : m_needFile)
-        action->setEnabled(m_state.selectedFile().has_value());
+        action->setEnabled(m_shown.selectedFile().has_value());
 }
 
 } // namespace wendlore

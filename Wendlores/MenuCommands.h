@@ -23,11 +23,12 @@ class MenuCommands final : public QObject
     Q_OBJECT
 
 public:
-    /// The main window has the commands for buckets and for the look of the program; the window of a single
-    /// file has those that concern its text and itself.
+    /// The main window has the commands for the sidebar and for the look of the program as well.
     enum class Scene { main, file };
 
-    MenuCommands(AppState& state, QMainWindow& window, Scene scene);
+    /// New items and buckets are the workspace's, which the main window shows; the commands for a text and
+    /// its size go to what the menu's own window shows.
+    MenuCommands(AppState& workspace, AppState& shown, QMainWindow& window, Scene scene);
 
     /// Lists the program's windows in the window menu, the main window first.
     void setWindows(const QList<QWidget*>& windows);
@@ -37,12 +38,16 @@ public:
 
 Q_SIGNALS:
     void quitRequested();
+    /// A command changed what the main window shows.
+    void workspaceRequested();
+    void bucketSearchRequested();
     void sidebarToggled();
     void otherPaneRequested();
     void tabBarToggled();
 
 private:
     void addFileMenu();
+    void addWorkspaceCommands(QMenu& menu);
     void addEditMenu();
     void addViewMenu();
     void addZoomCommands(QMenu& menu);
@@ -50,10 +55,10 @@ private:
     void addWindowMenu();
     void addHelpMenu();
     QMenu* addMenu(const QString& title);
-    void showAbout();
     void showWhatIsPossible();
 
-    AppState& m_state;
+    AppState& m_workspace;
+    AppState& m_shown;
     QMainWindow& m_window;
     Scene m_scene;
     EditCommands m_edit;

@@ -2,8 +2,6 @@
 
 #include "State/AppState.h"
 
-#include <algorithm>
-
 namespace wendlore {
 
 void openLocation(AppState& state, const FileURL& location)
@@ -12,13 +10,9 @@ void openLocation(AppState& state, const FileURL& location)
         state.addVault(location);
         return;
     }
-    const auto holdsIt = [&location](const FileURL& vault) { return location.isBelow(vault); };
-    const auto& open = state.vaultURL();
-    if (!open || !holdsIt(*open)) {
-        const auto bucket = std::ranges::find_if(state.vaults(), holdsIt);
-        state.addVault(bucket != state.vaults().end() ? FileURL(*bucket)
-                                                      : location.deletingLastPathComponent());
-    }
+    const auto bucket = state.bucketHolding(location);
+    if (!bucket || bucket != state.vaultURL())
+        state.addVault(bucket.value_or(location.deletingLastPathComponent()));
     state.setSelectedFile(location);
 }
 

@@ -12,6 +12,7 @@
 #include "State/UserDefaults.h"
 
 #include <QFileInfo>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -49,6 +50,7 @@ void WendloreApp::showLight()
 void WendloreApp::start()
 {
     m_mainWindow.show();
+    m_mainWindow.takeFocus();
     m_fileScene.restore();
 }
 
@@ -81,10 +83,15 @@ void WendloreApp::quit()
 
 void WendloreApp::equip(WendloreFileWindowView& window)
 {
-    if (!window.windowState())
-        return; // there is no file, and nothing to do but to close
-    auto* menus = new MenuCommands(*window.windowState(), window, MenuCommands::Scene::file);
+    if (!window.windowState()) { // there is no file, and nothing to do but to leave
+        new QShortcut(Qt::CTRL | Qt::Key_W, &window, &window, &QWidget::close);
+        new QShortcut(Qt::CTRL | Qt::Key_Q, &window, this, &WendloreApp::quit);
+        return;
+    }
+    auto* menus = new MenuCommands(m_appState, *window.windowState(), window, MenuCommands::Scene::file);
     connect(menus, &MenuCommands::quitRequested, this, &WendloreApp::quit);
+    connect(menus, &MenuCommands::workspaceRequested, &m_mainWindow, &MainWindow::bringForward);
+    connect(menus, &MenuCommands::tabBarToggled, &m_mainWindow.menus(), &MenuCommands::tabBarToggled);
     connect(&m_fileScene, &WendloreFileScene::windowsChanged, menus, [this, menus] {
         QList<QWidget*> windows{&m_mainWindow};
         for (WendloreFileWindowView* other : m_fileScene.windows())

@@ -9,7 +9,7 @@ import { formatTable, rowsOf } from './lib/report.mjs';
 import { runRounds } from './lib/rounds.mjs';
 import { onBucket } from './members/bucket.mjs';
 
-const memberNames = ['editor', 'start', 'save', 'search', 'tree', 'previews'];
+const memberNames = ['editor', 'startup', 'window', 'save', 'search', 'tree', 'previews'];
 const usage = `Usage: ./bench [MEMBER...] [--rounds N] [--json FILE] [--help]
        ./bench --bucket FOLDER [--query TEXT]... [--rounds N]
 
@@ -17,8 +17,9 @@ Measures Wendlores side by side with its peers: every round runs every contender
 medians of the rounds and their ratio. "reached" means that the ratio is within the reach.
 
 Members (all of them when none is named):
-  editor   the editor page against CodeMirror 6, in the web engine that ships
-  start    the program's start until the note is shown, against a bare web view
+  editor   the editor page against CodeMirror 6 and Milkdown, in the web engine that ships
+  startup  the program's start until the note is shown, against a bare web view
+  window   how soon the window answers: another note, a key, the tree, the search
   save     the save of a 1 MB note against dd conv=fsync
   search   searching 10,000 and 100,000 notes against ripgrep
   tree     listing 100,000 notes against fd

@@ -48,7 +48,6 @@ export class Page implements VaultEditor {
 
   reportWhole(): void {
     this.#source.settle();
-    this.#source.settle();
     this.editor.reportWhole();
   }
 
@@ -85,6 +84,12 @@ export class Page implements VaultEditor {
   focus(): void {
     if (this.#source.isOpen) this.#source.focus();
     else this.editor.focus();
+  }
+
+  pasteText(text: string): void {
+    if (document.activeElement instanceof HTMLInputElement) document.execCommand('insertText', false, text);
+    else if (this.#source.isOpen) this.#source.insert(text);
+    else this.editor.pasteText(text);
   }
 
   #toggleCounts(): void {

@@ -16,15 +16,10 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace wendlore {
 
 namespace {
-
-/// A page on a busy machine can be that late with the last keys; one that hangs holds a closing window no
-/// longer.
-constexpr auto settleTimeOut = 10s;
 
 /// The note's text; nothing when it cannot be read as text.
 std::optional<QString> readNote(FileCoordinator& coordinator, const FileURL& note)
@@ -105,19 +100,6 @@ void EditorSession::setScenePhase(ScenePhase phase)
         flush();
 }
 
-void EditorSession::settle(std::function<void()> done)
-{
-    const auto finish = [session = QPointer(this), done = std::move(done),
-                         isDone = std::make_shared<bool>(false)] {
-        if (!session || std::exchange(*isDone, true))
-            return;
-        session->flush();
-        done();
-    };
-    m_settleTimeOut = m_appState.services().scheduler.after(settleTimeOut, finish);
-    m_controller.drain(finish);
-}
-
 void EditorSession::dismissConflictNotice()
 {
     setConflictNotice({});
@@ -183,6 +165,7 @@ void EditorSession::takeOver(const std::optional<QString>& read)
     const QString shown = isShown() ? m_controller.desiredContent().value_or(QString()) : QString();
     if (isShown() && text == shown) {
         m_content->baseline = text;
+        m_content->isDeleted = false; // what was deleted there may have come back
         return;
     }
     if (text.isEmpty() && !shown.isEmpty())

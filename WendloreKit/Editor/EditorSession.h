@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -101,6 +102,8 @@ private:
     void scheduleSave(const SharedContent& content, const QString& markdown);
     void commitSave(SharedContent content, QString markdown);
 
+    void settled(int number);
+
     void didMove(const FileURL& from, const FileURL& to);
     void didDelete(const FileURL& item);
     void setFileURL(const std::optional<FileURL>& note);
@@ -123,7 +126,14 @@ private:
     std::unique_ptr<ScheduledTask> m_read;
     /// The note was written since the read began, so what it gives is out of date.
     bool m_mustReadAgain = false;
-    std::unique_ptr<ScheduledTask> m_settleTimeOut;
+    /// Who waits for the last keys, by the number of the call, and until when.
+    struct Settling final
+    {
+        std::function<void()> done;
+        std::unique_ptr<ScheduledTask> timeOut;
+    };
+    std::map<int, Settling> m_settling;
+    int m_lastSettling = 0;
 };
 
 } // namespace wendlore

@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <cmath>
+
 namespace wendlore {
 
 FlatButton::FlatButton(QWidget* parent)
@@ -119,7 +121,9 @@ int LabelButton::after() const
 
 QSize LabelButton::sizeHint() const
 {
-    return {before() + fontMetrics().horizontalAdvance(text()) + after(), metrics::buttonHeight};
+    // A width that was rounded down would cut the text.
+    const double width = std::ceil(QFontMetricsF(font()).horizontalAdvance(text()));
+    return {before() + static_cast<int>(width) + after(), metrics::buttonHeight};
 }
 
 QSize LabelButton::minimumSizeHint() const

@@ -80,6 +80,8 @@ QString standardSymbol(QStyle::StandardPixmap icon)
     case QStyle::SP_ArrowForward:
     case QStyle::SP_ArrowRight:
         return u"chevron.right"_s;
+    case QStyle::SP_LineEditClearButton:
+        return u"xmark.circle.fill"_s;
     case QStyle::SP_FileDialogToParent:
         return u"arrow.up"_s;
     case QStyle::SP_FileDialogNewFolder:

@@ -43,8 +43,7 @@ void drawLeading(QPainter& painter, const QStyleOptionMenuItem& item, const QRec
     if (isChecked(item))
         drawSymbol(painter, place, u"checkmark"_s, color, metrics::icon);
     else if (!item.icon.isNull())
-        item.icon.paint(&painter, QRect(place.left(), place.center().y() - metrics::icon / 2, metrics::icon,
-                                        metrics::icon));
+        item.icon.paint(&painter, place);
 }
 
 } // namespace

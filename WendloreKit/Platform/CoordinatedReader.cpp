@@ -1,5 +1,6 @@
 #include "Platform/CoordinatedReader.h"
 
+#include "Vault/FolderVisit.h"
 #include "Vault/Log.h"
 #include "Vault/ReadFile.h"
 
@@ -79,6 +80,11 @@ std::optional<QByteArray> CoordinatedReader::readWhole(const FileURL& url)
     }
     qCWarning(filesLog) << url.path() << "keeps changing and was not read";
     return std::nullopt;
+}
+
+void CoordinatedReader::visitEverythingBelow(const FileURL& folder)
+{
+    visitEverything(folder);
 }
 
 CoordinatedReader::Reading CoordinatedReader::readOnce(const FileURL& url, QByteArray& bytes)

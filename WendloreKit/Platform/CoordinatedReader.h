@@ -16,6 +16,7 @@ public:
     void startDownloading(const FileURL& url) override;
     /// Gives up, with a log line, on a file that does not come to rest within about a second.
     [[nodiscard]] std::optional<QByteArray> readWhole(const FileURL& url) override;
+    void visitEverythingBelow(const FileURL& folder) override;
 
 private:
     enum class Reading { Whole, Moving, Impossible };

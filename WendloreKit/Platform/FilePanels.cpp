@@ -17,6 +17,9 @@ namespace wendlore {
 
 namespace {
 
+/// Wide enough for names and dates.
+constexpr QSize size(760, 500);
+
 void setTexts(QFileDialog& dialog, const QString& prompt, const QString& message)
 {
     dialog.setWindowTitle(message);
@@ -52,6 +55,7 @@ QString filterOf(const QStringList& patterns)
 /// place.
 std::optional<FileURL> choose(QFileDialog& dialog, DiskEntry kind)
 {
+    dialog.resize(size);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     const QByteArray path = QFile::encodeName(dialog.selectedFiles().constFirst());

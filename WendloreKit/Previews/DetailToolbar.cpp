@@ -49,9 +49,12 @@ void DetailToolbar::addHistoryButtons(QHBoxLayout& row)
     m_forward = new IconButton(u"chevron.right"_s, u"Framåt"_s, u"Framåt (⌘])"_s, this);
     m_back->setTone(Tone::strong);
     m_forward->setTone(Tone::strong);
-    // A button's own shortcut would wait for the button to be seen pressed.
-    new QShortcut(Qt::CTRL | Qt::Key_BracketLeft, m_back, m_back, &IconButton::click);
-    new QShortcut(Qt::CTRL | Qt::Key_BracketRight, m_forward, m_forward, &IconButton::click);
+    // A button's own shortcut would wait for the button to be seen pressed. The brackets are hard to reach on
+    // many keyboards; the arrows are what web browsers have.
+    for (const auto key : {Qt::CTRL | Qt::Key_BracketLeft, Qt::ALT | Qt::Key_Left})
+        new QShortcut(key, m_back, m_back, &IconButton::click);
+    for (const auto key : {Qt::CTRL | Qt::Key_BracketRight, Qt::ALT | Qt::Key_Right})
+        new QShortcut(key, m_forward, m_forward, &IconButton::click);
     connect(m_back, &IconButton::clicked, &m_state, &AppState::goBack);
     connect(m_forward, &IconButton::clicked, &m_state, &AppState::goForward);
     row.addWidget(m_back);

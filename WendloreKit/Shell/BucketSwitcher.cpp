@@ -36,6 +36,7 @@ BucketSwitcher::BucketSwitcher(AppState& state, QWidget* parent)
 {
     m_button->setFont(sized(font(), metrics::textSize, QFont::DemiBold));
     m_button->setTrailingSymbol(u"chevron.up.chevron.down"_s);
+    m_menu->setToolTipsVisible(true); // two buckets can have one name
     m_button->setMenu(m_menu);
     m_button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_button->setFixedHeight(switcherHeight);

@@ -6,6 +6,7 @@
 #include "Editor/Scheduler.h"
 #include "Look/Metrics.h"
 #include "State/AppState.h"
+#include "Vault/Relocation.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -63,8 +64,8 @@ void FileTreeView::connectState()
     connect(&m_state, &AppState::fileTreeChanged, this, &FileTreeView::showSelectionAgain);
     connect(&m_state, &AppState::selectedFolderChanged, viewport(), qOverload<>(&QWidget::update));
     connect(&m_state, &AppState::didMove, this, [this](const FileURL& from, const FileURL& to) {
-        if (m_expandedFolders.contains(from))
-            m_expandedFolders.insert(to);
+        for (const FileURL& folder : QSet(m_expandedFolders))
+            m_expandedFolders.insert(relocated(folder, from, to));
     });
 }
 
@@ -158,7 +159,8 @@ void FileTreeView::revealSelection()
     for (QModelIndex folder = row.parent(); folder.isValid(); folder = folder.parent())
         setExpanded(folder, true);
     selectionModel()->setCurrentIndex(row, QItemSelectionModel::ClearAndSelect);
-    scrollTo(row);
+    if (isVisible())
+        scrollTo(row);
 }
 
 /// After a rebuild the selected file may have a row that was not there before.
@@ -213,6 +215,13 @@ void FileTreeView::contextMenuEvent(QContextMenuEvent* event)
     const QPoint place =
         isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos();
     Q_EMIT menuRequested(*item, m_model->isFolder(index), place);
+}
+
+/// Only now is it known how many rows there is room for.
+void FileTreeView::showEvent(QShowEvent* event)
+{
+    QTreeView::showEvent(event);
+    scrollTo(currentIndex());
 }
 
 void FileTreeView::changeEvent(QEvent* event)

@@ -9,6 +9,7 @@
 #include "State/AppState.h"
 #include "Vault/Blanks.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListView>
 #include <QStackedWidget>
@@ -61,6 +62,7 @@ void SearchView::addResults()
     m_results->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_results->setMouseTracking(true);
     m_results->viewport()->setAutoFillBackground(false);
+    m_results->installEventFilter(this);
     m_nothing->setForegroundRole(mutedRole);
     m_nothing->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_nothing->setContentsMargins(metrics::inset, metrics::inset, metrics::inset, 0);
@@ -73,6 +75,7 @@ void SearchView::addResults()
 void SearchView::start()
 {
     m_field->setFocus();
+    m_field->selectAll();
 }
 
 void SearchView::end()
@@ -102,6 +105,21 @@ void SearchView::goToResults()
     if (!m_results->currentIndex().isValid())
         m_results->setCurrentIndex(m_model->index(0));
     m_results->setFocus(Qt::TabFocusReason);
+}
+
+/// The keys that lead away from the results.
+bool SearchView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_results || event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Escape)
+        Q_EMIT endRequested();
+    else if (key == Qt::Key_Up && m_results->currentIndex().row() <= 0)
+        start();
+    else
+        return false;
+    return true;
 }
 
 void SearchView::openCurrentResult()

@@ -29,6 +29,9 @@ Q_SIGNALS:
     /// The user wants to see the tree again.
     void endRequested();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void addResults();
     void search();

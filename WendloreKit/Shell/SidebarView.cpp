@@ -7,11 +7,13 @@
 #include "Shell/SidebarFooter.h"
 #include "Shell/TreeMenus.h"
 
+#include "Editor/Scheduler.h"
 #include "Look/Colors.h"
 #include "Look/FlatButton.h"
 #include "Look/Metrics.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
+#include "Vault/FileCoordinator.h"
 
 #include <QHBoxLayout>
 #include <QMenu>
@@ -52,12 +54,14 @@ SidebarView::SidebarView(AppState& state, QWidget* parent)
     m_stack->addWidget(m_searchView);
     layout->addWidget(m_stack, 1);
     layout->addWidget(new SidebarFooter(state.services().workspace, this));
-    connect(&state, &AppState::vaultURLChanged, this, &SidebarView::showWhatIsPossible);
+    connect(&state, &AppState::vaultURLChanged, this, &SidebarView::endRefresh);
     connect(m_tree, &FileTreeView::menuRequested, this, &SidebarView::showMenu);
     connect(m_tree, &FileTreeView::renameRequested, this, &SidebarView::startRename);
     connect(m_searchView, &SearchView::endRequested, this, &SidebarView::toggleSearch);
     showWhatIsPossible();
 }
+
+SidebarView::~SidebarView() = default;
 
 QWidget* SidebarView::makeActions()
 {
@@ -100,6 +104,14 @@ void SidebarView::toggleSearch()
         m_searchView->end();
         m_tree->setFocus();
     }
+    showWhatIsPossible();
+}
+
+void SidebarView::search()
+{
+    if (!isSearchShown())
+        toggleSearch();
+    takeFocus();
 }
 
 void SidebarView::takeFocus()
@@ -132,13 +144,26 @@ void SidebarView::refresh()
     if (std::exchange(m_isRefreshing, true))
         return;
     showWhatIsPossible();
-    // The first reading walks the whole bucket, which is what makes cloud services bring it up to date.
-    readTree([this] {
-        readTree([this] {
-            m_isRefreshing = false;
-            showWhatIsPossible();
-        });
-    });
+    readTree([this] { visitBucket(); });
+}
+
+void SidebarView::visitBucket()
+{
+    if (!m_isRefreshing) // another bucket was opened meanwhile
+        return;
+    const auto visit = [this, &coordinator = m_state.services().coordinator,
+                        bucket = *m_state.vaultURL()]() -> std::function<void()> {
+        coordinator.visitEverythingBelow(bucket);
+        return [this] { readTree([this] { endRefresh(); }); };
+    };
+    m_visit = m_state.services().scheduler.inBackground(visit);
+}
+
+void SidebarView::endRefresh()
+{
+    m_visit.reset();
+    m_isRefreshing = false;
+    showWhatIsPossible();
 }
 
 void SidebarView::readTree(std::function<void()> then)
@@ -153,7 +178,7 @@ void SidebarView::showWhatIsPossible()
 {
     m_newNote->setEnabled(m_state.vaultURL().has_value());
     m_newFolder->setEnabled(m_state.vaultURL().has_value());
-    m_search->setEnabled(m_state.vaultURL().has_value());
+    m_search->setEnabled(m_state.vaultURL().has_value() || isSearchShown());
     m_refresh->setEnabled(m_state.vaultURL().has_value() && !m_isRefreshing);
 }
 

@@ -47,6 +47,7 @@ WendloreFileScene::WendloreFileScene(AppState& mainState, SettleMain settleMain,
     const OpenFileWindows& registry = OpenFileWindows::shared();
     connect(&registry, &OpenFileWindows::windowRequested, this, &WendloreFileScene::open);
     connect(&registry, &OpenFileWindows::dismissalRequested, this, &WendloreFileScene::dismiss);
+    connect(&mainState, &AppState::typographyThemeChanged, this, &WendloreFileScene::passTypographyOn);
     relay(mainState);
 }
 
@@ -166,6 +167,14 @@ void WendloreFileScene::relay(AppState& state)
     connect(&state, &AppState::didDelete, this, [this, &state](const FileURL& item) {
         tellOthers(state, [&item](AppState& other) { Q_EMIT other.didDelete(item); });
     });
+}
+
+void WendloreFileScene::passTypographyOn()
+{
+    for (const WendloreFileWindowView* window : m_windows) {
+        if (AppState* state = window->windowState())
+            state->applyTypographyTheme(m_mainState.typographyTheme());
+    }
 }
 
 void WendloreFileScene::tellOthers(const AppState& origin, const std::function<void(AppState&)>& tell)

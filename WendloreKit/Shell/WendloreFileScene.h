@@ -53,6 +53,7 @@ private:
     [[nodiscard]] WendloreFileWindowView* windowOf(const FileURL& file) const;
     /// Passes what happens to files in `state` on to all other states.
     void relay(AppState& state);
+    void passTypographyOn();
     void tellOthers(const AppState& origin, const std::function<void(AppState&)>& tell);
 
     AppState& m_mainState;

@@ -41,8 +41,10 @@ WendloreFileWindowView::WendloreFileWindowView(const Services& services, const s
     setPalette(Colors::of(ColorScheme::light).palette());
     setMinimumSize(smallest);
     resize(first);
-    if (m_fileURL)
+    if (m_fileURL) {
         m_windowState = std::make_unique<AppState>(services);
+        m_windowState->openBucketOf(*m_fileURL); // its pictures and links are found there
+    }
     setCentralWidget(makeContent());
     if (m_windowState)
         observeState();

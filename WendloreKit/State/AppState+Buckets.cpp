@@ -73,6 +73,21 @@ void AppState::switchVault(const FileURL& bucket)
     openBucket(bucket);
 }
 
+std::optional<FileURL> AppState::bucketHolding(const FileURL& file) const
+{
+    const auto holdsIt = [&file](const FileURL& vault) { return file.isBelow(vault); };
+    if (m_vaultURL && holdsIt(*m_vaultURL))
+        return m_vaultURL;
+    const auto holder = std::ranges::find_if(m_vaults, holdsIt);
+    return holder == m_vaults.end() ? std::nullopt : std::optional(*holder);
+}
+
+void AppState::openBucketOf(const FileURL& file)
+{
+    if (const auto bucket = bucketHolding(file); bucket != m_vaultURL)
+        openBucket(bucket);
+}
+
 void AppState::removeBucket(const FileURL& bucket)
 {
     Operation operation(*this);

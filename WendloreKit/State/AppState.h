@@ -102,6 +102,12 @@ public:
     /// Registers a folder and opens it.
     void addVault(const FileURL& folder);
     void switchVault(const FileURL& bucket);
+    /// The bucket that `file` lies in: the open one where that holds it, else the first of the registered
+    /// ones.
+    [[nodiscard]] std::optional<FileURL> bucketHolding(const FileURL& file) const;
+    /// Opens the bucket that holds `file`, or none, for a window of that file alone: the next start still
+    /// opens the bucket that the user chose last.
+    void openBucketOf(const FileURL& file);
     /// Forgets a bucket, and on the other devices no longer offers it; its files are untouched.
     void removeBucket(const FileURL& bucket);
     /// Makes `pendingVaults` what the cloud says now.

@@ -21,6 +21,9 @@ public:
     /// The whole file, read again while its size or time moved during the read; nothing when it cannot be
     /// read.
     [[nodiscard]] virtual std::optional<QByteArray> readWhole(const FileURL& url) = 0;
+    /// Goes through everything below `folder` without reading a file, which makes the cloud service that owns
+    /// it bring it up to date.
+    virtual void visitEverythingBelow(const FileURL& folder) = 0;
 };
 
 } // namespace wendlore

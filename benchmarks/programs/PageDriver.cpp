@@ -85,7 +85,8 @@ void wait(int milliseconds)
 
 } // namespace
 
-PageDriver::PageDriver(const QString& pageFolder, const QString& probe)
+PageDriver::PageDriver(const QString& pageFolder, const QString& probe, Reports reports)
+    : m_check(reports == Reports::rewritten ? u"bench.checkRewritten"_s : u"bench.check"_s)
 {
     m_profile.installUrlSchemeHandler("vault", new PageFolder(pageFolder, &m_profile));
     QWebEngineScript script;
@@ -179,7 +180,7 @@ QJsonObject PageDriver::measure(const QString& note, int keys, int pace)
     QJsonObject result = call(u"bench.show"_s + arguments + quoted(beginningOf(note)) + u')');
     const QString typed = wordsToType(keys);
     result.insert("keys"_L1, typeInMiddle(typed, pace));
-    static_cast<void>(call(u"bench.check"_s + arguments + quoted(typed) + u')'));
+    static_cast<void>(call(m_check + arguments + quoted(typed) + u')'));
     result.insert("memory"_L1, call(u"bench.memory()"_s).value("memory"_L1));
     result.insert("frames"_L1, call(u"bench.scrollThrough(3)"_s).value("frames"_L1));
     result.insert("keysAfter"_L1, typeInMiddle(typed, pace));

@@ -1,15 +1,14 @@
 // What a key costs the program's own thread, from the page's message to the end of the session's work:
-// bench-key [MEGABYTES]. Prints the median and the longest time of 400 keys, in milliseconds.
+// bench-key [MEGABYTES]. Prints the median and the longest time of 400 keys in milliseconds, as JSON.
 
 #include "Fakes/EditingFixture.h"
+#include "Times.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
-#include <cstdio>
 #include <vector>
 
 using namespace wendlore;
@@ -53,7 +52,6 @@ int main(int argc, char* argv[])
     }
     if (fixture.shown().size() != length)
         qFatal("the keys did not arrive");
-    std::ranges::sort(taken);
-    std::printf("%.1f MB: median %.2f ms, longest %.2f ms\n", megabytes, taken.at(keys / 2), taken.back());
+    print({{"key", taken}});
     return 0;
 }

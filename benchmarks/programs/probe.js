@@ -202,5 +202,11 @@
     answer(isExact ? { exact: true } : { error: `the text is not the note with what was typed (found at ${at})` });
   }
 
-  window.bench = { show, warmUp, memory, goToMiddle, scrollThrough, awaitKey, check };
+  /** Tells whether the last reported text holds `typed` once; the rest is as the page writes it. */
+  function checkRewritten(note, typed) {
+    const found = textNow().split(typed).length - 1;
+    answer(found === 1 && text !== note ? { rewritten: true } : { error: `what was typed stands in the text ${found} times` });
+  }
+
+  window.bench = { show, warmUp, memory, goToMiddle, scrollThrough, awaitKey, check, checkRewritten };
 }

@@ -1,7 +1,7 @@
 // How long the sidebar keeps the window from answering, in a bucket of 100,000 files: opening a folder of
 // 10,000, scrolling through it, taking over a rebuilt tree, and typing a query letter by letter, of which the
-// first ones are in 10,000 notes. Prints the median and the longest of the steps in milliseconds; a frame of
-// the screen is 16.
+// first ones are in 10,000 notes. Prints the median and the longest of the steps in milliseconds, as JSON; a
+// frame of the screen is 16.
 
 #include "Fakes/FakeServices.h"
 #include "Look/Style.h"
@@ -10,6 +10,7 @@
 #include "Shell/FileTreeView.h"
 #include "Shell/SearchView.h"
 #include "State/AppState.h"
+#include "Times.h"
 
 #include <QApplication>
 #include <QDir>
@@ -18,7 +19,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <cstdio>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -59,14 +59,7 @@ double time(QWidget& view, const Step& step)
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-void print(const char* what, std::vector<double> times)
-{
-    std::ranges::sort(times);
-    std::printf("%-40s median %7.2f ms   longest %7.2f ms   (%zu steps)\n", what, times[times.size() / 2],
-                times.back(), times.size());
-}
-
-void measureOpening(FileTreeView& view)
+void measureOpening(FileTreeView& view, Times& times)
 {
     std::vector<double> opening;
     std::vector<double> closing;
@@ -78,18 +71,18 @@ void measureOpening(FileTreeView& view)
         const QModelIndex index = view.model()->index(folder, 0);
         closing.push_back(time(*view.viewport(), [&] { view.setExpanded(index, false); }));
     }
-    print("opening a folder of 10,000", opening);
-    print("closing a folder of 10,000", closing);
+    times["opening"] = opening;
+    times["closing"] = closing;
 }
 
-void measureScrolling(FileTreeView& view)
+std::vector<double> measureScrolling(FileTreeView& view)
 {
     std::vector<double> scrolling;
     QScrollBar* bar = view.verticalScrollBar();
     for (int step = 0; step < scrollSteps; ++step)
         scrolling.push_back(
             time(*view.viewport(), [&] { bar->setValue(bar->maximum() / scrollSteps * step); }));
-    print("scrolling", scrolling);
+    return scrolling;
 }
 
 void addNote(const QTemporaryDir& bucket, const QString& name)
@@ -99,18 +92,18 @@ void addNote(const QTemporaryDir& bucket, const QString& name)
         qFatal("cannot write %s", qPrintable(note.fileName()));
 }
 
-void measureRebuilding(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
+std::vector<double> measureRebuilding(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
 {
     std::vector<double> rebuilding;
     for (int round = 0; round < rounds; ++round) {
         addNote(bucket, u"Ny %1"_s.arg(round));
         rebuilding.push_back(time(*view.viewport(), [&] { state.reloadTree(); }));
     }
-    print("reading the whole tree anew and showing it", rebuilding);
+    return rebuilding;
 }
 
 /// The longest turn of the event loop in each refresh, from the click until the tree is shown.
-void measureRefreshing(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
+std::vector<double> measureRefreshing(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
 {
     std::vector<double> longest;
     for (int round = 0; round < rounds; ++round) {
@@ -121,11 +114,11 @@ void measureRefreshing(AppState& state, FileTreeView& view, const QTemporaryDir&
             turn = std::max(turn, time(*view.viewport(), [] { QCoreApplication::processEvents(); }));
         longest.push_back(turn);
     }
-    print("longest wait while the tree is refreshed", longest);
+    return longest;
 }
 
 /// Every turn of the event loop from the key until the results are there and painted.
-void measureSearching(AppState& state)
+std::vector<double> measureSearching(AppState& state)
 {
     SearchView view(state);
     view.resize(240, 700);
@@ -138,7 +131,7 @@ void measureSearching(AppState& state)
             turns.push_back(time(view, [] { QCoreApplication::processEvents(); }));
         turns.push_back(time(view, [] {}));
     }
-    print("typing a query of 10,000 hits", turns);
+    return turns;
 }
 
 } // namespace
@@ -161,10 +154,12 @@ int main(int argc, char** argv)
     view.show();
     QCoreApplication::processEvents();
 
-    measureOpening(view);
-    measureScrolling(view);
-    measureRebuilding(state, view, bucket);
-    measureRefreshing(state, view, bucket);
-    measureSearching(state);
+    Times times;
+    measureOpening(view, times);
+    times["scrolling"] = measureScrolling(view);
+    times["rebuilding"] = measureRebuilding(state, view, bucket);
+    times["refreshing"] = measureRefreshing(state, view, bucket);
+    times["searching"] = measureSearching(state);
+    print(times);
     return 0;
 }

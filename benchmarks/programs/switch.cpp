@@ -1,6 +1,6 @@
 // How long it takes from selecting a note until the page has laid it out, in the program's own window, engine
 // and page, on real files: two notes of 20 KB in turn. Prints the median and the longest in milliseconds, of
-// the whole and of the way until the program has handed the note to the page.
+// the whole and of the way until the program has handed the note to the page, as JSON.
 
 #include "Editor/EditorSession.h"
 #include "Editor/WebEditorController.h"
@@ -9,14 +9,13 @@
 #include "Support/EngineTest.h"
 #include "Support/RealDesktop.h"
 #include "Support/Window.h"
+#include "Times.h"
 #include "Wendlores/MainWindow.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QWebEngineView>
 
-#include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <vector>
 
@@ -35,15 +34,16 @@ const QString shownHeading = uR"js(
         document.querySelector('.ProseMirror h1'))
 )js"_s;
 
+/// No line of it stands in another note, which would else be taken for a newer state of the same one.
 FileURL writeNote(const QTemporaryDir& bucket, const QString& name)
 {
-    QByteArray text = "# " + name.toUtf8() + "\n\n";
+    QString text = u"# %1\n\n"_s.arg(name);
     for (int i = 1; text.size() < noteSize; ++i)
-        text += "## Avsnitt " + QByteArray::number(i) +
-                "\n\nVi samlade **tre förslag** inför hösten, och läser [listan](Lista.md) före fredag.\n\n"
-                "- ett\n- två med `kod`\n- [ ] tre\n\n";
+        text += u"## %1, avsnitt %2\n\nVi samlade **tre förslag** för %1, och läser [listan](Lista.md) före "
+                u"fredag.\n\n"
+                "- %1 ett\n- %1 två med `kod`\n- [ ] %1 tre\n\n"_s.arg(name, QString::number(i));
     QFile note(bucket.filePath(name + u".md"_s));
-    if (!note.open(QIODevice::WriteOnly) || note.write(text) != text.size())
+    if (!note.open(QIODevice::WriteOnly) || note.write(text.toUtf8()) < noteSize)
         qFatal("cannot write %s", qPrintable(note.fileName()));
     return FileURL::file(note.fileName());
 }
@@ -84,13 +84,6 @@ Switch show(AppState& state, const EditorSession& session, QWebEnginePage& page,
     return times;
 }
 
-void print(const char* what, std::vector<double> times)
-{
-    std::ranges::sort(times);
-    std::printf("%-40s median %7.2f ms   longest %7.2f ms   (%zu switches)\n", what, times[times.size() / 2],
-                times.back(), times.size());
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -119,7 +112,6 @@ int main(int argc, char** argv)
         handedOver.push_back(times.handedOver);
         shown.push_back(times.shown);
     }
-    print("a note of 20 KB handed to the page", handedOver);
-    print("a note of 20 KB shown", shown);
+    print({{"handed over", handedOver}, {"shown", shown}});
     return 0;
 }

@@ -89,8 +89,11 @@ public:
         return bytes;
     }
 
+    void visitEverythingBelow(const FileURL& folder) override { visited.append(folder); }
+
     QList<FileURL> downloads;
     QList<FileURL> unreadable;
+    QList<FileURL> visited;
     std::function<void()> afterNextRead;
 };
 

@@ -1,5 +1,6 @@
 #include "Look/FlatButton.h"
 
+#include "Look/Fonts.h"
 #include "Look/Metrics.h"
 #include "Support/Window.h"
 
@@ -119,6 +120,21 @@ private Q_SLOTS:
 
         QVERIFY(trailing >= bare + metrics::disclosure);
         QVERIFY(label.sizeHint().width() >= trailing + metrics::icon);
+    }
+
+    void aLabelThatHasItsWidthIsNotCut()
+    {
+        QStringList cut;
+        for (const QString& text :
+             {u"Länka…"_s, u"Brödtext"_s, u"Rubrik 1"_s, u"Klar"_s, u"Åäö"_s, u"ff"_s}) {
+            LabelButton label(text, Tone::muted);
+            label.setFont(sized(label.font(), metrics::textSize));
+            const int room = label.sizeHint().width() - label.minimumSizeHint().width();
+            if (label.fontMetrics().elidedText(text, Qt::ElideRight, room) != text)
+                cut.append(text);
+        }
+
+        QCOMPARE(cut, QStringList());
     }
 
     void aLongLabelIsCutWithAnEllipsisRatherThanGrowing()

@@ -41,6 +41,13 @@ private Q_SLOTS:
         QCOMPARE(pictureOf(field).pixelColor(20, 1), Colors::of(ColorScheme::light).accent);
     }
 
+    void aFieldIsClearedByTheSymbolOfTheSearchField()
+    {
+        const QIcon clear = QApplication::style()->standardIcon(QStyle::SP_LineEditClearButton);
+
+        QCOMPARE(clear.name(), u"xmark.circle.fill"_s);
+    }
+
     void controlsFollowTheDarkColors()
     {
         useProductLook(ColorScheme::dark);

@@ -66,6 +66,8 @@ private Q_SLOTS:
         QCOMPARE(entries.at(0)->text(), u"Ett"_s);
         QCOMPARE(entries.at(1)->text(), u"R&&D"_s);
         QVERIFY(entries.at(0)->icon().isNull());
+        QCOMPARE(entries.at(0)->toolTip(), folder.folder(u"Ett"_s).path());
+        QVERIFY(qobject_cast<QMenu*>(entries.at(0)->parent())->toolTipsVisible());
         QCOMPARE(entries.at(1)->icon().name(), u"checkmark"_s);
         QCOMPARE(switcher.findChild<LabelButton*>()->leadingSymbol(), u"archivebox.fill"_s);
         entries.at(0)->trigger();

@@ -153,14 +153,34 @@ private Q_SLOTS:
         QVERIFY(tree.isExpanded(u"A"_s));
     }
 
-    void aRenamedFolderStaysOpen()
+    void aRenamedFolderStaysOpenWithAllBelowIt()
     {
-        TreeFixture tree({{"A/1.md", ""}});
+        TreeFixture tree({{"A/Inre/1.md", ""}});
         tree.view->setExpanded(tree.row(u"A"_s), true);
+        tree.view->setExpanded(tree.row(u"A/Inre"_s), true);
 
         tree.state.renameFile(tree.bucket.folder(u"A"_s), u"B"_s);
 
         QVERIFY(tree.isExpanded(u"B"_s));
+        QVERIFY(tree.isExpanded(u"B/Inre"_s));
+    }
+
+    void aSelectionFromTheStartIsScrolledToOnlyAsFarAsNeeded()
+    {
+        TreeFixture tree({});
+        for (int i = 10; i < 60; ++i)
+            tree.bucket.write(u"Not %1.md"_s.arg(i), "");
+        tree.state.reloadTree();
+        const auto scrolledFor = [&tree](const QString& note) {
+            tree.state.setSelectedFile(tree.bucket.file(note));
+            tree.view = std::make_unique<FileTreeView>(tree.state);
+            showAt(*tree.view, {240, 400});
+            return tree.view->verticalScrollBar()->value();
+        };
+
+        QCOMPARE(scrolledFor(u"Not 20.md"_s), 0);
+        const int asFarAsNeeded = 41 * metrics::rowHeight - 400;
+        QVERIFY(std::abs(scrolledFor(u"Not 50.md"_s) - asFarAsNeeded) <= 1);
     }
 
     void theFocusRingShowsOnlyToTheKeyboard()

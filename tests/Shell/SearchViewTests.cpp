@@ -136,6 +136,25 @@ private Q_SLOTS:
         QCOMPARE(search.state.selectedFile(), search.bucket.file(u"Möte.md"_s));
     }
 
+    void theKeyboardLeadsBackFromTheResults()
+    {
+        Search search;
+        QSignalSpy ended(&search.view, &SearchView::endRequested);
+        search.type(u"anna"_s);
+        QTest::keyClick(&search.field(), Qt::Key_Down);
+        QTest::keyClick(&search.results(), Qt::Key_Down);
+
+        QTest::keyClick(&search.results(), Qt::Key_Up);
+        QVERIFY(search.results().hasFocus());
+        QTest::keyClick(&search.results(), Qt::Key_Up);
+        QVERIFY(search.field().hasFocus());
+        QCOMPARE(search.field().selectedText(), u"anna"_s);
+        QTest::keyClick(&search.field(), Qt::Key_Down);
+        QTest::keyClick(&search.results(), Qt::Key_Escape);
+
+        QCOMPARE(ended.count(), 1);
+    }
+
     void endingItEmptiesTheFieldAndTheResults()
     {
         Search search;

@@ -83,11 +83,48 @@ private Q_SLOTS:
         QVERIFY(sidebar.services.scheduler.finishNextBackgroundWork());
         QCOMPARE(rows(), 2);
         QVERIFY(!button->isEnabled());
+        QVERIFY(sidebar.services.coordinator.visited.isEmpty());
+
+        QVERIFY(sidebar.services.scheduler.finishNextBackgroundWork());
+        QCOMPARE(sidebar.services.coordinator.visited, QList<FileURL>{bucket.root()});
+        QVERIFY(!button->isEnabled());
 
         bucket.write(u"C.md"_s, "");
         QVERIFY(sidebar.services.scheduler.finishNextBackgroundWork());
         QCOMPARE(rows(), 3);
         QVERIFY(button->isEnabled());
+    }
+
+    void aBucketThatIsOpenedMeanwhileCanBeRefreshedAtOnce()
+    {
+        Bucket slow({{"A.md", ""}});
+        Bucket other({{"B.md", ""}});
+        Sidebar sidebar(slow);
+        sidebar.click(u"Uppdatera"_s);
+        QVERIFY(sidebar.services.scheduler.finishNextBackgroundWork());
+
+        sidebar.state.switchVault(other.root());
+        QVERIFY(childNamed(sidebar.view, u"Uppdatera"_s)->isEnabled());
+        sidebar.services.scheduler.finishBackgroundWork();
+        sidebar.click(u"Uppdatera"_s);
+        sidebar.services.scheduler.finishBackgroundWork();
+
+        QCOMPARE(sidebar.services.coordinator.visited.last(), other.root());
+        QVERIFY(childNamed(sidebar.view, u"Uppdatera"_s)->isEnabled());
+    }
+
+    void aSearchCanBeClosedWhenItsBucketWasRemoved()
+    {
+        Bucket bucket({{"A.md", ""}});
+        Sidebar sidebar(bucket);
+        sidebar.state.addVault(bucket.root());
+        sidebar.click(u"Sök"_s);
+
+        sidebar.state.removeBucket(bucket.root());
+        sidebar.click(u"Sök"_s);
+
+        QVERIFY(!sidebar.view.isSearchShown());
+        QVERIFY(!childNamed(sidebar.view, u"Sök"_s)->isEnabled());
     }
 
     void theFeedbackLineOpensTheForm()

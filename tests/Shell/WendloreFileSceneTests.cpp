@@ -132,6 +132,37 @@ private Q_SLOTS:
         QCOMPARE(windows.window(1).fileURL(), windows.bucket.file(u"B.md"_s));
     }
 
+    void aFileOfAnotherBucketKeepsItsBucket()
+    {
+        Windows windows;
+        windows.select(u"A.md"_s);
+        const Bucket other({{"D.md", "Fyra"}});
+        windows.state.addVault(other.root());
+        windows.state.setSelectedFile(other.file(u"D.md"_s));
+
+        windows.open(u"A.md"_s);
+
+        QCOMPARE(windows.window().windowState()->vaultURL(), windows.bucket.root());
+        QCOMPARE(windows.services.defaults.string(u"currentVaultPath"_s), other.root().path());
+        QCOMPARE(windows.state.loadUIStates().value(other.root().path()).selectedFilePath,
+                 other.file(u"D.md"_s).path());
+    }
+
+    void importedTypographyIsShownInEveryWindow()
+    {
+        Windows windows;
+        windows.open(u"A.md"_s);
+        windows.open(u"B.md"_s);
+        const QByteArray json = TypographyTheme::standard().toJson()->replace("false", "true");
+        const auto theme = TypographyTheme::fromJson(json);
+        QVERIFY(theme && *theme != TypographyTheme::standard());
+
+        windows.state.applyTypographyTheme(*theme);
+
+        for (const std::size_t index : {0U, 1U})
+            QCOMPARE(windows.window(index).windowState()->typographyTheme(), *theme);
+    }
+
     void thePlaceholderSaysWhichFileIsElsewhere()
     {
         Windows windows;

@@ -40,6 +40,8 @@ private Q_SLOTS:
     void unusableStoredValuesGiveNoBuckets_data();
     void unusableStoredValuesGiveNoBuckets();
     void brokenBookmarksAreSkipped();
+    void aFileLiesInTheOpenBucketOrElseInTheFirstThatHoldsIt();
+    void theBucketOfAFileIsOpenedForThisTimeOnly();
 };
 
 void AppStateBucketsTests::pickedFolderIsAddedAndOpened()
@@ -353,6 +355,42 @@ void AppStateBucketsTests::brokenBookmarksAreSkipped()
 
     QCOMPARE(state.vaults(), std::vector{notes.root()});
     QCOMPARE(state.vaultURL(), notes.root());
+}
+
+void AppStateBucketsTests::aFileLiesInTheOpenBucketOrElseInTheFirstThatHoldsIt()
+{
+    const Bucket outer({{"Inre/A.md", ""}, {"B.md", ""}});
+    const FileURL inner = outer.folder(u"Inre"_s);
+    const Bucket other({{"C.md", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(outer.root());
+    state.addVault(inner);
+
+    QCOMPARE(state.bucketHolding(outer.file(u"Inre/A.md"_s)), inner);
+    QCOMPARE(state.bucketHolding(outer.file(u"B.md"_s)), outer.root());
+    QCOMPARE(state.bucketHolding(other.file(u"C.md"_s)), std::nullopt);
+    state.switchVault(other.root());
+    QCOMPARE(state.bucketHolding(outer.file(u"Inre/A.md"_s)), outer.root());
+}
+
+void AppStateBucketsTests::theBucketOfAFileIsOpenedForThisTimeOnly()
+{
+    const Bucket first({{"A.md", ""}});
+    const Bucket second({{"B.md", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(first.root());
+    state.addVault(second.root());
+
+    state.openBucketOf(first.file(u"A.md"_s));
+    QCOMPARE(state.vaultURL(), first.root());
+    QCOMPARE(state.fileTree().size(), 1U);
+    QCOMPARE(desktop.defaults.string(currentKey), second.root().path());
+
+    state.openBucketOf(FileURL::file(u"/annanstans/C.md"_s));
+    QCOMPARE(state.vaultURL(), std::nullopt);
+    QCOMPARE(desktop.defaults.string(currentKey), second.root().path());
 }
 
 QTEST_GUILESS_MAIN(AppStateBucketsTests)

@@ -4,13 +4,16 @@
 #include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
+#include "Look/Sheet.h"
 #include "Previews/ContentView.h"
 #include "Previews/DetailView.h"
 #include "Shell/FileTreeView.h"
+#include "Shell/SearchField.h"
 #include "State/AppState.h"
 #include "Support/TreeDrag.h"
 #include "Wendlores/MainWindow.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -146,6 +149,7 @@ private Q_SLOTS:
                              {u"Sök nästa"_s, u"F3"_s},
                              {u"Sök föregående"_s, u"Shift+F3"_s},
                              {u"Sök och ersätt"_s, u"Ctrl+H"_s},
+                             {u"Sök i bucketen"_s, u"Ctrl+Shift+F"_s},
                              {u"Visa/Dölj källtext"_s, u"Ctrl+E"_s},
                              {u"Visa/Dölj antal ord"_s, u"Ctrl+Alt+W"_s},
                              {u"Markera allt"_s, u"Ctrl+A"_s},
@@ -182,8 +186,9 @@ private Q_SLOTS:
               u"textstorlek "
               "| Visa/Dölj källtext Visa/Dölj antal ord | Visa/Dölj flikrad Utseende | Helskärm"_s},
              {u"Utseende"_s, u"Automatiskt Ljust Mörkt"_s},
-             {u"Redigera"_s, u"Ångra Gör om | Klipp ut Kopiera Klistra in | Markera allt "
-                             "| Sök i anteckningen Sök nästa Sök föregående Sök och ersätt"_s}});
+             {u"Redigera"_s,
+              u"Ångra Gör om | Klipp ut Kopiera Klistra in | Markera allt "
+              "| Sök i anteckningen Sök nästa Sök föregående Sök och ersätt Sök i bucketen"_s}});
     }
 
     void theEntriesStandInTheirOrder()
@@ -201,6 +206,20 @@ private Q_SLOTS:
         }
 
         QCOMPARE(titles.join(u' '), entries);
+    }
+
+    void theHelpMenuTellsTheVersion()
+    {
+        const Menus menus;
+
+        menus.entry(u"Om Wendlores"_s)->trigger();
+
+        const auto* about = menus.window.findChild<Sheet*>();
+        QVERIFY(about && about->windowTitle() == u"Om Wendlores"_s);
+        QStringList texts;
+        for (const auto* label : about->findChildren<QLabel*>())
+            texts.append(label->text());
+        QVERIFY2(texts.join(u'|').contains(u"" WENDLORE_VERSION ""_s), qPrintable(texts.join(u'|')));
     }
 
     void thereAreNoSettings()
@@ -296,6 +315,23 @@ private Q_SLOTS:
 
         QTest::keyClick(&menus.window, Qt::Key_F6);
         QVERIFY(tree.hasFocus());
+    }
+
+    void theBucketCanBeSearchedFromAnywhere()
+    {
+        const Bucket bucket({{"A.md", ""}});
+        Menus menus;
+        QVERIFY(!menus.entry(u"Sök i bucketen"_s)->isEnabled());
+        menus.treeOf(bucket);
+        menus.entry(u"Visa/Dölj sidofält"_s)->trigger();
+
+        menus.entry(u"Sök i bucketen"_s)->trigger();
+        QVERIFY(menus.window.content().widget(0)->isVisible());
+        QVERIFY(menus.window.findChild<SearchField*>()->hasFocus());
+        menus.window.setFocus();
+        menus.entry(u"Sök i bucketen"_s)->trigger();
+
+        QVERIFY(menus.window.findChild<SearchField*>()->hasFocus());
     }
 
     void theSidebarCanBeHidden()

@@ -1,11 +1,15 @@
 #include "Wendlores/WendloreApp.h"
 
+#include "Editor/EditorView.h"
 #include "Editor/WebEditorController.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Look/Style.h"
 #include "Look/SystemAppearance.h"
 #include "Platform/FileAddress.h"
+#include "Previews/ContentView.h"
+#include "Previews/DetailView.h"
+#include "Shell/FileTreeView.h"
 #include "Shell/WendloreFileWindowView.h"
 #include "Shell/WindowTabBar.h"
 #include "State/OpenFileWindows.h"
@@ -81,6 +85,19 @@ private Q_SLOTS:
         QCOMPARE(program.services.defaults.string(u"theme"_s), u"auto"_s);
     }
 
+    void itStartsWithTheKeyboardInTheNote()
+    {
+        Program program;
+        QTRY_VERIFY(program.app.mainWindow().findChild<FileTreeView*>()->hasFocus());
+        program.app.appState().setSelectedFile(program.bucket.file(u"A.md"_s));
+
+        WendloreApp next(program.services.services(), program.system, program.style, {});
+        next.start();
+        next.mainWindow().bringForward();
+
+        QTRY_VERIFY(next.mainWindow().content().detail().editor().hasFocus());
+    }
+
     void filesThatAreHandedOverAreShown()
     {
         Program program;
@@ -144,6 +161,74 @@ private Q_SLOTS:
 
         Program::entry(program.app.mainWindow(), u"Visa/Dölj flikrad"_s)->trigger();
         QVERIFY(!tabs->isVisible());
+    }
+
+    void fromTheWindowOfAFileNewItemsGoIntoTheWorkspace()
+    {
+        Program program;
+        program.openWindow(u"A.md"_s);
+        const WendloreFileWindowView& window = *program.app.fileScene().windows().front();
+        QTRY_COMPARE(QApplication::activeWindow(), &window);
+
+        Program::entry(window, u"Ny not"_s)->trigger();
+        Program::entry(window, u"Ny mapp"_s)->trigger();
+
+        QCOMPARE(program.app.appState().selectedFile(), program.bucket.file(u"Ny not.md"_s));
+        QCOMPARE(window.windowState()->selectedFile(), program.bucket.file(u"A.md"_s));
+        QVERIFY(program.bucket.exists(u"Ny mapp"_s));
+        QTRY_COMPARE(QApplication::activeWindow(), &program.app.mainWindow());
+    }
+
+    void fromTheWindowOfAFileAnotherBucketIsOpenedInTheMainWindow()
+    {
+        Program program;
+        const Bucket other({{"D.md", ""}});
+        program.openWindow(u"A.md"_s);
+        const WendloreFileWindowView& window = *program.app.fileScene().windows().front();
+        QTRY_COMPARE(QApplication::activeWindow(), &window);
+        QAction* open = Program::entry(window, u"Öppna bucket…"_s);
+
+        open->trigger(); // and it is cancelled
+        QCOMPARE(program.app.appState().vaultURL(), program.bucket.root());
+        QCOMPARE(QApplication::activeWindow(), &window);
+        program.services.panels.answer = other.root();
+        open->trigger();
+
+        QCOMPARE(program.app.appState().vaultURL(), other.root());
+        QCOMPARE(window.windowState()->vaultURL(), program.bucket.root());
+        QTRY_COMPARE(QApplication::activeWindow(), &program.app.mainWindow());
+    }
+
+    void fromTheWindowOfAFileTheMainWindowsTabsAreShown()
+    {
+        Program program;
+        program.openWindow(u"A.md"_s);
+        const auto* tabs = program.app.mainWindow().findChild<WindowTabBar*>();
+        QVERIFY(!tabs->isVisible());
+
+        Program::entry(*program.app.fileScene().windows().front(), u"Visa/Dölj flikrad"_s)->trigger();
+
+        QVERIFY(tabs->isVisible());
+    }
+
+    void aWindowWithoutAFileIsClosedByItsKey()
+    {
+        Program program;
+        program.openWindow(u"A.md"_s);
+        program.app.quit();
+        QTRY_VERIFY(program.app.fileScene().windows().empty());
+        program.bucket.remove(u"A.md"_s);
+        WendloreApp next(program.services.services(), program.system, program.style, {});
+        next.start();
+        QCOMPARE(next.fileScene().windows().size(), std::size_t(1));
+        WendloreFileWindowView& window = *next.fileScene().windows().front();
+        QVERIFY(!window.fileURL());
+        window.bringForward();
+        QTRY_COMPARE(QApplication::activeWindow(), &window);
+
+        QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
+
+        QTRY_VERIFY(next.fileScene().windows().empty());
     }
 
     void theWindowMenuRaisesTheOneThatIsChosen()

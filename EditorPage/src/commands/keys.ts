@@ -10,9 +10,9 @@ import { schema } from '../schema';
 import type { NoteContext } from '../views/context';
 import { openAtCaret } from '../views/links';
 import { setHeading, setParagraph, toggleBlockquote } from './blocks';
-import { belowLast, leaveCodeBlock, leaveTable, lineBreak, openCodeBlock, openTable } from './enter';
+import { belowLast, leaveCodeBlock, leaveQuote, leaveTable, lineBreak, openCodeBlock, openFormula, openTable } from './enter';
 import { alone } from './history';
-import { backspaceInItem, liftItem, sinkItem, splitItem, toggleList, toggleTask } from './lists';
+import { backspaceBelowList, backspaceInItem, deleteBesideItem, liftItem, sinkItem, splitItem, toggleList, toggleTask } from './lists';
 import { toggleBold, toggleCode, toggleHighlight, toggleItalic, toggleStrike } from './marks';
 import { moveBlock } from './move';
 import { cellBelow, tabPastEnd } from './tables';
@@ -66,11 +66,11 @@ const editing: Record<string, Command> = {
   'Mod-z': undo,
   'Mod-y': redo,
   'Mod-Shift-z': redo,
-  Enter: chainCommands(openCodeBlock, openTable, leaveCodeBlock, leaveTable, cellBelow, splitItem),
+  Enter: chainCommands(openCodeBlock, openFormula, openTable, leaveCodeBlock, leaveTable, cellBelow, splitItem, leaveQuote),
   'Shift-Enter': lineBreak,
   'Mod-Enter': chainCommands(alone(toggleTask), exitCode),
-  Backspace: chainCommands(undoInputRule, deleteAll, backspaceInItem, backspaceToParagraph),
-  Delete: deleteAll,
+  Backspace: chainCommands(undoInputRule, deleteAll, backspaceInItem, backspaceToParagraph, backspaceBelowList),
+  Delete: chainCommands(deleteAll, deleteBesideItem),
   Tab: chainCommands(goToNextCell(1), tabPastEnd, tabInCode, sinkItem, tabInList),
   'Shift-Tab': chainCommands(goToNextCell(-1), liftItem),
   ArrowDown: belowLast,
