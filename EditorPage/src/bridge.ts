@@ -59,6 +59,8 @@ export interface VaultEditor {
   exec(command: string, value?: string | number): void;
   setTheme(theme: string): void;
   focus(): void;
+  /** Puts a text in at the caret as it is: nothing in it is taken for Markdown. */
+  pasteText(text: string): void;
   /** Posts the whole note, for a host that has lost count of its edits. */
   reportWhole(): void;
   setNoteNames(names: readonly string[]): void;

@@ -98,14 +98,29 @@ export class NoteEditor implements Folded {
     const run = commandFor(command, value);
     if (run === null || this.#unshown !== null) return;
     const stepsAlone = command !== 'undo' && command !== 'redo';
-    this.#isTyping = false;
-    if (stepsAlone) this.#folding.unfoldSelection();
-    this.#folding.unfoldBesideSelection();
-    this.#report();
-    this.view.focus();
+    this.#prepare(stepsAlone);
     run(this.view.state, (tr) => this.view.dispatch(stepsAlone ? closeHistory(tr) : tr), this.view);
     this.#report();
     if (stepsAlone) this.view.dispatch(closeHistory(this.view.state.tr));
+  }
+
+  /** Puts a text in at the caret letter by letter, as one step. */
+  pasteText(text: string): void {
+    if (this.#unshown !== null) return;
+    this.#prepare(true);
+    this.view.dispatch(closeHistory(this.view.state.tr));
+    this.view.pasteText(text);
+    this.#report();
+    this.view.dispatch(closeHistory(this.view.state.tr));
+  }
+
+  /** Has everything there that a change from the host may work on. */
+  #prepare(takesSelection: boolean): void {
+    this.#isTyping = false;
+    if (takesSelection) this.#folding.unfoldSelection();
+    this.#folding.unfoldBesideSelection();
+    this.#report();
+    this.view.focus();
   }
 
   setTheme(theme: string): void {

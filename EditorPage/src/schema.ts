@@ -14,6 +14,10 @@ const integer = (value: string | null, fallback: number) => {
   return Number.isNaN(number) ? fallback : number;
 };
 
+/** So many columns or rows a pasted cell may reach over. */
+const LONGEST_SPAN = 100;
+const span = (value: string | null) => Math.min(Math.max(integer(value, 1), 1), LONGEST_SPAN);
+
 /** A block whose text is source code or Markdown source, shown and edited as it is written. */
 function sourceBlock(className: string, more: Partial<NodeSpec> = {}): NodeSpec {
   return {
@@ -51,8 +55,8 @@ function inlineAtom(className: string, attrs: Record<string, unknown>, content: 
 
 function cell(tag: 'td' | 'th', tableRole: string): NodeSpec {
   const getAttrs = (dom: HTMLElement) => ({
-    colspan: integer(dom.getAttribute('colspan'), 1),
-    rowspan: integer(dom.getAttribute('rowspan'), 1),
+    colspan: span(dom.getAttribute('colspan')),
+    rowspan: span(dom.getAttribute('rowspan')),
     align: dom.style.textAlign || null,
   });
   return {

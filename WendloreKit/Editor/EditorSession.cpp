@@ -16,15 +16,10 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace wendlore {
 
 namespace {
-
-/// A page on a busy machine can be that late with the last keys; one that hangs holds a closing window no
-/// longer.
-constexpr auto settleTimeOut = 10s;
 
 /// The note's text; nothing when it cannot be read as text.
 std::optional<QString> readNote(FileCoordinator& coordinator, const FileURL& note)
@@ -53,6 +48,7 @@ EditorSession::EditorSession(AppState& appState, WebEditorController& controller
     connect(&appState, &AppState::aboutToMove, this, &EditorSession::flush);
     connect(&appState, &AppState::didMove, this, &EditorSession::didMove);
     connect(&appState, &AppState::didDelete, this, &EditorSession::didDelete);
+    connect(&appState, &AppState::searchHitOpened, this, &EditorSession::showMatch);
     connect(&appState, &AppState::typographyThemeChanged, this,
             [this] { m_controller.setTypography(m_appState.typographyTheme()); });
 }
@@ -105,19 +101,6 @@ void EditorSession::setScenePhase(ScenePhase phase)
         flush();
 }
 
-void EditorSession::settle(std::function<void()> done)
-{
-    const auto finish = [session = QPointer(this), done = std::move(done),
-                         isDone = std::make_shared<bool>(false)] {
-        if (!session || std::exchange(*isDone, true))
-            return;
-        session->flush();
-        done();
-    };
-    m_settleTimeOut = m_appState.services().scheduler.after(settleTimeOut, finish);
-    m_controller.drain(finish);
-}
-
 void EditorSession::dismissConflictNotice()
 {
     setConflictNotice({});
@@ -161,6 +144,7 @@ void EditorSession::didRead(const std::optional<QString>& read)
     }
     takeOver(read);
     takeFocus();
+    showMatch();
     Q_EMIT loaded();
 }
 
@@ -183,6 +167,7 @@ void EditorSession::takeOver(const std::optional<QString>& read)
     const QString shown = isShown() ? m_controller.desiredContent().value_or(QString()) : QString();
     if (isShown() && text == shown) {
         m_content->baseline = text;
+        m_content->isDeleted = false; // what was deleted there may have come back
         return;
     }
     if (text.isEmpty() && !shown.isEmpty())
@@ -219,6 +204,15 @@ void EditorSession::takeFocus()
     m_controller.focus();
     m_appState.setPendingFocusFile(std::nullopt);
     Q_EMIT focusTaken();
+}
+
+void EditorSession::showMatch()
+{
+    if (!isShown() || m_read)
+        return;
+    const QString text = m_appState.takeSoughtText(*m_fileURL);
+    if (!text.isEmpty())
+        m_controller.exec(u"showMatch"_s, text);
 }
 
 bool EditorSession::isShown() const

@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -92,6 +93,8 @@ private:
     void takeOver(const std::optional<QString>& read);
     void show(const QString& text);
     void takeFocus();
+    /// Goes to what the search found in the note.
+    void showMatch();
     /// True when the page shows the note that is edited, rather than one that was left.
     [[nodiscard]] bool isShown() const;
     void handleLink(const QString& href, bool isWiki, const FileURL& note);
@@ -100,6 +103,8 @@ private:
     void editedBeforeReload(const SharedContent& content, const QString& markdown);
     void scheduleSave(const SharedContent& content, const QString& markdown);
     void commitSave(SharedContent content, QString markdown);
+
+    void settled(int number);
 
     void didMove(const FileURL& from, const FileURL& to);
     void didDelete(const FileURL& item);
@@ -123,7 +128,14 @@ private:
     std::unique_ptr<ScheduledTask> m_read;
     /// The note was written since the read began, so what it gives is out of date.
     bool m_mustReadAgain = false;
-    std::unique_ptr<ScheduledTask> m_settleTimeOut;
+    /// Who waits for the last keys, by the number of the call, and until when.
+    struct Settling final
+    {
+        std::function<void()> done;
+        std::unique_ptr<ScheduledTask> timeOut;
+    };
+    std::map<int, Settling> m_settling;
+    int m_lastSettling = 0;
 };
 
 } // namespace wendlore

@@ -1,10 +1,12 @@
 #include "Editor/WebEngineEditorView.h"
 
 #include "Editor/EditorPage.h"
+#include "Editor/EditorScript.h"
 #include "Editor/Spelling.h"
 #include "Editor/WendloreSchemeHandler.h"
 
-#include <QCoreApplication>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QWebChannel>
@@ -325,10 +327,20 @@ void WebEngineEditorView::showContextMenu(const QPoint& position)
         if (webAction == QWebEnginePage::SelectAll)
             menu->addSeparator();
         QAction* const pageAction = m_page->action(webAction);
-        QAction* const entry = menu->addAction(title, pageAction, &QAction::trigger);
+        QAction* const entry = menu->addAction(title);
         entry->setEnabled(pageAction->isEnabled());
+        if (webAction == QWebEnginePage::PasteAndMatchStyle)
+            connect(entry, &QAction::triggered, this, &WebEngineEditorView::pasteText);
+        else
+            connect(entry, &QAction::triggered, pageAction, &QAction::trigger);
     }
     menu->popup(m_view->mapToGlobal(position));
+}
+
+/// The page cannot tell the engine's own way of it from ordinary pasting, which reads Markdown.
+void WebEngineEditorView::pasteText()
+{
+    evaluate(u"window.VaultEditor.pasteText(%1)"_s.arg(jsString(QGuiApplication::clipboard()->text())));
 }
 
 } // namespace wendlore

@@ -47,6 +47,7 @@ private:
     void makePage();
     int fence();
     void showContextMenu(const QPoint& position);
+    void pasteText();
     void receive(const QString& name, const QJsonValue& body, Generation generation);
     void loadFinished(bool succeeded);
     void answerDrains();

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void pendingEditsAreWrittenBeforeAMove();
     void aRenameWhileTheNoteIsReadReadsTheNewPlace();
     void lateEditsOfADeletedNoteAreKept();
+    void aNoteThatCameBackTakesItsLateEdits();
     void theTrashGetsTheLatestText();
     void anotherBucketsNotesAreNotTouched();
 
@@ -49,9 +50,6 @@ private Q_SLOTS:
     void anEmptiedEditorsTextIsKept_data();
     void anEmptiedEditorsTextIsKept();
     void bytesThatAreNoTextAreKeptBeforeAnEditReplacesThem();
-
-    void settlingTakesInWhatThePageStillSays();
-    void settlingEndsWhenThePageDoesNotAnswer();
 };
 
 void EditorSessionSavingTests::aLateEditIsWrittenToTheNoteItWasTypedIn()
@@ -312,6 +310,25 @@ void EditorSessionSavingTests::lateEditsOfADeletedNoteAreKept()
     QCOMPARE(f.recoveredTexts(), QList<QByteArray>{"a1"});
 }
 
+void EditorSessionSavingTests::aNoteThatCameBackTakesItsLateEdits()
+{
+    EditingFixture f({{"Ny not.md", ""}, {"B.md", "b"}});
+    const FileURL note = f.bucket.file(u"Ny not.md"_s);
+    f.open(u"Ny not.md"_s);
+    f.bucket.remove(u"Ny not.md"_s);
+    Q_EMIT f.state->didDelete(note);
+    f.session->close();
+    f.bucket.write(u"Ny not.md"_s, "");
+    f.open(u"Ny not.md"_s);
+    const auto shown = f.page->generation;
+    f.open(u"B.md"_s);
+
+    f.typeLate(u"hej"_s, shown);
+
+    QCOMPARE(f.bucket.read(u"Ny not.md"_s), "hej");
+    QCOMPARE(f.recoveredTexts(), QList<QByteArray>());
+}
+
 void EditorSessionSavingTests::theTrashGetsTheLatestText()
 {
     EditingFixture f({{"Arkiv/A.md", "a"}});
@@ -427,42 +444,6 @@ void EditorSessionSavingTests::bytesThatAreNoTextAreKeptBeforeAnEditReplacesThem
     QCOMPARE(f.bucket.read(u"A.md"_s), "x");
     QCOMPARE(f.recoveredTexts(), QList<QByteArray>{"M\xF6te"});
     QCOMPARE(f.bucket.names(), QStringList{u"A.md"_s});
-}
-
-void EditorSessionSavingTests::settlingTakesInWhatThePageStillSays()
-{
-    EditingFixture f({{"A.md", "a"}});
-    f.open(u"A.md"_s);
-    f.page->answersDrains = false;
-    int done = 0;
-    f.session->settle([&done] { ++done; });
-
-    f.type(u"a1"_s);
-    QCOMPARE(done, 0);
-    f.page->drains.front()();
-
-    QCOMPARE(done, 1);
-    QCOMPARE(f.bucket.read(u"A.md"_s), "a1");
-    f.wait(5s);
-    QCOMPARE(done, 1);
-}
-
-void EditorSessionSavingTests::settlingEndsWhenThePageDoesNotAnswer()
-{
-    EditingFixture f({{"A.md", "a"}});
-    f.open(u"A.md"_s);
-    f.page->answersDrains = false;
-    f.type(u"a1"_s);
-    int done = 0;
-    f.session->settle([&done] { ++done; });
-
-    f.wait(9s);
-    QCOMPARE(done, 0);
-    f.wait(1s);
-    f.page->drains.front()();
-
-    QCOMPARE(done, 1);
-    QCOMPARE(f.bucket.read(u"A.md"_s), "a1");
 }
 
 } // namespace wendlore

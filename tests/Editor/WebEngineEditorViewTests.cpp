@@ -3,6 +3,8 @@
 #include "Support/EngineTest.h"
 #include "Support/PageFixture.h"
 
+#include <QClipboard>
+#include <QLineEdit>
 #include <QMenu>
 #include <QShortcut>
 #include <QSignalSpy>
@@ -35,6 +37,7 @@ private Q_SLOTS:
     void keysStayInTheContentTheyWereTypedInto_data();
     void keysStayInTheContentTheyWereTypedInto();
     void aFrameThatTakesTheKeysHoldsNothingUp();
+    void aFenceIsHeardWhenTheKeyboardHasLeft();
     void aFenceThatIsLostIsNotWaitedForForever();
     void drainingWaitsForAPageThatIsJustReady();
     void drainingWithoutAPageEndsAtOnce();
@@ -43,6 +46,7 @@ private Q_SLOTS:
     void thePageOffersOneWayToTheHost();
     void theKeyForLinksIsTheWindows();
     void theContextMenuIsSwedish();
+    void theContextMenuPastesTextAsItIs();
     void theViewMayGoBeforeItsWidgetAndAfter();
 };
 
@@ -165,6 +169,26 @@ void WebEngineEditorViewTests::aFrameThatTakesTheKeysHoldsNothingUp()
     QCOMPARE(f.lastChange().first.size(), 8);
 }
 
+void WebEngineEditorViewTests::aFenceIsHeardWhenTheKeyboardHasLeft()
+{
+    PageFixture f;
+    f.setContent(u"text\n"_s, 1);
+    f.type(u"abc"_s);
+    f.drain();
+    // Nothing goes by any more that was not let through by its fence.
+    static_cast<void>(f.value(u"window.setTimeout = () => 0"_s));
+    QLineEdit elsewhere;
+    elsewhere.show();
+    elsewhere.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&elsewhere));
+    QTRY_VERIFY_WITH_TIMEOUT(!f.value(u"document.hasFocus()"_s).toBool(), patience);
+
+    pressKeys(*f.view.widget()->focusProxy(), u"d"_s);
+    f.view.evaluate(u"document.title = 'heard'"_s);
+
+    QTRY_COMPARE_WITH_TIMEOUT(f.value(u"document.title"_s).toString(), u"heard"_s, patience);
+}
+
 void WebEngineEditorViewTests::aFenceThatIsLostIsNotWaitedForForever()
 {
     PageFixture f;
@@ -277,6 +301,29 @@ void WebEngineEditorViewTests::theContextMenuIsSwedish()
         titles.append(entry->text());
     QCOMPARE(titles, (QStringList{u"Klipp ut"_s, u"Kopiera"_s, u"Klistra in"_s,
                                   u"Klistra in som oformaterad text"_s, u""_s, u"Markera allt"_s}));
+}
+
+void WebEngineEditorViewTests::theContextMenuPastesTextAsItIs()
+{
+    PageFixture f;
+    f.setContent(u"text\n"_s, 1);
+    f.type(u"x"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(f.has(u"changed"_s), patience);
+    QGuiApplication::clipboard()->setText(u" **å** \"</script>\""_s);
+    Q_EMIT f.view.widget()->customContextMenuRequested({50, 50});
+    const auto entries = f.view.widget()->findChild<QMenu*>()->actions();
+    const auto isIt = [](const QAction* entry) {
+        return entry->text() == u"Klistra in som oformaterad text";
+    };
+    const auto entry = std::ranges::find_if(entries, isIt);
+    QVERIFY(entry != entries.end() && (*entry)->isEnabled());
+
+    (*entry)->trigger();
+    f.drain();
+
+    QVERIFY2(f.lastChange().first.contains(u" \\*\\*å\\*\\* \"\\</script>\""_s),
+             qPrintable(f.lastChange().first));
+    QVERIFY(!f.value(u"document.querySelector('.ProseMirror strong')"_s).isValid());
 }
 
 void WebEngineEditorViewTests::theViewMayGoBeforeItsWidgetAndAfter()

@@ -111,9 +111,9 @@ function openAtParagraphs(content: Fragment): Slice {
   return new Slice(content, open(content.firstChild), open(content.lastChild));
 }
 
-/** Text pasted to be taken letter by letter: blank lines part paragraphs. */
-function literalText(text: string): Slice {
-  const parts = text.replace(/\r\n?/g, '\n').split(/\n{2,}/);
-  const blocks = parts.map((part) => paragraph.create(null, part === '' ? null : schema.text(part)));
+/** Text pasted to be taken letter by letter: a blank line parts paragraphs, and each further one is an empty one. */
+export function literalText(text: string): Slice {
+  const lines = text.replace(/\r\n?/g, '\n').replace(/\n{2,}/g, (run) => '\n\n'.repeat(run.length - 1));
+  const blocks = lines.split('\n\n').map((part) => paragraph.create(null, part === '' ? null : schema.text(part)));
   return new Slice(Fragment.from(blocks), 1, 1);
 }

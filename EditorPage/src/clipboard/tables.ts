@@ -32,21 +32,35 @@ function mapTables(content: Fragment): Fragment {
 }
 
 function plainTable(node: Node): Node {
-  const width = Math.max(...node.children.map(rowWidth));
-  return node.copy(Fragment.fromArray(node.children.map((row, index) => plainRow(row, index === 0, width))));
+  const rows = gridOf(node);
+  const width = Math.max(...rows.map((row) => row.length));
+  return node.copy(Fragment.fromArray(rows.map((row, index) => plainRow(row, index === 0, width))));
 }
 
-function rowWidth(row: Node): number {
-  return row.children.reduce((sum, cell) => sum + (cell.attrs.colspan as number), 0);
+/** The cells of each row where they stand; nothing where another one reaches over several columns or rows. */
+function gridOf(table: Node): (Node | undefined)[][] {
+  const grid: (Node | undefined)[][] = table.children.map(() => []);
+  const taken = new Set<string>();
+  table.children.forEach((row, top) => {
+    let left = 0;
+    for (const cell of row.children) {
+      while (taken.has(`${top} ${left}`)) left += 1;
+      grid[top]![left] = cell;
+      const { colspan, rowspan } = cell.attrs as { colspan: number; rowspan: number };
+      for (let down = 0; down < Math.min(rowspan, table.childCount - top); down++) {
+        for (let right = 0; right < colspan; right++) taken.add(`${top + down} ${left + right}`);
+        grid[top + down]!.length = Math.max(grid[top + down]!.length, left + colspan);
+      }
+    }
+  });
+  return grid;
 }
 
-function plainRow(row: Node, isHead: boolean, width: number): Node {
+function plainRow(row: readonly (Node | undefined)[], isHead: boolean, width: number): Node {
   const type = isHead ? headerType : cellType;
-  const cells: Node[] = [];
-  for (const cell of row.children) {
-    cells.push(type.create({ align: cell.attrs.align }, cell.content));
-    for (let extra = 1; extra < cell.attrs.colspan; extra++) cells.push(type.create());
-  }
-  while (cells.length < width) cells.push(type.create());
+  const cells = Array.from({ length: width }, (_, column) => {
+    const cell = row[column];
+    return cell ? type.create({ align: cell.attrs.align }, cell.content) : type.create();
+  });
   return rowType.create(null, cells);
 }

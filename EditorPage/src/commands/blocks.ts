@@ -1,10 +1,12 @@
 /** Commands that change what kind of block the text stands in. */
-import { lift, wrapIn } from 'prosemirror-commands';
+import { wrapIn } from 'prosemirror-commands';
 import { Fragment, type Node } from 'prosemirror-model';
 import { TextSelection, type Command, type EditorState, type Transaction } from 'prosemirror-state';
+import { liftTarget } from 'prosemirror-transform';
 import { schema } from '../schema';
 import { inlineAsText } from './inlineText';
 import { liftFromLists } from './lists';
+import { withSameText } from './sameText';
 import { ancestorOf } from './selection';
 
 const { paragraph, heading, blockquote, code_block: codeBlock, horizontal_rule: rule, hard_break: hardBreak } = schema.nodes;
@@ -15,7 +17,7 @@ interface TextBlock {
   pos: number;
 }
 
-/** Body text. Text that is body text already leaves its list or quote by one step. */
+/** Body text. Text that is body text already leaves its list by one step. */
 export const setParagraph: Command = (state, dispatch) => {
   const blocks = selectedBlocks(state);
   if (blocks.every(({ node }) => node.type === paragraph)) return liftFromLists(state, dispatch);
@@ -29,9 +31,25 @@ export function setHeading(level: number): Command {
 
 /** Puts the selected blocks into a quote, or takes them out of the one they are in. */
 export const toggleBlockquote: Command = (state, dispatch) => {
-  if (ancestorOf(state.selection.$from, (node) => node.type === blockquote) === null) return wrapIn(blockquote)(state, dispatch);
-  return lift(state, dispatch);
+  const { $from, $to } = state.selection;
+  const inQuote = $from.blockRange($to, (node) => node.type === blockquote);
+  if (inQuote === null) return quote(state, dispatch);
+  const target = liftTarget(inQuote);
+  if (target === null) return false;
+  dispatch?.(state.tr.lift(inQuote, target).scrollIntoView());
+  return true;
 };
+
+/** Puts the selected blocks into one quote; quotes among them give what they hold. */
+function quote(state: EditorState, dispatch: ((tr: Transaction) => void) | undefined): boolean {
+  const { $from, $to } = state.selection;
+  const range = $from.blockRange($to);
+  const blocks = range?.parent.children.slice(range.startIndex, range.endIndex) ?? [];
+  if (range === null || !blocks.some((block) => block.type === blockquote)) return wrapIn(blockquote)(state, dispatch);
+  const content = blocks.flatMap((block) => (block.type === blockquote ? block.children : [block]));
+  dispatch?.(withSameText(state, range.start, range.end, blockquote.create(null, content)));
+  return true;
+}
 
 /** Makes one code block of the selected blocks, or body text of a code block. */
 export const toggleCodeBlock: Command = (state, dispatch) => {

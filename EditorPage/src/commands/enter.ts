@@ -1,4 +1,5 @@
 /** What Enter does beyond starting a new block. */
+import { lift } from 'prosemirror-commands';
 import { TextSelection, type Command, type EditorState, type Transaction } from 'prosemirror-state';
 import type { Node, NodeType, ResolvedPos } from 'prosemirror-model';
 import { isInTable, selectedRect } from 'prosemirror-tables';
@@ -13,6 +14,14 @@ export const lineBreak: Command = (state, dispatch) => {
   const node = isInTable(state) ? nodes.html_inline.create({ value: '<br>' }) : nodes.hard_break.create();
   if (!$from.parent.canReplaceWith($from.index(), $from.index(), node.type)) return true;
   dispatch?.(state.tr.replaceSelectionWith(node).scrollIntoView());
+  return true;
+};
+
+/** After two dollars: a formula. */
+export const openFormula: Command = (state, dispatch) => {
+  const $end = endOfParagraph(state);
+  if (!$end || $end.parent.textContent !== '$$' || !mayBecome($end, nodes.math_block)) return false;
+  dispatch?.(replaceBlock(state, $end, nodes.math_block.create(), 1));
   return true;
 };
 
@@ -38,6 +47,13 @@ export const openTable: Command = (state, dispatch) => {
   const firstRow = nodes.table_row.create(null, names.map(() => nodes.table_cell.create()));
   dispatch?.(replaceBlock(state, $end, nodes.table.create(null, [headRow, firstRow]), headRow.nodeSize + 3));
   return true;
+};
+
+/** On an empty line of a quote: out of it. */
+export const leaveQuote: Command = (state, dispatch) => {
+  const { $from, empty } = state.selection;
+  const isEmptyLine = empty && $from.parent.type === nodes.paragraph && $from.parent.content.size === 0;
+  return isEmptyLine && $from.node(-1).type === nodes.blockquote && lift(state, dispatch);
 };
 
 /** On a second empty last line of code: out of the block, without the empty lines. */

@@ -72,6 +72,8 @@ const numberRule = wrapRule(
   (before, match) => before.attrs.kind === 'ordered' && (before.attrs.start as number) + before.childCount === Number(match[1]),
 );
 
+const footnoteRule = wrapRule(/^\[\^([^\]\s]+)\]:\s$/, nodes.footnote_definition, (match) => ({ label: match[1] }), () => false);
+
 const quoteRule = wrapRule(/^>\s$/, nodes.blockquote, () => ({}), () => true);
 
 /** "[ ] " makes a task of a list's item, or of plain text a list with one. */
@@ -101,19 +103,23 @@ const lineRule = blockRule(/^(?:---|\*\*\*|___)$/, (state, _match, start, end) =
 });
 
 /** Sets a mark on what stands between two delimiters when the closing one is typed, and takes the delimiters away. */
-function markRule(pattern: RegExp, type: MarkType): InputRule {
+function markRule(pattern: RegExp, ...types: MarkType[]): InputRule {
   const apply: Apply = (state, match, start, end) => {
     const [whole, before = '', inner = ''] = match;
     const opening = start + before.length;
     const delimiter = (whole.length - before.length - inner.length) / 2;
-    if (!state.doc.resolve(opening).parent.type.allowsMarkType(type)) return null;
+    const { parent } = state.doc.resolve(opening);
+    if (!types.every((type) => parent.type.allowsMarkType(type))) return null;
     const tr = state.tr.delete(opening + delimiter + inner.length, end).delete(opening, opening + delimiter);
-    return tr.addMark(opening, opening + inner.length, type.create()).removeStoredMark(type);
+    for (const type of types) tr.addMark(opening, opening + inner.length, type.create());
+    for (const type of types) tr.removeStoredMark(type);
+    return tr;
   };
   return new InputRule(pattern, apply, { inCodeMark: false });
 }
 
 const markRules = [
+  markRule(/(^|[^*\\])\*\*\*([^\s*](?:[^*]*[^\s*])?)\*\*\*$/, marks.strong, marks.em),
   markRule(/(^|[^*\\])\*\*([^\s*](?:[^*]*[^\s*])?)\*\*$/, marks.strong),
   markRule(/(^|[^\w\\])__([^\s_](?:[^_]*[^\s_])?)__$/, marks.strong),
   markRule(/(^|[^*\\])\*([^\s*](?:[^*]*[^\s*])?)\*$/, marks.em),
@@ -137,14 +143,36 @@ const applyWikilink: Apply = (state, match, start, end) => {
   return state.tr.replaceWith(start + before.length, end, type.create({ target, alias }));
 };
 
-/** `[text](address)`, `[[Name]]` and `![[Picture]]` become links when their last bracket is typed. */
+const applyPicture: Apply = (state, match, start, end) => {
+  const [, before = '', alt = '', src = ''] = match;
+  return state.tr.replaceWith(start + before.length, end, nodes.image.create({ src, alt }));
+};
+
+/** A note is referred to where there is one of that name; one that is written later finds the text by itself. */
+const applyReference: Apply = (state, match, start, end) => {
+  const label = match[1]!;
+  const isDefined = state.doc.children.some((block) => block.type === nodes.footnote_definition && block.attrs.label === label);
+  return isDefined ? state.tr.replaceWith(start, end, nodes.footnote_reference.create({ label })) : null;
+};
+
+/** A formula reads like one: sums of money between dollars are none. */
+const applyFormula: Apply = (state, match, start, end) => {
+  const [, before = '', value = ''] = match;
+  const isFormula = /[\\^_={}+]/.test(value) || /^\p{L}\S{0,2}$/u.test(value);
+  return isFormula ? state.tr.replaceWith(start + before.length, end, nodes.math_inline.create({ value })) : null;
+};
+
+/** `[text](address)`, `![text](address)`, `[[Name]]`, `![[Picture]]`, `[^1]` and `$x^2$` become what they say when their last character is typed. */
 const linkRules = [
+  new InputRule(/(^|[^\\])!\[([^[\]]*)\]\(([^()\s]+)\)$/, applyPicture, { inCodeMark: false }),
+  new InputRule(/\[\^([^\]\s[]+)\]$/, applyReference, { inCodeMark: false }),
+  new InputRule(/(^|[^$\\\p{L}\p{N}])\$([^\s$\ufffc](?:[^$\ufffc]*[^\s$\ufffc\\])?)\$$/u, applyFormula, { inCodeMark: false }),
   new InputRule(/(^|[^!\\[])\[([^[\]]+)\]\(([^()\s]+)\)$/, applyLink, { inCodeMark: false }),
   new InputRule(/(^|[^[\\!])(!?)\[\[([^[\]|\n]+)(?:\|([^[\]|\n]+))?\]\]$/, applyWikilink, { inCodeMark: false }),
 ];
 
 /** The plugin that watches what is typed. */
 export function typingRules(): Plugin {
-  const blocks = [headingRule, bulletRule, numberRule, taskRule, quoteRule, codeRule, lineRule];
+  const blocks = [headingRule, bulletRule, numberRule, taskRule, quoteRule, footnoteRule, codeRule, lineRule];
   return inputRules({ rules: [...blocks, ...markRules, ...linkRules] });
 }

@@ -79,7 +79,9 @@ export function insertVideo(address: string): Command {
     if (videoId(src) === null) return insertLink(src)(state, dispatch);
     const picture = imageNode(src);
     const { paragraph } = schema.nodes;
-    return insertBlocks(state, dispatch, [paragraph.create(null, picture), paragraph.create()], true);
+    const isBlock = insertBlocks(state, dispatch, [paragraph.create(null, picture), paragraph.create()], true);
+    // Cells and the like hold no blocks.
+    return isBlock || insertInline(state, dispatch, picture);
   };
 }
 

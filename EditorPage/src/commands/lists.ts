@@ -1,9 +1,11 @@
 /** Making, changing and leaving lists. */
+import { joinTextblockBackward, joinTextblockForward } from 'prosemirror-commands';
 import { Fragment, type Node, type NodeRange, type ResolvedPos } from 'prosemirror-model';
 import { liftListItem, sinkListItem, splitListItem, wrapInList } from 'prosemirror-schema-list';
 import { liftTarget } from 'prosemirror-transform';
-import { TextSelection, type Command, type EditorState, type Transaction } from 'prosemirror-state';
+import type { Command, EditorState, Transaction } from 'prosemirror-state';
 import { schema } from '../schema';
+import { withSameText } from './sameText';
 import { ancestorOf, isList } from './selection';
 
 const { list: listType, list_item: itemType, letter_list: letterList, letter_item: letterItem, paragraph } = schema.nodes;
@@ -22,11 +24,49 @@ interface FoundList {
 /** Makes a list of the wanted kind out of the selected blocks or list; takes them out when it is that already. */
 export function toggleList(choice: ListChoice): Command {
   return (state, dispatch) => {
+    const mixed = mixedRange(state, choice);
+    if (mixed !== null) return gather(state, dispatch, mixed, choice);
     const found = listAround(state.selection.$from);
     if (found === null) return wrap(state, dispatch, choice);
     if (choiceOf(found.node, state) === choice) return liftFromLists(state, dispatch);
     return convert(state, dispatch, found, choice);
   };
+}
+
+/** The selected blocks, where they are several and lists are among them; null when those are lists of the wanted kind already. */
+function mixedRange({ selection: { $from, $to } }: EditorState, choice: ListChoice): NodeRange | null {
+  const range = $from.blockRange($to);
+  if (range === null || isList(range.parent) || range.endIndex - range.startIndex < 2) return null;
+  const blocks = range.parent.children.slice(range.startIndex, range.endIndex);
+  return blocks.some(isList) && !blocks.every((block) => isList(block) && plainChoice(block) === choice) ? range : null;
+}
+
+const plainChoice = (list: Node): ListChoice => (list.type === letterList ? 'letter' : (list.attrs.kind as 'bullet' | 'ordered'));
+
+/** Makes one list of several blocks: lists give their items, and each other block becomes one. */
+function gather(state: EditorState, dispatch: Dispatch, range: NodeRange, choice: ListChoice): boolean {
+  const blocks = range.parent.children.slice(range.startIndex, range.endIndex);
+  const contents = blocks.flatMap((block) => (isList(block) ? block.children : [block]));
+  const items = contents.map((block) => (choice === 'letter' ? asLetter(block) : asItem(block, choice)));
+  if (items.some((item) => item === null)) return false;
+  const kind = choice === 'ordered' ? 'ordered' : 'bullet';
+  const made = choice === 'letter' ? letterList.create(null, items as Node[]) : listType.create({ kind }, items as Node[]);
+  if (!range.parent.canReplaceWith(range.startIndex, range.endIndex, made.type)) return false;
+  dispatch?.(withSameText(state, range.start, range.end, made));
+  return true;
+}
+
+function asLetter(block: Node): Node | null {
+  if (block.type === letterItem) return block;
+  const only = block.type === itemType && block.childCount === 1 ? block.firstChild! : block;
+  return only.type === paragraph ? letterItem.create(null, only) : null;
+}
+
+function asItem(block: Node, choice: ListChoice): Node {
+  const isItem = block.type === itemType || block.type === letterItem;
+  const content = isItem ? block.content : Fragment.from(block);
+  const mayBeTask = choice === 'task' && content.firstChild?.type === paragraph;
+  return itemType.create({ checked: mayBeTask ? ((block.attrs['checked'] as boolean | null | undefined) ?? false) : null }, content);
 }
 
 /** The nearest list around a place. */
@@ -48,8 +88,20 @@ function wrap(state: EditorState, dispatch: Dispatch, choice: ListChoice): boole
   const attrs = { kind: choice === 'ordered' ? 'ordered' : 'bullet', start: 1 };
   return wrapInList(listType, attrs)(state, dispatch && ((tr) => {
     if (choice === 'task') setTasks(tr, itemsTouched(tr.doc, tr.selection.from, tr.selection.to), false);
+    const { $from, $to } = tr.selection;
+    const found = listAround($from);
+    if (found !== null && $from.sharedDepth($to.pos) >= found.depth) joinLists(tr, found.pos, found.pos + found.node.nodeSize);
     dispatch(tr.scrollIntoView());
   }));
+}
+
+/** Joins lists of one kind that stand right beside each other at one of the places. */
+function joinLists(tr: Transaction, ...places: number[]): void {
+  for (const pos of places.sort((a, b) => b - a)) {
+    const { nodeBefore, nodeAfter } = tr.doc.resolve(pos);
+    const isOne = nodeBefore?.type === listType && nodeAfter?.type === listType && nodeBefore.attrs.kind === nodeAfter.attrs.kind;
+    if (isOne) tr.join(pos);
+  }
 }
 
 function wrapInLetters(state: EditorState, dispatch: Dispatch): boolean {
@@ -59,7 +111,7 @@ function wrapInLetters(state: EditorState, dispatch: Dispatch): boolean {
   if (dispatch) {
     const items: Node[] = [];
     for (let index = range.startIndex; index < range.endIndex; index++) items.push(letterItem.create(null, range.parent.child(index)));
-    dispatch(replaceKeepingText(state, range.start, range.end, letterList.create(null, items)));
+    dispatch(withSameText(state, range.start, range.end, letterList.create(null, items)));
   }
   return true;
 }
@@ -78,7 +130,7 @@ function convert(state: EditorState, dispatch: Dispatch, found: FoundList, choic
   if (found.node.type === letterList) {
     const checked = choice === 'task' ? false : null;
     const items = found.node.children.map((item) => itemType.create({ checked }, item.content));
-    dispatch?.(replaceKeepingText(state, found.pos, found.pos + found.node.nodeSize, listType.create({ kind }, items)));
+    dispatch?.(withSameText(state, found.pos, found.pos + found.node.nodeSize, listType.create({ kind }, items)));
     return true;
   }
   const items = itemsToConvert(state, found);
@@ -98,24 +150,8 @@ function convertToLetters(state: EditorState, dispatch: Dispatch, found: FoundLi
   const $list = state.doc.resolve(found.pos);
   if (!$list.parent.canReplaceWith($list.index(), $list.index() + 1, letterList)) return false;
   const letters = letterList.create(null, items.map((item) => letterItem.create(null, item.content)));
-  dispatch?.(replaceKeepingText(state, found.pos, found.pos + found.node.nodeSize, letters));
+  dispatch?.(withSameText(state, found.pos, found.pos + found.node.nodeSize, letters));
   return true;
-}
-
-/** Replaces a range by content of the same shape and size, so that the selection keeps its place. */
-function replaceKeepingText(state: EditorState, from: number, to: number, node: Node): Transaction {
-  const { anchor, head } = state.selection;
-  const inserted = Fragment.from(node);
-  const tr = state.tr.replaceWith(from, to, inserted);
-  // Wrapping puts two tokens before the first block's text and two more before each next one.
-  const shift = (pos: number): number => (inserted.size === to - from ? pos : pos + shiftOf(state, from, pos));
-  return tr.setSelection(TextSelection.between(tr.doc.resolve(shift(anchor)), tr.doc.resolve(shift(head)))).scrollIntoView();
-}
-
-function shiftOf(state: EditorState, from: number, pos: number): number {
-  const $from = state.doc.resolve(from);
-  const blocksBefore = state.doc.resolve(pos).index($from.depth) - $from.index();
-  return 2 + blocksBefore * 2;
 }
 
 function itemsToConvert(state: EditorState, found: FoundList): { node: Node; pos: number }[] {
@@ -212,6 +248,36 @@ export const backspaceInItem: Command = (state, dispatch) => {
   dispatch?.(state.tr.setNodeMarkup($from.before(item.depth), undefined, { checked: null }));
   return true;
 };
+
+/** Backspace at the start of text right below a list: the text goes on in the list's last line, and not into an item of its own. */
+export const backspaceBelowList: Command = (state, dispatch, view) => {
+  const { $from, empty } = state.selection;
+  const isStart = empty && $from.depth > 0 && $from.parentOffset === 0;
+  if (!isStart || !isListBeside(state, $from.before(), 'nodeBefore')) return false;
+  return joinTextblockBackward(state, dispatch && ((tr) => dispatch(joinedBehindCaret(tr))), view);
+};
+
+/** Delete at the end of an item, or of text right above a list: the next line goes on here. */
+export const deleteBesideItem: Command = (state, dispatch, view) => {
+  const { $from, empty } = state.selection;
+  const isEnd = empty && $from.parent.inlineContent && $from.parentOffset === $from.parent.content.size;
+  if (!isEnd || (listAround($from) === null && !isListBeside(state, $from.after(), 'nodeAfter'))) return false;
+  return joinTextblockForward(state, dispatch && ((tr) => dispatch(joinedBehindCaret(tr))), view);
+};
+
+function isListBeside({ doc }: EditorState, pos: number, side: 'nodeBefore' | 'nodeAfter'): boolean {
+  const node = doc.resolve(pos)[side];
+  return node !== null && isList(node);
+}
+
+/** What stood between two lists has gone into the first of them: they are one. */
+function joinedBehindCaret(tr: Transaction): Transaction {
+  const { $from } = tr.selection;
+  for (let depth = $from.depth; depth > 0; depth--) {
+    if ($from.node(depth).type === listType) joinLists(tr, $from.after(depth));
+  }
+  return tr;
+}
 
 /** Checks or unchecks the task at the caret. */
 export const toggleTask: Command = (state, dispatch) => {

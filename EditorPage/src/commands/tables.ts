@@ -29,6 +29,8 @@ export const deleteRows: Command = inTable((rect, tr) => {
   const rows = rowsOf(rect.table);
   if (rect.bottom - rect.top === rows.length) return removeTable(tr, rect);
   tr.delete(rowPos(rect, rect.top), rowPos(rect, rect.bottom));
+  const row = Math.min(rect.top, rows.length - (rect.bottom - rect.top) - 1);
+  placeCaret(tr, rect, row, rect.left);
 });
 
 /** Deletes the columns that the selection touches. */
@@ -37,6 +39,7 @@ export const deleteColumns: Command = inTable((rect, tr) => {
   for (let row = rect.map.height - 1; row >= 0; row--) {
     tr.delete(cellPos(rect, row, rect.left), cellPos(rect, row, rect.right));
   }
+  placeCaret(tr, rect, rect.top, Math.min(rect.left, rect.map.width - (rect.right - rect.left) - 1));
 });
 
 /** Turns the head into an ordinary row below an empty head, and takes an empty head away again. */
@@ -78,6 +81,12 @@ function addRowBelow(state: EditorState, dispatch: Dispatch, column: number): bo
     dispatch(caretInCell(tr, rowPos(rect, rect.bottom) + 1 + column * 2));
   }
   return true;
+}
+
+/** Puts the caret into a cell of the table that the transaction has made. */
+function placeCaret(tr: Transaction, rect: TableRect, row: number, column: number): void {
+  const table = tr.doc.nodeAt(rect.tableStart - 1)!;
+  caretInCell(tr, cellPos({ ...rect, table }, row, column));
 }
 
 function caretInCell(tr: Transaction, cell: number): Transaction {

@@ -1,4 +1,4 @@
-import type { Node as TreeNode, Paragraph, PhrasingContent } from 'mdast';
+import type { Literal, Node as TreeNode, Paragraph, PhrasingContent } from 'mdast';
 import type { Handle, Options } from 'mdast-util-to-markdown';
 import { letterLabel } from '../syntax/letters';
 
@@ -7,6 +7,11 @@ export interface LetterList extends TreeNode {
   type: 'letterList';
   start: number;
   children: Paragraph[];
+}
+
+/** A block whose source is known: it is not HTML, which would need room around it. */
+export interface Verbatim extends Literal {
+  type: 'verbatim';
 }
 
 /** Part of a text block's content, to be written between the characters `before` and `after`. */
@@ -22,6 +27,7 @@ declare module 'mdast' {
   interface RootContentMap {
     letterList: LetterList;
     stretch: Stretch;
+    verbatim: Verbatim;
   }
 }
 
@@ -46,7 +52,9 @@ const writeStretch: Handle = (node: Stretch, _parent, state, info) => {
   return text;
 };
 
+const writeVerbatim: Handle = (node: Verbatim) => node.value;
+
 export const ownHandlers: Options = {
-  handlers: { letterList: writeLetterList, stretch: writeStretch } as Options['handlers'],
+  handlers: { letterList: writeLetterList, stretch: writeStretch, verbatim: writeVerbatim } as Options['handlers'],
   unsafe: [{ atBreak: true, before: '[A-Z]', character: '.', after: '[ \\t]' }],
 };

@@ -130,9 +130,9 @@ const isEmptyParagraph = (node: Node) => node.type === nodes.paragraph && node.c
 const knownSource = ({ verbatim }: TreeOptions, node: Node) => verbatim?.(node) ?? null;
 
 /** The parser's tree for a block. */
-export function blockTree(node: Node, options: TreeOptions = {}): RootContent | LetterList {
+export function blockTree(node: Node, options: TreeOptions = {}): RootContent {
   const known = knownSource(options, node);
-  if (known !== null) return raw(known);
+  if (known !== null) return { type: 'verbatim', value: known };
   const { attrs } = node;
   switch (node.type) {
     case nodes.paragraph:

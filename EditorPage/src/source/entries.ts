@@ -15,6 +15,8 @@ export interface Block {
   parsed: Node;
   /** The place of `parsed` in `source`. */
   piece: Piece;
+  /** Where in `source` backslashes stand that are there only because of what was typed last. In ascending order. */
+  guards?: readonly number[];
 }
 
 /** A top-level block of a note: the block as the document shows it, its bytes, and what stands before them. */
@@ -25,6 +27,8 @@ export interface Entry extends Block {
   raw: string;
   /** The bytes between the block before and this one. */
   gap: string;
+  /** A list in the place of this one, with other markers: without them it would be one list with the one before. */
+  insteadOf?: Entry;
 }
 
 /** The entries of a text, and what stands after the last one. */

@@ -6,7 +6,7 @@ import { readBlock, readEntries, type Entry } from './entries';
 import { isFolded } from './folded';
 import { isSame } from './normal';
 import type { Context } from './reconcile';
-import { unify, withLineEnd } from './text';
+import { carryOver, unify, withLineEnd } from './text';
 
 const { nodes } = schema;
 
@@ -124,6 +124,35 @@ export function* separations(joint: Joint, context: Context, lineEnd: string): G
   if (closed && fenced) yield { before: closed, after: fenced, gap: apart };
   const other = /^[ \t]/.test(after.source) || isLowText(after) ? rewritten(after, context, lineEnd) : null;
   if (other) yield { before, after: other, gap: apart };
+}
+
+/** Longer lists do not get other markers. */
+const remarkedLimit = 20_000;
+
+/** A list below another and an empty line, with other markers: the line is there to be written on, and the lists are not one. */
+export function* remarked(joint: Joint, context: Context, lineEnd: string): Generator<Joint> {
+  const { before, after } = joint;
+  const isListed = [before, after].every(({ parsed }) => parsed.type === nodes.list);
+  if (!isListed || after.source.length > remarkedLimit) return;
+  const markers = after.piece.children.map((child) => after.piece.start + child.start);
+  const source = [...markers].reverse().reduce((text, at) => text.slice(0, at) + otherMarker(text.slice(at)), after.source);
+  const block = readBlock(source, nodes.list, context.labels);
+  if (!block || !isSame(block.parsed, after.parsed)) return;
+  yield { ...joint, after: { ...after, ...block, raw: carryOver(after.raw, after.source, source, lineEnd), insteadOf: after } };
+}
+
+/** The text of an item with another marker than its own. */
+function otherMarker(item: string): string {
+  const others: Readonly<Record<string, string>> = { '-': '*', '*': '-', '+': '-', '.': ')', ')': '.' };
+  return item.replace(/^(\d*)([-+*.)])/, (_all, number: string, marker: string) => number + others[marker]);
+}
+
+/** The list that was there before it got other markers, where nothing asks for them any more. */
+export function unremarked({ before, after, gap }: Joint, context: Context): Entry | null {
+  const old = after.insteadOf;
+  if (!old || !isSame(old.parsed, after.parsed)) return null;
+  const isFree = before.parsed.type !== nodes.list || holds({ before, after: old, gap }, context);
+  return isFree ? { ...old, node: after.node, gap: after.gap } : null;
 }
 
 /** What begins a note when nothing stands above it any more that made it text. Null where it stays what it is. */

@@ -1,5 +1,6 @@
 import { Fragment, Mark, type MarkType, type Node } from 'prosemirror-model';
 import { schema } from '../schema';
+import { letterLabel } from '../syntax/letters';
 
 const { nodes, marks } = schema;
 
@@ -25,9 +26,18 @@ function comparable(node: Node): Node {
   return remembered(compared, node, () => {
     const clean = tidy(node);
     if (clean.type === nodes.definition) return withoutIndents(clean);
+    if (isLoneLetter(clean)) return comparable(tidy(asLine(clean)));
     if (clean.isTextblock) return withoutLastLineEnds(mapMarks(clean, samePlainLink));
     return clean.isLeaf ? clean : withContent(clean, mapChildren(clean, comparable));
   });
+}
+
+/** Whether a node is a letter list that is only begun: a file has at least two letters in a list, and a line with one is a line. */
+export const isLoneLetter = (node: Node) => node.type === nodes.letter_list && node.childCount === 1;
+
+function asLine(list: Node): Node {
+  const label = schema.text(`${letterLabel(list.attrs.start)}. `);
+  return nodes.paragraph.create(null, Fragment.from(label).append(list.firstChild!.firstChild!.content));
 }
 
 /** Whether two blocks say the same. */

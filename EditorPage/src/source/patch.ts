@@ -11,6 +11,8 @@ export interface Splice {
   from: number;
   to: number;
   text: string;
+  /** Set where the splice takes away guards and puts in nothing but what was typed. */
+  isUnguarded?: boolean;
 }
 
 export function spliced(source: string, { from, to, text }: Splice): string {

@@ -8,6 +8,7 @@ import { readPart } from './local';
 import { isSame, isSameButLinks, tidy } from './normal';
 import { bracketed, withBrackets } from './angled';
 import { withMovedEdges } from './edges';
+import { withGuards, withoutGuards } from './guards';
 import { inlineSplices, isCoded, spliced, type Splice } from './patch';
 import { quickEdit } from './quick';
 import { linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
@@ -63,9 +64,9 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
         continue;
       }
       const quick = isInline ? quickEdit(block, splice, expected, change.path) : null;
-      if (quick) return { block: quick, settled: null };
+      if (quick) return { block: withGuards(quick, block, splice), settled: null };
       const next = readBack(block, splice, expected, context, linked);
-      if (next) return { block: next, settled: isSame(next.parsed, expected) ? null : change.path };
+      if (next) return { block: withGuards(next, block, splice), settled: isSame(next.parsed, expected) ? null : change.path };
       attempts += 1;
       if (attempts === attemptLimit) break;
     }
@@ -133,11 +134,22 @@ function splices(block: Block, change: Change, pool: Pool): Iterable<Splice> {
   const parent = places.at(-2);
   switch (change.kind) {
     case 'inline':
-      return inlineSplices(block.source, place, change.node, parent ? linePrefix(block.source, parent) : '');
+      return unguardedFirst(block, inlineSplices(block.source, place, change.node, parent ? linePrefix(block.source, parent) : ''));
     case 'attrs':
       return attrSplices(block.source, place, change.node);
     case 'children':
       return childSplices(block.source, place, change, pool);
+  }
+}
+
+/** The most faithful splice first without the guards near it. */
+function* unguardedFirst(block: Block, all: Iterable<Splice>): Generator<Splice> {
+  let isFirst = true;
+  for (const splice of all) {
+    const bare = isFirst ? withoutGuards(block, splice) : null;
+    if (bare) yield bare;
+    yield splice;
+    isFirst = false;
   }
 }
 

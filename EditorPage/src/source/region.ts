@@ -1,7 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import type { Entry } from './entries';
 import { foldedEntry, isFolded, readFolded, sourceOf } from './folded';
-import { holds, isFoldedJointSafe, isRisky, merged, separations, standingFirst, type Joint } from './joins';
+import { holds, isFoldedJointSafe, isRisky, merged, remarked, separations, standingFirst, unremarked, type Joint } from './joins';
 import { isBlank } from './normal';
 import { quickEntry } from './quick';
 import { withLineEnd } from './text';
@@ -199,9 +199,15 @@ function settleJoint(region: Region, index: number, writing: Writing): boolean {
     for (const at of folded) entries.splice(at, 1, ...readFolded(entries[at]!, writing.labels));
     return true;
   }
+  const own = unremarked(joint, writing);
+  if (own) {
+    entries[other] = own;
+    return true;
+  }
   if (!isRisky(joint) || holds(joint, writing)) return false;
 
-  for (const other of separations(joint, writing, writing.lineEnd)) {
+  const ways = [separations, ...(between.length > 0 ? [remarked] : [])];
+  for (const other of ways.flatMap((way) => [...way(joint, writing, writing.lineEnd)])) {
     if (!holds(other, writing)) continue;
     const gap = other.gap === joint.gap ? after.gap : other.gap;
     entries.splice(index, between.length + 2, { ...other.before, gap: before.gap }, ...between, {

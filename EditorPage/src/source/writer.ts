@@ -3,7 +3,8 @@ import { writeBlock, type Style } from '../markdown/write';
 import { schema } from '../schema';
 import { adjusted } from './adjust';
 import { emptyEntry, readBlock, readEntries, type Block, type Entry } from './entries';
-import { isBlank, isSame, tidy } from './normal';
+import { allGuarded } from './guards';
+import { isBlank, isLoneLetter, isSame, tidy } from './normal';
 import type { Pool } from './pool';
 import { inlineSplices, sourceOffsets, spliced } from './patch';
 import { rootPlace } from './place';
@@ -54,18 +55,27 @@ function patched(node: Node, old: Entry, writing: Writing): Block | null {
 }
 
 function entryOf(block: Block, node: Node, old: Entry | undefined, lineEnd: string): Entry {
-  const { source, parsed, piece } = block;
-  const raw = carryOver(old?.raw ?? '', old?.source ?? '', source, lineEnd);
-  if (parsed.eq(node)) return { source, parsed: node, piece, raw, gap: '', node };
-  return { source, parsed, piece, raw, gap: '', node: isSame(parsed, node) ? node : parsed };
+  const raw = carryOver(old?.raw ?? '', old?.source ?? '', block.source, lineEnd);
+  if (block.parsed.eq(node)) return { ...block, parsed: node, raw, gap: '', node };
+  return { ...block, raw, gap: '', node: isSame(block.parsed, node) ? node : block.parsed };
 }
 
 function written(node: Node, old: Entry | undefined, writing: Writing): Block | null {
+  const type = isLoneLetter(node) ? nodes.paragraph : node.type;
   for (const source of candidates(node, old, writing)) {
-    const block = readBlock(source, node.type, writing.labels);
-    if (block && isSame(block.parsed, node)) return block;
+    const block = readBlock(source, type, writing.labels);
+    if (block && isSame(block.parsed, node)) return isNew(old) ? allGuarded(block) : block;
   }
   return null;
+}
+
+/** Whether nothing of a block was written before. */
+const isNew = (old: Entry | undefined): boolean => !old || old.source === '';
+
+/** What a paragraph says letter by letter; null where it is more than that. */
+function plainText(node: Node): string | null {
+  const isPlain = node.type === nodes.paragraph && node.children.every((child) => child.isText && child.marks.length === 0);
+  return isPlain ? node.textContent : null;
 }
 
 /** The block's Markdown, in forms that keep less and less of the older text. */
@@ -75,6 +85,8 @@ function candidates(node: Node, old: Entry | undefined, { pool }: Writing): Set<
   const typed = old && node.type !== old.parsed.type ? withBlankBehindMarker(old) : null;
   if (typed !== null) found.add(typed);
   const clean = tidy(node);
+  const plain = isNew(old) ? plainText(clean) : null;
+  if (plain !== null) found.add(plain);
   const style = styleOf(old?.source ?? '');
   for (const known of [pool.parts, pool.whole, undefined]) {
     found.add(writeBlock(clean, style, known));

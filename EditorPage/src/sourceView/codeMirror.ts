@@ -107,6 +107,11 @@ export class SourceField {
     this.view.dispatch({ selection: EditorSelection.single(from, to), effects: EditorView.scrollIntoView(from, { y: 'center' }) });
   }
 
+  /** Puts a text in place of what is selected, as one step. */
+  insert(text: string): void {
+    this.view.dispatch(this.view.state.replaceSelection(text), { scrollIntoView: true, userEvent: 'input.paste' });
+  }
+
   /** Changes several stretches at once, as one step. */
   change(changes: readonly { from: number; to: number; insert: string }[]): void {
     this.view.dispatch({ changes: [...changes], userEvent: 'input.replace' });

@@ -70,6 +70,11 @@ export class SourceView {
     this.#open?.field.redo();
   }
 
+  /** Puts a text in place of what is selected. */
+  insert(text: string): void {
+    this.#open?.field.insert(text);
+  }
+
   focus(): void {
     this.#open?.field.view.focus();
   }

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import type { Slice } from 'prosemirror-model';
-import { copiedText } from '../../src/clipboard/index';
+import { copiedText, literalText } from '../../src/clipboard/index';
 import { withPlainTables } from '../../src/clipboard/tables';
 import { schema } from '../../src/schema';
 import { situation } from '../commands/onText';
@@ -40,4 +40,23 @@ test('a pasted table becomes a full grid with one head', () => {
     ['table_header a', 'table_header ', 'table_header '],
     ['table_cell b', 'table_cell c', 'table_cell d'],
   ]);
+});
+
+test('cells that reach over rows leave their columns to nobody else', () => {
+  const { table, table_row: row, table_cell: cell, doc } = schema.nodes;
+  const text = (word: string) => schema.text(word);
+  const spanning = table.create(null, [
+    row.create(null, [cell.create({ rowspan: 2 }, text('a')), cell.create(null, text('b'))]),
+    row.create(null, [cell.create(null, text('c'))]),
+    row.create(null, [cell.create({ colspan: 2, rowspan: 9 }, text('d'))]),
+  ]);
+  const shaped = withPlainTables(doc.create(null, spanning).slice(0)).content.firstChild!;
+  assert.deepEqual(shaped.children.map((each) => each.children.map((one) => one.textContent)), [['a', 'b'], ['', 'c'], ['d', '']]);
+});
+
+test('text to be taken letter by letter keeps its lines and its empty lines', () => {
+  const paragraphs = (text: string) => literalText(text).content.content.map((node) => node.textContent);
+  assert.deepEqual(paragraphs('# a\r\n- b'), ['# a\n- b']);
+  assert.deepEqual(paragraphs('a\n\nb\n\n\nc'), ['a', 'b', '', 'c']);
+  assert.deepEqual(paragraphs('a\n'), ['a\n']);
 });

@@ -46,8 +46,32 @@ async function selectAll(): Promise<void> {
   await turn();
 }
 
+/** Note with the caret at its end, text to be taken letter by letter, and the note afterwards. */
+const literal: readonly (readonly [string, string, string])[] = [
+  ['a\n', ' **b** [c](d)', 'a \\*\\*b\\*\\* \\[c]\\(d)\n'],
+  ['a\n\nb\n', '# c\n\n- d', 'a\n\nb# c\n\n\\- d\n'],
+  ['- a\n', '1. b', '- a1. b\n'],
+  ['```\nx\n```\n', '**b**\n\nc', '```\nx**b**\n\nc\n```\n'],
+  [CELLS, 'x|y\n\nz', '| a | b |\n| - | - |\n| c | dx\\|y z |\n'],
+];
+
+const literalTests: Test[] = literal.map(([before, text, after]) => [
+  `pasting ${JSON.stringify(text)} letter by letter into ${JSON.stringify(before)}`,
+  async (recorder) => {
+    open(before);
+    await turn();
+    editor().pasteText(text);
+    await turn();
+    expectEqual(recorder.text, after, 'after the paste');
+    editor().exec('undo');
+    await turn();
+    expectEqual(recorder.text, before, 'after undo');
+  },
+]);
+
 export const clipboardTests: Test[] = [
   ...pasteTests,
+  ...literalTests,
   ['a copied note is its own text', async () => {
     open('*  a\n*  b\n\nc __d__ [[E|f]]\n');
     await selectAll();

@@ -59,29 +59,13 @@ async function clickAll(recorder: Recorder): Promise<void> {
   }
 }
 
-const payloadTests: Test[] = hostilePayloads.map((payload) => [
-  `endures ${JSON.stringify(payload).slice(0, 90)}`,
-  async (recorder) => {
-    await endure(() => open(`före\n\n${payload}\n\nefter\n`));
-    await clickAll(recorder);
-    await endure(() => open(payload));
-    await endure(() => {
-      open('text\n');
-      paste({ 'text/html': `<p>a</p>${payload}<p>b</p>`, 'text/plain': 'a' });
-    });
-    await endure(() => {
-      open('text\n');
-      paste({ 'text/plain': payload });
-    });
-  },
-]);
-
 /** So many payloads share the wait for what comes in later turns. */
-const BATCH = 10;
+const BATCH = 20;
 
-const batches = Array.from({ length: Math.ceil(morePayloads.length / BATCH) }, (_, index) => morePayloads.slice(index * BATCH, (index + 1) * BATCH));
+const all = [...hostilePayloads, ...morePayloads];
+const batches = Array.from({ length: Math.ceil(all.length / BATCH) }, (_, index) => all.slice(index * BATCH, (index + 1) * BATCH));
 
-const batchTests: Test[] = batches.map((payloads) => [
+const payloadTests: Test[] = batches.map((payloads) => [
   `endures ${JSON.stringify(payloads[0]).slice(0, 70)} and ${payloads.length - 1} more`,
   async (recorder) => {
     const ways: ReadonlyArray<(payload: string) => void> = [
@@ -107,10 +91,9 @@ const batchTests: Test[] = batches.map((payloads) => [
 
 export const safetyTests: Test[] = [
   ['three hundred payloads and more are tried', async () => {
-    expect(new Set([...hostilePayloads, ...morePayloads]).size >= 300, `${hostilePayloads.length + morePayloads.length} payloads`);
+    expect(new Set(all).size >= 300, `${all.length} payloads`);
   }],
   ...payloadTests,
-  ...batchTests,
   ['the policy forbids script made from text', async () => {
     let threw = false;
     try {

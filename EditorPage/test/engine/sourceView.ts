@@ -57,6 +57,19 @@ export const sourceViewTests: Test[] = [
     await turn();
     expectEqual(recorder.text, '# Rubrik\n\n* ett **tXYvå**\n\nslut\n', 'typed after going back');
   }],
+  ['text that the host pastes takes the place of what is selected', async (recorder) => {
+    open('ett två\n');
+    await showSource();
+    press(field(), 'a', { ctrlKey: true });
+    editor().pasteText('# x\n');
+    await turn();
+    expectEqual(recorder.text, '# x\n', 'text');
+    editor().exec('undo');
+    await turn();
+    expectEqual(recorder.text, 'ett två\n', 'after undo');
+    editor().exec('source');
+    await turn();
+  }],
   ['what was changed in the source is one step of the history, also where the note looks the same', async (recorder) => {
     open('* ett\n\nslut\n');
     await turn();

@@ -1,0 +1,48 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { played } from './playing';
+
+/** A note, what is played on it, the note afterwards. */
+const cases: readonly (readonly [string, readonly string[], string])[] = [
+  // Lists as they are written.
+  ['‸\n', ['- ett', '<Enter>', 'två', '<Enter>', '<Tab>', 'in', '<Enter>', '<Enter>', 'ut', '<Enter>', '<Enter>', 'slut'], '- ett\n- två\n  - in\n- ut\n\nslut\n'],
+  ['‸\n', ['1. ett', '<Enter>', 'två', '<Enter>', '<Shift-Tab>', 'slut'], '1. ett\n2. två\n\nslut\n'],
+  ['- [x] a‸\n', ['<Enter>', 'b'], '- [x] a\n- [ ] b\n'],
+  ['‸\n', ['{letterList}', 'ett', '<Enter>', 'två', '<Enter>', '<Enter>', 'slut'], 'A. ett\nB. två\n\nslut\n'],
+  ['ett‸\n', ['{letterList}'], 'A. ett\n'],
+  ['- ett\n  - två‸\n', ['{letterList}', '<Enter>', 'tre'], '- ett\n\n  A. två\n  B. tre\n'],
+  // Out of the middle: the items below keep their bytes once something is written between.
+  ['*  a‸\n*  b\n*  c\n', ['<Enter>', '<Enter>', 'x'], '*  a\n\nx\n\n*  b\n*  c\n'],
+  ['1) a‸\n2) b\n', ['<Enter>', '<Enter>', 'x'], '1) a\n\nx\n\n1) b\n'],
+  ['> a‸\n>\n> b\n', ['<Enter>', '<Enter>', 'x'], '> a\n\nx\n\n> b\n'],
+  ['- a\n- ‸\n- c\n', ['<Backspace>', '<Backspace>'], '- a\n- c\n'],
+  // Backspace and Delete at the ends of items.
+  ['- a\n  - b\n- ‸c\n', ['<Backspace>'], '- a\n  - b\n\nc\n'],
+  ['- a\n  - b\n- ‸c\n', ['<Backspace>', '<Backspace>'], '- a\n  - bc\n'],
+  ['- a\n\n‸b\n\n- c\n', ['<Backspace>'], '- ab\n- c\n'],
+  ['A. a\nB. b\n\n‸c\n', ['<Backspace>'], 'A. a\nB. bc\n'],
+  ['- a‸\n- b\n- c\n', ['<Delete>'], '- ab\n- c\n'],
+  ['- a‸\n  - b\n- c\n', ['<Delete>'], '- ab\n- c\n'],
+  ['- a\n  - b‸\n- c\n', ['<Delete>'], '- a\n  - bc\n'],
+  ['a‸\n\n- b\n- c\n', ['<Delete>'], 'ab\n\n- c\n'],
+  ['- a‸\n\nb\n\n- c\n', ['<Delete>'], '- ab\n- c\n'],
+  // Blocks that a line and Enter open.
+  ['‸\n', ['```js', '<Enter>', 'kod'], '```js\nkod\n```\n'],
+  ['‸\n', ['$$', '<Enter>', 'x'], '$$\nx\n$$\n'],
+  ['‸\n', ['|a|b|', '<Enter>', 'c', '<Tab>', 'd', '<Tab>', '<Enter>', 'slut'], '| a | b |\n| - | - |\n| c | d |\n\nslut\n'],
+  // A note that is written after the place that refers to it.
+  ['‸\n', ['a[^1] b', '<Enter>', '[^1]: c'], 'a[^1] b\n\n[^1]: c\n'],
+  // What needs no backslash in the end has none, wherever it was typed.
+  ['‸\n', ['- ', '1.5 dl', '<Enter>', '+46', '<Enter>', '#tagg', '<Enter>', '-5 grader'], '- 1.5 dl\n- +46\n- #tagg\n- -5 grader\n'],
+  ['> ‸\n', ['1.5 dl', '<Enter>', '#tagg'], '> 1.5 dl\n>\n> #tagg\n'],
+];
+
+for (const [before, acts, after] of cases) {
+  test(`${acts.join(' ')} on ${JSON.stringify(before)}`, () => {
+    assert.equal(played(before, ...acts).text, after);
+  });
+}
+
+test('the caret stays where the list was left', () => {
+  assert.equal(played('- a‸\n- b\n', '<Enter>', '<Enter>').shown, '- a\n\n‸\n\n- b');
+});
