@@ -10,7 +10,7 @@ import { receiveImage } from './images/plugin';
 import { SourceView } from './sourceView/sourceView';
 
 /** Actions of the page that the host's menus may send beside the commands that change the note. */
-type Actions = Readonly<Record<string, () => void>>;
+type Actions = Readonly<Record<string, (value?: string | number) => void>>;
 
 export class Page implements VaultEditor {
   #find: FindBar;
@@ -36,6 +36,7 @@ export class Page implements VaultEditor {
       findPrevious: () => this.#find.step(-1),
       source: () => void this.#source.toggle(),
       counts: () => this.#toggleCounts(),
+      showMatch: (text) => this.#find.point(String(text ?? '')),
     };
     window.addEventListener('keydown', (event) => this.#key(event), true);
   }
@@ -54,7 +55,7 @@ export class Page implements VaultEditor {
   /** Runs an action of the page, or one of the toolbar's commands; unknown ones do nothing. */
   exec(command: string, value?: string | number): void {
     const action = Object.hasOwn(this.#actions, command) ? this.#actions[command] : undefined;
-    if (action) action();
+    if (action) action(value);
     else if (!this.#source.isOpen) this.editor.exec(command, value);
     else if (command === 'undo') this.#source.undo();
     else if (command === 'redo') this.#source.redo();

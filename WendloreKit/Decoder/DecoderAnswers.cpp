@@ -1,8 +1,8 @@
 #include "Decoder/DecoderAnswers.h"
 
 #include "Decoder/DecoderTask.h"
-#include "Decoder/HeifPicture.h"
 #include "Decoder/Picture.h"
+#include "Decoder/RasterPicture.h"
 
 namespace wendlore {
 
@@ -22,10 +22,25 @@ Value next(QDataStream& question)
     return value;
 }
 
+/// Whether the question is about the pages of a document.
+bool needsPages(DecoderTask task)
+{
+    return task != DecoderTask::openPdf && task != DecoderTask::decodePicture &&
+           task != DecoderTask::sketchPicture && task != DecoderTask::nextFrame;
+}
+
+/// Brings the picture's pixels to where they are looked for.
+void place(const QImage& picture, std::span<uchar> memory)
+{
+    if (!picture.isNull() && picture.constBits() != memory.data())
+        std::copy_n(picture.constBits(), picture.sizeInBytes(), memory.data());
+}
+
 } // namespace
 
-DecoderAnswers::DecoderAnswers(QByteArray file)
+DecoderAnswers::DecoderAnswers(QByteArray file, std::span<uchar> memory)
     : m_file(std::move(file))
+    , m_memory(memory)
     , m_pdf(m_file)
 {}
 
@@ -33,8 +48,7 @@ DecoderMessage DecoderAnswers::to(const QByteArray& question)
 {
     QDataStream stream(question);
     const auto task = next<DecoderTask>(stream);
-    const bool needsPages = task != DecoderTask::openPdf && task != DecoderTask::decodePicture;
-    if (needsPages && !m_pdf.isOpen())
+    if (needsPages(task) && !m_pdf.isOpen())
         return {};
     switch (task) {
     case DecoderTask::openPdf:
@@ -50,7 +64,11 @@ DecoderMessage DecoderAnswers::to(const QByteArray& question)
     case DecoderTask::linksOfPage:
         return linksOfPage(stream);
     case DecoderTask::decodePicture:
-        return decodePicture(stream);
+        return decodePicture();
+    case DecoderTask::sketchPicture:
+        return sketchPicture();
+    case DecoderTask::nextFrame:
+        return nextFrame();
     }
     return {};
 }
@@ -93,10 +111,33 @@ DecoderMessage DecoderAnswers::linksOfPage(QDataStream& question)
     return answer(m_pdf.links(next<int>(question)));
 }
 
-DecoderMessage DecoderAnswers::decodePicture(QDataStream& question)
+DecoderMessage DecoderAnswers::decodePicture()
 {
-    m_picture = readyToDraw(heifPicture(m_file, next<qint64>(question)));
-    return messageOf(m_picture);
+    const QImage picture = rasterPicture(m_file, m_memory);
+    place(picture, m_memory);
+    return answer(picture.size(), picture.hasAlphaChannel(), MovingPicture::isIn(m_file));
+}
+
+DecoderMessage DecoderAnswers::sketchPicture()
+{
+    const PictureSketch sketch = rasterSketch(m_file, m_memory);
+    m_picture = sketch.picture;
+    DecoderMessage message = messageOf(m_picture);
+    message.values += decoderValues(sketch.size);
+    return message;
+}
+
+DecoderMessage DecoderAnswers::nextFrame()
+{
+    if (!m_movingPicture)
+        m_movingPicture.emplace(m_file);
+    const auto frame = m_movingPicture->next();
+    if (!frame)
+        return {};
+    m_picture = frame->picture;
+    DecoderMessage message = messageOf(m_picture);
+    message.values += decoderValues(frame->milliseconds);
+    return message;
 }
 
 } // namespace wendlore

@@ -1,9 +1,13 @@
 #pragma once
 
 #include "Decoder/DecoderWire.h"
+#include "Decoder/MovingPicture.h"
 #include "Decoder/PdfFile.h"
 
 #include <QImage>
+
+#include <optional>
+#include <span>
 
 class QDataStream;
 
@@ -13,7 +17,8 @@ namespace wendlore {
 class DecoderAnswers final
 {
 public:
-    explicit DecoderAnswers(QByteArray file);
+    /// `memory` is where the pixels of a picture go, if it is asked for.
+    explicit DecoderAnswers(QByteArray file, std::span<uchar> memory = {});
 
     /// The answer, valid until the next question; empty where there is none.
     [[nodiscard]] DecoderMessage to(const QByteArray& question);
@@ -25,10 +30,14 @@ private:
     [[nodiscard]] DecoderMessage textBetween(QDataStream& question);
     [[nodiscard]] DecoderMessage findText(QDataStream& question);
     [[nodiscard]] DecoderMessage linksOfPage(QDataStream& question);
-    [[nodiscard]] DecoderMessage decodePicture(QDataStream& question);
+    [[nodiscard]] DecoderMessage decodePicture();
+    [[nodiscard]] DecoderMessage sketchPicture();
+    [[nodiscard]] DecoderMessage nextFrame();
 
     QByteArray m_file;
+    std::span<uchar> m_memory;
     PdfFile m_pdf;
+    std::optional<MovingPicture> m_movingPicture;
     QImage m_picture;
 };
 

@@ -14,7 +14,10 @@ enum class DecoderTask : quint8 {
     textBetween,   ///< two points; gives the text and its places
     findText,      ///< page, words; gives the places
     linksOfPage,   ///< page; gives the links
-    decodePicture, ///< the most bytes that the picture may take; gives a picture
+    decodePicture, ///< gives the picture's size (empty: there is none), whether parts of it can be seen
+                   ///< through, and whether it moves; its pixels are in the memory for them
+    sketchPicture, ///< of a large photograph: gives a picture, coarser than it, and the photograph's size
+    nextFrame,     ///< of a moving picture; gives a picture and how many milliseconds it is shown
 };
 
 /// `values` as they are sent: a question when the first of them is its task, or an answer.

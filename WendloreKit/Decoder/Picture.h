@@ -8,6 +8,9 @@
 
 namespace wendlore {
 
+/// Of a picture that is ready to be drawn.
+inline constexpr int bytesPerPixel = 4;
+
 /// `image` in the screen's colours and a format that is drawn quickly.
 [[nodiscard]] inline QImage readyToDraw(QImage image)
 {
@@ -29,12 +32,11 @@ namespace wendlore {
 /// The picture that a message carries; null when it carries none.
 [[nodiscard]] inline QImage pictureOf(DecoderMessage message)
 {
-    constexpr qint64 bytesPerPixel = 4;
     QSize size;
     bool hasAlpha = false;
     if (!readAnswer(message.values, size, hasAlpha) || size.isEmpty() ||
         size.width() > DecoderWire::maximumPixels / bytesPerPixel / size.height() ||
-        message.pixels.size() != bytesPerPixel * size.width() * size.height())
+        message.pixels.size() != qint64(bytesPerPixel) * size.width() * size.height())
         return {};
     auto* pixels = new QByteArray(std::move(message.pixels));
     return QImage(

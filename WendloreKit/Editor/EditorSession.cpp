@@ -48,6 +48,7 @@ EditorSession::EditorSession(AppState& appState, WebEditorController& controller
     connect(&appState, &AppState::aboutToMove, this, &EditorSession::flush);
     connect(&appState, &AppState::didMove, this, &EditorSession::didMove);
     connect(&appState, &AppState::didDelete, this, &EditorSession::didDelete);
+    connect(&appState, &AppState::searchHitOpened, this, &EditorSession::showMatch);
     connect(&appState, &AppState::typographyThemeChanged, this,
             [this] { m_controller.setTypography(m_appState.typographyTheme()); });
 }
@@ -143,6 +144,7 @@ void EditorSession::didRead(const std::optional<QString>& read)
     }
     takeOver(read);
     takeFocus();
+    showMatch();
     Q_EMIT loaded();
 }
 
@@ -202,6 +204,15 @@ void EditorSession::takeFocus()
     m_controller.focus();
     m_appState.setPendingFocusFile(std::nullopt);
     Q_EMIT focusTaken();
+}
+
+void EditorSession::showMatch()
+{
+    if (!isShown() || m_read)
+        return;
+    const QString text = m_appState.takeSoughtText(*m_fileURL);
+    if (!text.isEmpty())
+        m_controller.exec(u"showMatch"_s, text);
 }
 
 bool EditorSession::isShown() const

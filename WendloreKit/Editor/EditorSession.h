@@ -93,6 +93,8 @@ private:
     void takeOver(const std::optional<QString>& read);
     void show(const QString& text);
     void takeFocus();
+    /// Goes to what the search found in the note.
+    void showMatch();
     /// True when the page shows the note that is edited, rather than one that was left.
     [[nodiscard]] bool isShown() const;
     void handleLink(const QString& href, bool isWiki, const FileURL& note);

@@ -34,18 +34,28 @@ QByteArray decoderProgram()
     return {};
 }
 
-/// Starts the program with `socket` as its input and `file` beside it, and nothing else that is open here.
-pid_t start(int socket, int file)
+/// The same open file, at a place that is none of those that the decoder expects something at.
+Descriptor outOfTheWay(int descriptor)
+{
+    constexpr int firstFree = decoder::pixelsDescriptor + 1;
+    return Descriptor(FileSystemCalls::real(), ::fcntl(descriptor, F_DUPFD_CLOEXEC, firstFree));
+}
+
+/// Starts the program with `socket` as its input, `file` and `pixels` beside it, and nothing else that is
+/// open here.
+pid_t start(int socket, int file, int pixels)
 {
     static QByteArray program = decoderProgram();
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
-    // In this order: the file's place may be the one that the socket has now.
     ::posix_spawn_file_actions_adddup2(&actions, socket, STDIN_FILENO);
     ::posix_spawn_file_actions_adddup2(&actions, file, decoder::fileDescriptor);
+    if (pixels != -1)
+        ::posix_spawn_file_actions_adddup2(&actions, pixels, decoder::pixelsDescriptor);
     for (const int output : {STDOUT_FILENO, STDERR_FILENO})
         ::posix_spawn_file_actions_addopen(&actions, output, "/dev/null", O_WRONLY, 0);
-    ::posix_spawn_file_actions_addclosefrom_np(&actions, decoder::fileDescriptor + 1);
+    ::posix_spawn_file_actions_addclosefrom_np(&actions, pixels == -1 ? decoder::pixelsDescriptor
+                                                                      : decoder::pixelsDescriptor + 1);
     char* const arguments[] = {program.data(), nullptr};
     pid_t process = -1;
     if (program.isEmpty() ||
@@ -57,14 +67,14 @@ pid_t start(int socket, int file)
 
 } // namespace
 
-DecoderProcess::DecoderProcess(int file)
+DecoderProcess::DecoderProcess(int file, int pixels)
 {
     int ends[2] = {-1, -1};
     if (file < 0 || ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == -1)
         return;
     m_wire.emplace(ends[0]);
-    const Descriptor other(FileSystemCalls::real(), ends[1]);
-    m_process = start(other.get(), file);
+    const Descriptor end(FileSystemCalls::real(), ends[1]);
+    m_process = start(outOfTheWay(end.get()).get(), outOfTheWay(file).get(), outOfTheWay(pixels).get());
 }
 
 DecoderProcess::~DecoderProcess()
@@ -96,6 +106,15 @@ Descriptor memoryFile(const QByteArray& bytes)
         at += count;
     }
     return file;
+}
+
+Descriptor memoryOfSize(qint64 size)
+{
+    FileSystemCalls& calls = FileSystemCalls::real();
+    Descriptor file(calls, ::memfd_create("wendlores", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    const bool isMade = file.isOpen() && calls.truncate(file.get(), size) == 0 &&
+                        ::fcntl(file.get(), F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL) == 0;
+    return isMade ? std::move(file) : Descriptor(calls);
 }
 
 std::chrono::milliseconds maximumDecodingTime()

@@ -15,8 +15,9 @@ namespace wendlore {
 class DecoderProcess final
 {
 public:
-    /// `file` is what it reads, from its beginning.
-    explicit DecoderProcess(int file);
+    /// `file` is what it reads, from its beginning, and `pixels` the memory for a picture, if it is asked for
+    /// one.
+    explicit DecoderProcess(int file, int pixels = -1);
     /// Ends the process, whatever it is doing.
     ~DecoderProcess();
     Q_DISABLE_COPY_MOVE(DecoderProcess)
@@ -32,6 +33,8 @@ private:
 
 /// `bytes` as a file that only this program and what it starts can see.
 [[nodiscard]] Descriptor memoryFile(const QByteArray& bytes);
+/// A file of `size` bytes that takes memory as it is filled, and which nobody can make shorter.
+[[nodiscard]] Descriptor memoryOfSize(qint64 size);
 
 /// How long one answer may take.
 [[nodiscard]] std::chrono::milliseconds maximumDecodingTime();

@@ -131,7 +131,7 @@ void SearchView::openCurrentResult()
 void SearchView::open(const QModelIndex& result)
 {
     if (result.isValid())
-        m_state.setSelectedFile(m_model->noteAt(result));
+        m_state.openSearchHit(m_model->noteAt(result));
 }
 
 } // namespace wendlore

@@ -163,6 +163,10 @@ public:
     void performSearch();
     /// The same without waiting: the results come when they are found, those of the last query only.
     void performSearchInBackground();
+    /// Opens a note that was found, where it shows what was looked for.
+    void openSearchHit(const FileURL& note);
+    /// What was looked for when `note` was opened; asked once, and empty for any other note.
+    [[nodiscard]] QString takeSoughtText(const FileURL& note);
     /// Whether results are still to come.
     [[nodiscard]] bool isSearching() const { return m_search != nullptr; }
     /// The names of the bucket's Markdown notes, without their extension, each once, in order.
@@ -178,6 +182,8 @@ Q_SIGNALS:
     void searchResultsChanged();
     void isSearchingChanged();
     void pendingFocusFileChanged();
+    /// A note was opened from the search, or once more.
+    void searchHitOpened();
     void pendingVaultsChanged();
     void typographyThemeChanged();
     void editorZoomChanged();
@@ -241,6 +247,8 @@ private:
     std::vector<SearchHit> m_searchResults;
     std::unique_ptr<ScheduledTask> m_search;
     std::optional<FileURL> m_pendingFocusFile;
+    /// The note that was opened from the search last, and what was looked for; until its editor asks.
+    std::optional<std::pair<FileURL, QString>> m_openedHit;
     std::vector<SyncedVaultEntry> m_pendingVaults;
     std::optional<FileURL> m_selectedFolder;
     TypographyTheme m_typographyTheme = TypographyTheme::standard();

@@ -6,6 +6,8 @@
 #include "Vault/NoteNames.h"
 #include "Vault/NoteSearch.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
@@ -51,6 +53,19 @@ void AppState::performSearchInBackground()
         };
     };
     store(m_search, m_services.scheduler.inBackground(find), &AppState::isSearchingChanged);
+}
+
+void AppState::openSearchHit(const FileURL& note)
+{
+    m_openedHit = {note, wantedText()};
+    setSelectedFile(note);
+    Q_EMIT searchHitOpened();
+}
+
+QString AppState::takeSoughtText(const FileURL& note)
+{
+    const auto hit = std::exchange(m_openedHit, std::nullopt);
+    return hit && hit->first == note ? hit->second : QString();
 }
 
 QStringList AppState::noteNames() const

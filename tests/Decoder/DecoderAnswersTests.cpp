@@ -3,6 +3,7 @@
 #include "Decoder/DecoderTask.h"
 #include "Decoder/Picture.h"
 #include "Support/PdfFiles.h"
+#include "Support/Pictures.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -41,7 +42,36 @@ private Q_SLOTS:
         QList<PdfLink> links;
         QVERIFY(readAnswer(answers.to(decoderValues(DecoderTask::linksOfPage, 0)).values, links));
         QVERIFY(links.isEmpty());
-        QVERIFY(pictureOf(answers.to(decoderValues(DecoderTask::decodePicture, qint64(1 << 20)))).isNull());
+    }
+
+    void aPictureLiesInTheMemoryForIt()
+    {
+        QByteArray memory(96 * 64 * 4, 'x');
+        const auto decoded = [&memory](const QByteArray& file) {
+            DecoderAnswers answers(file, {reinterpret_cast<uchar*>(memory.data()), size_t(memory.size())});
+            QSize size;
+            bool hasAlpha = true;
+            bool moves = true;
+            const DecoderMessage answer = answers.to(decoderValues(DecoderTask::decodePicture));
+            return readAnswer(answer.values, size, hasAlpha, moves) && !hasAlpha && !moves ? size
+                                                                                           : QSize(1, 1);
+        };
+
+        QCOMPARE(decoded(twoHalves(u"a.gif"_s)), QSize(96, 64));
+        QCOMPARE(memory.first(4), QByteArray("\x00\x00\xff\xff", 4));
+        QCOMPARE(memory.last(4), QByteArray("\xff\x00\x00\xff", 4));
+        QVERIFY(decoded(pdfOf({u"Ett"_s})).isEmpty());
+    }
+
+    void theFramesOfAMovingPictureFollowEachOther()
+    {
+        DecoderAnswers answers(movingFile(u"a.gif"_s, 0));
+        for (const QColor color : {QColor(Qt::red), QColor(Qt::blue), QColor(Qt::red)}) {
+            const DecoderMessage answer = answers.to(decoderValues(DecoderTask::nextFrame));
+            QCOMPARE(pictureOf(answer).pixelColor(8, 8), color);
+        }
+        DecoderAnswers others("hej");
+        QVERIFY(others.to(decoderValues(DecoderTask::nextFrame)).values.isEmpty());
     }
 
     void whatIsNoQuestionHasNone()

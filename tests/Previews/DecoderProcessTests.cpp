@@ -41,6 +41,18 @@ private Q_SLOTS:
         QTRY_VERIFY(childrenOfThis().isEmpty());
     }
 
+    void itGivesUpItsRightsBeforeItReads()
+    {
+        DecoderProcess process(memoryFile("hej").get());
+        QVERIFY(process.ask(decoderValues(DecoderTask::openPdf, QString()), QuickLookLimits(1min)));
+
+        QFile status(u"/proc/%1/status"_s.arg(QString::fromLatin1(childrenOfThis())));
+        QVERIFY(status.open(QIODevice::ReadOnly));
+        const QByteArray rights = status.readAll();
+
+        QVERIFY2(rights.contains("NoNewPrivs:\t1\n") && rights.contains("Seccomp:\t2\n"), rights);
+    }
+
     void thereIsNoAnswerWhenTheTimeIsOver()
     {
         DecoderProcess process(memoryFile("hej").get());

@@ -119,6 +119,7 @@ private Q_SLOTS:
                           search.results().visualRect(second).center());
 
         QCOMPARE(search.state.selectedFile(), search.bucket.file(u"Möte.md"_s));
+        QCOMPARE(search.state.takeSoughtText(search.bucket.file(u"Möte.md"_s)), u"anna"_s);
     }
 
     void theKeyboardReachesAndOpensResults()

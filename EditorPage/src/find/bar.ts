@@ -14,6 +14,8 @@ export class FindBar {
   #target: FindTarget;
   /** Whether the search has found nothing yet, and goes on. */
   #awaitsFirst = false;
+  /** Whether what was found is marked without the bar. */
+  #isPointing = false;
 
   constructor(
     private root: HTMLElement,
@@ -48,8 +50,23 @@ export class FindBar {
     return this.dom.isConnected;
   }
 
+  /** Goes to the first place that says `text` and marks all of them, until the user does something in the note. */
+  point(text: string): void {
+    this.#find.value = text;
+    for (const one of [this.#case, this.#words]) one.setAttribute('aria-pressed', 'false');
+    this.#isPointing = !this.isOpen;
+    this.#search();
+  }
+
+  #endPointing(): void {
+    if (!this.#isPointing) return;
+    this.#isPointing = false;
+    this.#target.search(null);
+  }
+
   /** Shows the bar with the selected text in it, and the row for replacing where that is wanted. */
   open(withReplace: boolean): void {
+    this.#isPointing = false;
     const selected = this.#target.selectedText();
     this.#replaceRow.hidden = !withReplace && (!this.isOpen || this.#replaceRow.hidden);
     if (!this.isOpen) this.root.append(this.dom);
@@ -84,7 +101,8 @@ export class FindBar {
 
   /** The note, or what was found in it, has changed. */
   refresh(): void {
-    if (!this.isOpen) return;
+    if (this.#isPointing && !this.#target.isSearching) this.#isPointing = false;
+    if (!this.isOpen && !this.#isPointing) return;
     if (this.#target.isSearching || this.#find.value === '') this.#takeIn(this.#target.findings());
     else this.#show(this.#target.search(this.#query(), true));
   }
@@ -128,6 +146,7 @@ export class FindBar {
     this.#find.addEventListener('input', () => this.#search());
     for (const one of [this.#case, this.#words]) one.addEventListener('click', () => this.#search());
     this.dom.addEventListener('keydown', (event) => this.#key(event));
+    for (const kind of ['pointerdown', 'keydown', 'beforeinput']) this.root.addEventListener(kind, () => this.#endPointing(), true);
   }
 
   #key(event: KeyboardEvent): void {

@@ -12,12 +12,13 @@ const key = (name: string) => new Key(name);
 
 const codes: Readonly<Record<string, number>> = { Enter: 13, Tab: 9, Backspace: 8, Shift: 16, ArrowUp: 38, ArrowDown: 40, Delete: 46 };
 
-function press({ name }: Key): void {
+/** Presses a key; false when the page took it. */
+function press({ name }: Key): boolean {
   const held = name.split('+');
   const last = held.pop()!;
   const keyCode = codes[last] ?? last.toUpperCase().charCodeAt(0);
   const flags = { ctrlKey: held.includes('Ctrl'), altKey: held.includes('Alt'), shiftKey: held.includes('Shift') || last === 'Shift' };
-  surface().dispatchEvent(new KeyboardEvent('keydown', { key: last, keyCode, ...flags, bubbles: true, cancelable: true } as KeyboardEventInit));
+  return surface().dispatchEvent(new KeyboardEvent('keydown', { key: last, keyCode, ...flags, bubbles: true, cancelable: true } as KeyboardEventInit));
 }
 
 async function act(steps: readonly (string | Key)[]): Promise<void> {
@@ -75,6 +76,16 @@ const typingTests: Test[] = cases.map(([what, before, steps, after]) => [
 
 export const comfortTests: Test[] = [
   ...typingTests,
+  ['Tab in running text stays in the note, and goes to a control of it', async (recorder) => {
+    const isTaken = (one: Key): boolean => !press(one);
+    open('a\n\nb\n');
+    await turn();
+    recorder.clear();
+    expectEqual([isTaken(tab), isTaken(key('Shift+Tab')), recorder.of('changed').length], [true, true, 0], 'taken, and told');
+    open('![v](https://www.youtube.com/watch?v=dQw4w9WgXcQ)\n\nb\n');
+    await turn();
+    expectEqual([isTaken(tab), isTaken(key('Shift+Tab'))], [true, false], 'taken behind a control');
+  }],
   ['text pasted with Shift is taken letter by letter', async (recorder) => {
     open('a\n');
     await turn();

@@ -43,6 +43,28 @@ export const findTests: Test[] = [
     expectEqual(document.querySelectorAll('.find-match').length, 0, 'drawn after Escape');
     expectEqual(getSelection()?.toString(), 'MÖTE', 'selected after Escape');
   }],
+  ['a note from the search is shown where it holds the text, until something is done in it', async (recorder) => {
+    open(`${'ett stycke\n\n'.repeat(400)}här ligger NÅLEN och nålen\n`);
+    (document.activeElement as HTMLElement).blur();
+    recorder.clear();
+    editor().exec('showMatch', 'nålen');
+    for (let frames = 0; frames < 3; frames++) await new Promise((resolve) => requestAnimationFrame(resolve));
+    expect(bar() === null, 'the bar is there');
+    const marked = [...document.querySelectorAll('.find-match')];
+    expectEqual(marked.map((one) => one.textContent), ['NÅLEN', 'nålen'], 'marked');
+    const { top, bottom } = marked[0]!.getBoundingClientRect();
+    expect(top > 0 && bottom < innerHeight, `the match is at ${top}`);
+    expectEqual(recorder.of('changed').length + recorder.of('edited').length, 0, 'changes told');
+    surface().dispatchEvent(new PointerEvent('pointerdown', { bubbles: true }));
+    expectEqual(document.querySelectorAll('.find-match').length, 0, 'marked after a click');
+  }],
+  ['what is not in the note, and the next note, are not marked', async () => {
+    open('ett\n');
+    editor().exec('showMatch', 'saknas');
+    open('saknas\n');
+    await turn();
+    expectEqual(document.querySelectorAll('.find-match').length, 0, 'marked');
+  }],
   ['nothing found is said', async () => {
     await look('a\n', 'b');
     expectEqual(status(), 'Inga träffar', 'status');
