@@ -8,6 +8,15 @@
 
 namespace wendlore {
 
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The window shows the program's own changes first, and changes in a row are followed by one reading.
+constexpr auto pause = 300ms;
+
+} // namespace
+
 BucketTree::BucketTree(Scheduler& scheduler, std::function<void()> changed)
     : m_scheduler(scheduler)
     , m_changed(std::move(changed))
@@ -54,11 +63,12 @@ void BucketTree::update(const std::function<bool(Nodes&, const FileURL&)>& chang
     ++m_demands;
     if (change(*m_nodes, m_bucket))
         m_changed();
-    startReading();
+    m_pause = m_scheduler.after(pause, [this] { startReading(); });
 }
 
 void BucketTree::startReading()
 {
+    m_pause.reset();
     if (m_reading)
         return; // when that one ends, it sees that it is old
     const auto read = [this, bucket = m_bucket, shown = std::shared_ptr<const Nodes>(m_nodes),

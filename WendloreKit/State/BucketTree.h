@@ -28,7 +28,7 @@ public:
     /// The same, of the bucket that was read last, without waiting; calls `then` when what a reading that
     /// began after this call found is shown.
     void readInBackground(std::function<void()> then);
-    /// Shows what `folder` holds now, and in the background what else has changed.
+    /// Shows what `folder` holds now, and soon after, read in the background, what else has changed.
     void updateFolder(const FileURL& folder);
     /// The same for both ends of a move.
     void updateMoved(const FileURL& from, const FileURL& to);
@@ -47,6 +47,7 @@ private:
     /// Shared only with a reading in the background, which compares with it.
     std::shared_ptr<Nodes> m_nodes = std::make_shared<Nodes>();
     int m_demands = 0; ///< what a reading found that began before the last of these may be old
+    std::unique_ptr<ScheduledTask> m_pause; ///< before a reading that nobody waits for
     std::unique_ptr<ScheduledTask> m_reading;
     std::vector<std::function<void()>> m_waiting;
 };
