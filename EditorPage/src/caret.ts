@@ -36,5 +36,7 @@ export function placeBehind(doc: Node, start: number, end: number, letters: stri
       place = pos + at + 1;
     }
   });
-  return found === wanted.length ? place : null;
+  if (found === wanted.length) return place;
+  // What was no text may have become text.
+  return wanted.includes(OTHER) ? placeBehind(doc, start, end, letters.replaceAll(OTHER, '')) : null;
 }

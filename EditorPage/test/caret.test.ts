@@ -25,6 +25,10 @@ test('blanks that have gone do not hold the caret back, and those behind it are 
   assert.equal(moved('```\na\n\nb\n```\n', 3, 'a\n\nb\n'), 4);
 });
 
+test('what was no text may have become some', () => {
+  assert.equal(moved('a $x$b c\n', 5, 'a \\$x\\$b c\n'), 7);
+});
+
 test('where the letters are no more there is no such place', () => {
   assert.equal(moved('ab\n', 3, 'a c\n'), null);
 });
