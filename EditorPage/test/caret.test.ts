@@ -18,7 +18,13 @@ test('the caret stays behind its letters as markers become visible', () => {
   assert.equal(moved('ab\ncd\n', 5, 'A. ab cd\n'), 8);
 });
 
-test('where the letters are no more, or there were none, there is no such place', () => {
+test('blanks that have gone do not hold the caret back, and those behind it are kept before it', () => {
+  assert.equal(moved('```\n  a b\n```\n', 5, 'a b\n'), 3);
+  assert.equal(moved('a b \n\nc\n', 3, 'a bc\n'), 3);
+  assert.equal(moved('ab\n', 1, 'ab\n'), 1);
+  assert.equal(moved('```\na\n\nb\n```\n', 3, 'a\n\nb\n'), 4);
+});
+
+test('where the letters are no more there is no such place', () => {
   assert.equal(moved('ab\n', 3, 'a c\n'), null);
-  assert.equal(moved('ab\n', 1, 'ab\n'), null);
 });
