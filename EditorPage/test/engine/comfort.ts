@@ -10,7 +10,7 @@ class Key {
 
 const key = (name: string) => new Key(name);
 
-const codes: Readonly<Record<string, number>> = { Enter: 13, Tab: 9, Backspace: 8, Shift: 16, ArrowUp: 38, ArrowDown: 40 };
+const codes: Readonly<Record<string, number>> = { Enter: 13, Tab: 9, Backspace: 8, Shift: 16, ArrowUp: 38, ArrowDown: 40, Delete: 46 };
 
 /** Presses a key; false when the page took it. */
 function press({ name }: Key): boolean {
@@ -57,6 +57,10 @@ const cases: readonly (readonly [string, string, readonly (string | Key)[], stri
   ['struck by its keys', 'a\n', [' ', key('Ctrl+Shift+x'), 'b', key('Ctrl+Shift+x'), ' c'], 'a ~~b~~ c\n'],
   ['a heading by Ctrl+Alt+2 and text again', 'a\n', [key('Ctrl+Alt+2'), 'b', enter, 'c', key('Ctrl+Alt+3'), key('Ctrl+Alt+0')], '## ab\n\nc\n'],
   ['a link by its letters', 'a\n', [' [b](c.md) d'], 'a [b](c.md) d\n'],
+  ['a picture and a formula by their letters', 'a\n', [' ![b](c.png) $x^2$ d'], 'a ![b](c.png) $x^2$ d\n'],
+  ['lines that begin like markers', 'a\n', [enter, '1.5 dl', enter, '#tagg', enter, '- ', '+46 70'], 'a\n\n1.5 dl\n\n#tagg\n\n- +46 70\n'],
+  ['a list left in its middle', '*  a\n*  b\n', [key('Alt+ArrowUp'), enter, enter, 'c'], '*  b\n\nc\n\n*  a\n'],
+  ['a line of a list joined with the next', '- a\n- b\n', [key('Alt+ArrowUp'), key('Delete')], '- ba\n'],
   ['a word before an embed with its width', '![[bild.png|300]]\n', [' å'], '![[bild.png|300]] å\n'],
 ];
 
