@@ -93,6 +93,9 @@ private Q_SLOTS:
     void savesWithoutConflict();
     void aNoteThatIsGoneIsMadeAgain();
     void anotherVersionGoesToAConflictCopy();
+    void aVersionThatArrivesDuringTheSaveIsKeptToo_data();
+    void aVersionThatArrivesDuringTheSaveIsKeptToo();
+    void aNoteThatNeverRestsIsLeftForLater();
     void aConflictIsLoggedWithTheNumbersOfCharacters();
     void bytesThatAreNotUtf8AreKept();
     void bytesThatAreNotUtf8BecomeACopyWhenTheyCannotBeKept();
@@ -149,6 +152,49 @@ void NoteSaverTests::anotherVersionGoesToAConflictCopy()
     QCOMPARE(f.bucket.read(copyName), "\xEF\xBB\xBF"
                                       "deras\r\n");
     QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+}
+
+void NoteSaverTests::aVersionThatArrivesDuringTheSaveIsKeptToo_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QStringList>("names");
+    const QString secondName = u"Möte (konflikt Annas dator 2025-03-14 0932 2).md"_s;
+    QTest::newRow("ours before") << QByteArray("gammalt") << QStringList{copyName, u"Möte.md"_s};
+    QTest::newRow("a conflict before")
+        << QByteArray("deras första") << QStringList{secondName, copyName, u"Möte.md"_s};
+}
+
+void NoteSaverTests::aVersionThatArrivesDuringTheSaveIsKeptToo()
+{
+    QFETCH(const QByteArray, before);
+    QFETCH(const QStringList, names);
+    Fixture f(before);
+    f.coordinator.afterNextRead = [&f] { f.bucket.write(u"Möte.md"_s, "deras sista"); };
+
+    const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+
+    QVERIFY(result.isKept);
+    QCOMPARE(f.bucket.names(), names);
+    QCOMPARE(result.conflictCopy, f.bucket.file(names.first()));
+    QCOMPARE(f.bucket.read(names.first()), "deras sista");
+    QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+}
+
+void NoteSaverTests::aNoteThatNeverRestsIsLeftForLater()
+{
+    Fixture f("gammalt");
+    int version = 0;
+    std::function<void()> change = [&] {
+        f.bucket.write(u"Möte.md"_s, "version " + QByteArray::number(++version));
+        f.coordinator.afterNextRead = change;
+    };
+    f.coordinator.afterNextRead = change;
+
+    const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+
+    QVERIFY(!result.isKept);
+    QVERIFY(!result.conflictCopy.isEmpty());
+    QCOMPARE(f.bucket.read(u"Möte.md"_s), "version " + QByteArray::number(version));
 }
 
 void NoteSaverTests::aConflictIsLoggedWithTheNumbersOfCharacters()
