@@ -244,6 +244,15 @@ void keepConverted(const QString& document)
         qFatal("cannot keep the pages of %s", qPrintable(document));
 }
 
+void showEmpty(QWidget& window)
+{
+    window.setLayout(new QVBoxLayout);
+    window.layout()->setContentsMargins(0, 0, 0, 0);
+    window.resize(windowSize);
+    window.show();
+    QApplication::processEvents();
+}
+
 /// As in the program after a file that a decoder has read.
 void letADecoderWait()
 {
@@ -283,11 +292,7 @@ int main(int argc, char** argv)
     if (isOurs)
         letADecoderWait();
     QWidget window;
-    window.setLayout(new QVBoxLayout);
-    window.layout()->setContentsMargins(0, 0, 0, 0);
-    window.resize(windowSize);
-    window.show();
-    QApplication::processEvents();
+    showEmpty(window);
 
     LongestWork work;
     QElapsedTimer time;
