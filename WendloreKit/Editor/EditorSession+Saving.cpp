@@ -87,7 +87,7 @@ void EditorSession::commitSave(SharedContent content, QString markdown)
         m_mustReadAgain = true;
     if (saved.conflictCopy.isEmpty())
         return;
-    m_appState.reloadTree();
+    m_appState.reloadTreeAround(content->note.deletingLastPathComponent());
     setConflictNotice(conflictText(saved.conflictCopy));
 }
 
