@@ -1,18 +1,15 @@
 #include "Decoder/DecoderAnswers.h"
 
 #include "Decoder/DecoderTask.h"
-#include "Decoder/Picture.h"
 #include "Decoder/RasterPicture.h"
+
+#include <QImage>
+
+#include <algorithm>
 
 namespace wendlore {
 
 namespace {
-
-template <typename... Values>
-DecoderMessage answer(const Values&... values)
-{
-    return {decoderValues(values...), {}};
-}
 
 template <typename Value>
 Value next(QDataStream& question)
@@ -29,13 +26,6 @@ bool needsPages(DecoderTask task)
            task != DecoderTask::sketchPicture && task != DecoderTask::nextFrame;
 }
 
-/// Brings the picture's pixels to where they are looked for.
-void place(const QImage& picture, std::span<uchar> memory)
-{
-    if (!picture.isNull() && picture.constBits() != memory.data())
-        std::copy_n(picture.constBits(), picture.sizeInBytes(), memory.data());
-}
-
 } // namespace
 
 DecoderAnswers::DecoderAnswers(QByteArray file, std::span<uchar> memory)
@@ -44,7 +34,18 @@ DecoderAnswers::DecoderAnswers(QByteArray file, std::span<uchar> memory)
     , m_pdf(m_file)
 {}
 
-DecoderMessage DecoderAnswers::to(const QByteArray& question)
+/// The answer that is a picture and `values`, and its pixels where they are looked for.
+template <typename... Values>
+QByteArray DecoderAnswers::picture(const QImage& picture, const Values&... values)
+{
+    if (picture.sizeInBytes() > qsizetype(m_memory.size()))
+        return {};
+    if (!picture.isNull() && picture.constBits() != m_memory.data())
+        std::copy_n(picture.constBits(), picture.sizeInBytes(), m_memory.data());
+    return decoderValues(picture.size(), picture.hasAlphaChannel(), values...);
+}
+
+QByteArray DecoderAnswers::to(const QByteArray& question)
 {
     QDataStream stream(question);
     const auto task = next<DecoderTask>(stream);
@@ -73,71 +74,60 @@ DecoderMessage DecoderAnswers::to(const QByteArray& question)
     return {};
 }
 
-DecoderMessage DecoderAnswers::openPdf(QDataStream& question)
+QByteArray DecoderAnswers::openPdf(QDataStream& question)
 {
     const PdfState state = m_pdf.open(next<QString>(question));
-    return answer(state, state == PdfState::ready ? m_pdf.pageSizes() : QList<QSizeF>());
+    return decoderValues(state, state == PdfState::ready ? m_pdf.pageSizes() : QList<QSizeF>());
 }
 
-DecoderMessage DecoderAnswers::drawPage(QDataStream& question)
+QByteArray DecoderAnswers::drawPage(QDataStream& question)
 {
     const int page = next<int>(question);
     const QSize whole = next<QSize>(question);
-    m_picture = m_pdf.render(page, whole, next<QRect>(question));
-    return messageOf(m_picture);
+    return picture(m_pdf.render(page, whole, next<QRect>(question)));
 }
 
-DecoderMessage DecoderAnswers::textOfPage(QDataStream& question)
+QByteArray DecoderAnswers::textOfPage(QDataStream& question)
 {
-    return answer(m_pdf.text(next<int>(question)));
+    return decoderValues(m_pdf.text(next<int>(question)));
 }
 
-DecoderMessage DecoderAnswers::textBetween(QDataStream& question)
+QByteArray DecoderAnswers::textBetween(QDataStream& question)
 {
     const auto from = next<PdfPoint>(question);
     QString text;
     const QList<PdfMatch> parts = m_pdf.textBetween(from, next<PdfPoint>(question), &text);
-    return answer(text, parts);
+    return decoderValues(text, parts);
 }
 
-DecoderMessage DecoderAnswers::findText(QDataStream& question)
+QByteArray DecoderAnswers::findText(QDataStream& question)
 {
     const int page = next<int>(question);
-    return answer(m_pdf.find(page, next<QString>(question)));
+    return decoderValues(m_pdf.find(page, next<QString>(question)));
 }
 
-DecoderMessage DecoderAnswers::linksOfPage(QDataStream& question)
+QByteArray DecoderAnswers::linksOfPage(QDataStream& question)
 {
-    return answer(m_pdf.links(next<int>(question)));
+    return decoderValues(m_pdf.links(next<int>(question)));
 }
 
-DecoderMessage DecoderAnswers::decodePicture()
+QByteArray DecoderAnswers::decodePicture()
 {
-    const QImage picture = rasterPicture(m_file, m_memory);
-    place(picture, m_memory);
-    return answer(picture.size(), picture.hasAlphaChannel(), MovingPicture::isIn(m_file));
+    return picture(rasterPicture(m_file, m_memory), MovingPicture::isIn(m_file));
 }
 
-DecoderMessage DecoderAnswers::sketchPicture()
+QByteArray DecoderAnswers::sketchPicture()
 {
     const PictureSketch sketch = rasterSketch(m_file, m_memory);
-    m_picture = sketch.picture;
-    DecoderMessage message = messageOf(m_picture);
-    message.values += decoderValues(sketch.size);
-    return message;
+    return picture(sketch.picture, sketch.size);
 }
 
-DecoderMessage DecoderAnswers::nextFrame()
+QByteArray DecoderAnswers::nextFrame()
 {
     if (!m_movingPicture)
         m_movingPicture.emplace(m_file);
     const auto frame = m_movingPicture->next();
-    if (!frame)
-        return {};
-    m_picture = frame->picture;
-    DecoderMessage message = messageOf(m_picture);
-    message.values += decoderValues(frame->milliseconds);
-    return message;
+    return frame ? picture(frame->picture, frame->milliseconds) : QByteArray();
 }
 
 } // namespace wendlore

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "Decoder/DecoderWire.h"
 #include "Decoder/MovingPicture.h"
 #include "Decoder/PdfFile.h"
 
-#include <QImage>
+#include <QByteArray>
 
 #include <optional>
 #include <span>
 
 class QDataStream;
+class QImage;
 
 namespace wendlore {
 
@@ -17,28 +17,30 @@ namespace wendlore {
 class DecoderAnswers final
 {
 public:
-    /// `memory` is where the pixels of a picture go, if it is asked for.
-    explicit DecoderAnswers(QByteArray file, std::span<uchar> memory = {});
+    /// `memory` is where the pixels of pictures go.
+    DecoderAnswers(QByteArray file, std::span<uchar> memory);
 
-    /// The answer, valid until the next question; empty where there is none.
-    [[nodiscard]] DecoderMessage to(const QByteArray& question);
+    /// The answer; empty where there is none.
+    [[nodiscard]] QByteArray to(const QByteArray& question);
 
 private:
-    [[nodiscard]] DecoderMessage openPdf(QDataStream& question);
-    [[nodiscard]] DecoderMessage drawPage(QDataStream& question);
-    [[nodiscard]] DecoderMessage textOfPage(QDataStream& question);
-    [[nodiscard]] DecoderMessage textBetween(QDataStream& question);
-    [[nodiscard]] DecoderMessage findText(QDataStream& question);
-    [[nodiscard]] DecoderMessage linksOfPage(QDataStream& question);
-    [[nodiscard]] DecoderMessage decodePicture();
-    [[nodiscard]] DecoderMessage sketchPicture();
-    [[nodiscard]] DecoderMessage nextFrame();
+    [[nodiscard]] QByteArray openPdf(QDataStream& question);
+    [[nodiscard]] QByteArray drawPage(QDataStream& question);
+    [[nodiscard]] QByteArray textOfPage(QDataStream& question);
+    [[nodiscard]] QByteArray textBetween(QDataStream& question);
+    [[nodiscard]] QByteArray findText(QDataStream& question);
+    [[nodiscard]] QByteArray linksOfPage(QDataStream& question);
+    [[nodiscard]] QByteArray decodePicture();
+    [[nodiscard]] QByteArray sketchPicture();
+    [[nodiscard]] QByteArray nextFrame();
+
+    template <typename... Values>
+    [[nodiscard]] QByteArray picture(const QImage& picture, const Values&... values);
 
     QByteArray m_file;
     std::span<uchar> m_memory;
     PdfFile m_pdf;
     std::optional<MovingPicture> m_movingPicture;
-    QImage m_picture;
 };
 
 } // namespace wendlore

@@ -6,11 +6,7 @@
 namespace wendlore::decoder {
 
 inline constexpr auto programName = "wendlores-decoder";
-/// Where the process finds the file that it is to read.
-inline constexpr int fileDescriptor = 3;
-/// Where it finds the memory for the pixels of a picture, if it is given any.
-inline constexpr int pixelsDescriptor = 4;
-/// The size of that memory, in bytes: a photograph of 150 megapixels.
+/// The size of the memory for the pixels of a picture, in bytes: a photograph of 150 megapixels.
 inline constexpr qint64 mostPixels = 600LL << 20;
 /// For everything that it takes, in bytes.
 #ifdef __SANITIZE_ADDRESS__

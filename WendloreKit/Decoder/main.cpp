@@ -1,10 +1,11 @@
 // Reads one file that nobody has to trust, in a process of its own: what goes wrong here, or takes too long,
-// harms nothing else. The program starts it with the connection as standard input and the file beside it,
-// asks, and ends it.
+// harms nothing else. The program starts it with the connection as standard input, hands it the file, asks,
+// and ends it.
 
 #include "Decoder/DecoderAnswers.h"
 #include "Decoder/DecoderConfinement.h"
 #include "Decoder/DecoderProcessLimits.h"
+#include "Decoder/DecoderWire.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -30,17 +31,20 @@ int main(int argc, char** argv)
 {
     confineDecoder();
     const QCoreApplication application(argc, argv);
+    DecoderWire wire(STDIN_FILENO);
+    const auto files = wire.receiveFiles();
+    if (!files)
+        return 0;
     QFile file;
-    const auto bytes = contentsOf(file, decoder::fileDescriptor, QIODevice::ReadOnly);
-    QFile pixels;
+    QFile memory;
+    const auto bytes = contentsOf(file, files->front(), QIODevice::ReadOnly);
     DecoderAnswers answers(
         QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size())),
-        contentsOf(pixels, decoder::pixelsDescriptor, QIODevice::ReadWrite));
-    DecoderWire wire(STDIN_FILENO);
+        contentsOf(memory, files->back(), QIODevice::ReadWrite));
     while (const auto question = wire.receive()) {
         // Should the program be gone that would end it.
         ::alarm(decoder::mostSeconds);
-        const bool isSent = wire.send(answers.to(question->values));
+        const bool isSent = wire.send(answers.to(*question));
         ::alarm(0);
         if (!isSent)
             break;

@@ -83,6 +83,7 @@ void EditorSession::commitSave(SharedContent content, QString markdown)
         return;
     }
     content->baseline = markdown;
+    content->isDeleted = false;
     if (m_read && content->note == m_fileURL)
         m_mustReadAgain = true;
     if (saved.conflictCopy.isEmpty())

@@ -23,6 +23,14 @@ namespace {
 /// How often another program may take a conflict copy's name, or change the note, just before us.
 constexpr int maximumAttempts = 10;
 
+/// Writes `ours`, unless there is something else by now than `theirs`, or anything where there was nothing.
+WriteResult write(const FileURL& note, const std::optional<QByteArray>& theirs, const QByteArray& ours)
+{
+    if (theirs)
+        return AtomicFile::writeOver(note, *theirs, ours);
+    return existsOnDisk(note) ? AtomicFile::write(note, ours) : AtomicFile::create(note, ours);
+}
+
 void logConflict(const FileURL& note, const QString& baseline, const QString& disk, const QString& markdown)
 {
     qCWarning(filesLog).noquote() << u"[SYNC] konflikt %1 baselineLen=%2 diskLen=%3 mdLen=%4"_s.arg(
@@ -55,9 +63,8 @@ NoteSaver::Result NoteSaver::save(const FileURL& note, const QString& baseline, 
             result.conflictCopy = conflictCopy;
         if (!result.isKept)
             return result;
-        const WriteResult written =
-            theirs ? AtomicFile::writeOver(note, *theirs, ours) : AtomicFile::write(note, ours);
-        if (written.outcome == WriteOutcome::Changed) {
+        const WriteResult written = write(note, theirs, ours);
+        if (written.outcome == WriteOutcome::Changed || written.outcome == WriteOutcome::Taken) {
             conflictCopy = result.conflictCopy; // one more version came while ours was written
             continue;
         }

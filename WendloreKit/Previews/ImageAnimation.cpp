@@ -1,7 +1,6 @@
 #include "Previews/ImageAnimation.h"
 
 #include "Decoder/DecoderTask.h"
-#include "Decoder/Picture.h"
 
 #include <utility>
 
@@ -15,14 +14,14 @@ std::optional<ImageFrame> ImageFrames::next()
 {
     if (!m_process)
         m_process.emplace(memoryFile(std::exchange(m_bytes, {})).get());
-    auto answer =
+    const auto answer =
         m_process->ask(decoderValues(DecoderTask::nextFrame), m_limits.withTime(maximumDecodingTime()));
     QSize size;
     bool hasAlpha = false;
     int milliseconds = 0;
-    if (!answer || !readAnswer(answer->values, size, hasAlpha, milliseconds))
+    if (!answer || !readAnswer(*answer, size, hasAlpha, milliseconds))
         return std::nullopt;
-    ImagePyramid picture(pictureOf(std::move(*answer)));
+    ImagePyramid picture(m_process->picture(size, hasAlpha).copy());
     if (picture.isEmpty())
         return std::nullopt;
     return ImageFrame{std::move(picture), std::chrono::milliseconds(milliseconds)};

@@ -33,10 +33,10 @@ public:
 
     /// Of a large photograph something to look at until it is decoded; nothing for other images.
     [[nodiscard]] ImageSketch sketch(const QuickLookLimits& limits);
+    /// The whole; the last that is asked.
     [[nodiscard]] DecodedImage decode(const QuickLookLimits& limits);
 
 private:
-    Descriptor m_pixels;
     DecoderProcess m_process;
 };
 

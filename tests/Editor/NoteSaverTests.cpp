@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+#include <barrier>
+#include <thread>
 #include <unistd.h>
 
 namespace wendlore {
@@ -95,6 +97,7 @@ private Q_SLOTS:
     void anotherVersionGoesToAConflictCopy();
     void aVersionThatArrivesDuringTheSaveIsKeptToo_data();
     void aVersionThatArrivesDuringTheSaveIsKeptToo();
+    void aNoteThatAppearsDuringTheSaveIsKeptToo();
     void aNoteThatNeverRestsIsLeftForLater();
     void aConflictIsLoggedWithTheNumbersOfCharacters();
     void bytesThatAreNotUtf8AreKept();
@@ -178,6 +181,30 @@ void NoteSaverTests::aVersionThatArrivesDuringTheSaveIsKeptToo()
     QCOMPARE(result.conflictCopy, f.bucket.file(names.first()));
     QCOMPARE(f.bucket.read(names.first()), "deras sista");
     QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+}
+
+void NoteSaverTests::aNoteThatAppearsDuringTheSaveIsKeptToo()
+{
+    for (int round = 0; round < 100; ++round) {
+        Fixture f({});
+        QVERIFY(QFile::remove(f.note.path()));
+        std::barrier start(2);
+        WriteResult appeared;
+        std::thread other([&] {
+            start.arrive_and_wait();
+            appeared = AtomicFile::create(f.note, "deras");
+        });
+        start.arrive_and_wait();
+
+        const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+        other.join();
+
+        QVERIFY(result.isKept);
+        QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+        QCOMPARE(f.bucket.exists(copyName), appeared.succeeded());
+        if (appeared.succeeded())
+            QCOMPARE(f.bucket.read(copyName), "deras");
+    }
 }
 
 void NoteSaverTests::aNoteThatNeverRestsIsLeftForLater()

@@ -68,7 +68,7 @@ private Q_SLOTS:
         add(u"sidor.pdf"_s, pdfOf(QStringList(500, u"Ett möte\nom budgeten"_s)));
         add(u"bild.jpg"_s, photograph());
         add(u"bild.heic"_s, heicPhotograph());
-        add(u"stor.png"_s, blackPng(9000, 8000));
+        add(u"stor.png"_s, blackPng(7000, 5000));
         add(u"rörlig.gif"_s, movingFile(u"a.gif"_s, 0));
         add(u"arkiv.tar"_s, tarOfMany(50'000));
         add(u"bok.epub"_s, bookOf(40, 500));

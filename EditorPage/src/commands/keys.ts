@@ -1,5 +1,5 @@
 /** What each key does. Where several commands share a key, the first that applies wins. */
-import { baseKeymap, chainCommands, exitCode, setBlockType } from 'prosemirror-commands';
+import { baseKeymap, chainCommands, exitCode, newlineInCode, setBlockType } from 'prosemirror-commands';
 import { redo, undo } from 'prosemirror-history';
 import { undoInputRule } from 'prosemirror-inputrules';
 import { keymap } from 'prosemirror-keymap';
@@ -77,7 +77,7 @@ const editing: Record<string, Command> = {
   'Mod-z': undo,
   'Mod-y': redo,
   'Mod-Shift-z': redo,
-  Enter: chainCommands(openCodeBlock, openFormula, openTable, leaveCodeBlock, leaveTable, cellBelow, splitItem, leaveQuote),
+  Enter: chainCommands(openCodeBlock, openFormula, openTable, leaveCodeBlock, newlineInCode, leaveTable, cellBelow, splitItem, leaveQuote),
   'Shift-Enter': lineBreak,
   'Mod-Enter': chainCommands(alone(toggleTask), exitCode),
   Backspace: chainCommands(undoInputRule, deleteAll, backspaceInItem, backspaceToParagraph, backspaceBelowList),
