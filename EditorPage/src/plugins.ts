@@ -9,6 +9,7 @@ import { typingRules } from './commands/inputRules';
 import { keyPlugins } from './commands/keys';
 import { selectionReporter } from './commands/reporter';
 import { tableShape } from './commands/tableShape';
+import { typingOver } from './commands/typeOver';
 import { noteCompletion } from './completion/plugin';
 import { countStatus } from './counts/status';
 import { findMarks } from './find/marks';
@@ -27,6 +28,7 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     noteCompletion(),
     imageDrops(),
     typingRules(),
+    typingOver(),
     drawnBlockPlugin(),
     inlineSourceKeys(),
     ...keyPlugins(context),

@@ -1,18 +1,15 @@
 #include "Decoder/DecoderAnswers.h"
 
 #include "Decoder/DecoderTask.h"
-#include "Decoder/HeifPicture.h"
-#include "Decoder/Picture.h"
+#include "Decoder/RasterPicture.h"
+
+#include <QImage>
+
+#include <algorithm>
 
 namespace wendlore {
 
 namespace {
-
-template <typename... Values>
-DecoderMessage answer(const Values&... values)
-{
-    return {decoderValues(values...), {}};
-}
 
 template <typename Value>
 Value next(QDataStream& question)
@@ -22,19 +19,37 @@ Value next(QDataStream& question)
     return value;
 }
 
+/// Whether the question is about the pages of a document.
+bool needsPages(DecoderTask task)
+{
+    return task != DecoderTask::openPdf && task != DecoderTask::decodePicture &&
+           task != DecoderTask::sketchPicture && task != DecoderTask::nextFrame;
+}
+
 } // namespace
 
-DecoderAnswers::DecoderAnswers(QByteArray file)
+DecoderAnswers::DecoderAnswers(QByteArray file, std::span<uchar> memory)
     : m_file(std::move(file))
+    , m_memory(memory)
     , m_pdf(m_file)
 {}
 
-DecoderMessage DecoderAnswers::to(const QByteArray& question)
+/// The answer that is a picture and `values`, and its pixels where they are looked for.
+template <typename... Values>
+QByteArray DecoderAnswers::picture(const QImage& picture, const Values&... values)
+{
+    if (picture.sizeInBytes() > qsizetype(m_memory.size()))
+        return {};
+    if (!picture.isNull() && picture.constBits() != m_memory.data())
+        std::copy_n(picture.constBits(), picture.sizeInBytes(), m_memory.data());
+    return decoderValues(picture.size(), picture.hasAlphaChannel(), values...);
+}
+
+QByteArray DecoderAnswers::to(const QByteArray& question)
 {
     QDataStream stream(question);
     const auto task = next<DecoderTask>(stream);
-    const bool needsPages = task != DecoderTask::openPdf && task != DecoderTask::decodePicture;
-    if (needsPages && !m_pdf.isOpen())
+    if (needsPages(task) && !m_pdf.isOpen())
         return {};
     switch (task) {
     case DecoderTask::openPdf:
@@ -50,53 +65,69 @@ DecoderMessage DecoderAnswers::to(const QByteArray& question)
     case DecoderTask::linksOfPage:
         return linksOfPage(stream);
     case DecoderTask::decodePicture:
-        return decodePicture(stream);
+        return decodePicture();
+    case DecoderTask::sketchPicture:
+        return sketchPicture();
+    case DecoderTask::nextFrame:
+        return nextFrame();
     }
     return {};
 }
 
-DecoderMessage DecoderAnswers::openPdf(QDataStream& question)
+QByteArray DecoderAnswers::openPdf(QDataStream& question)
 {
     const PdfState state = m_pdf.open(next<QString>(question));
-    return answer(state, state == PdfState::ready ? m_pdf.pageSizes() : QList<QSizeF>());
+    return decoderValues(state, state == PdfState::ready ? m_pdf.pageSizes() : QList<QSizeF>());
 }
 
-DecoderMessage DecoderAnswers::drawPage(QDataStream& question)
+QByteArray DecoderAnswers::drawPage(QDataStream& question)
 {
     const int page = next<int>(question);
     const QSize whole = next<QSize>(question);
-    m_picture = m_pdf.render(page, whole, next<QRect>(question));
-    return messageOf(m_picture);
+    return picture(m_pdf.render(page, whole, next<QRect>(question)));
 }
 
-DecoderMessage DecoderAnswers::textOfPage(QDataStream& question)
+QByteArray DecoderAnswers::textOfPage(QDataStream& question)
 {
-    return answer(m_pdf.text(next<int>(question)));
+    return decoderValues(m_pdf.text(next<int>(question)));
 }
 
-DecoderMessage DecoderAnswers::textBetween(QDataStream& question)
+QByteArray DecoderAnswers::textBetween(QDataStream& question)
 {
     const auto from = next<PdfPoint>(question);
     QString text;
     const QList<PdfMatch> parts = m_pdf.textBetween(from, next<PdfPoint>(question), &text);
-    return answer(text, parts);
+    return decoderValues(text, parts);
 }
 
-DecoderMessage DecoderAnswers::findText(QDataStream& question)
+QByteArray DecoderAnswers::findText(QDataStream& question)
 {
     const int page = next<int>(question);
-    return answer(m_pdf.find(page, next<QString>(question)));
+    return decoderValues(m_pdf.find(page, next<QString>(question)));
 }
 
-DecoderMessage DecoderAnswers::linksOfPage(QDataStream& question)
+QByteArray DecoderAnswers::linksOfPage(QDataStream& question)
 {
-    return answer(m_pdf.links(next<int>(question)));
+    return decoderValues(m_pdf.links(next<int>(question)));
 }
 
-DecoderMessage DecoderAnswers::decodePicture(QDataStream& question)
+QByteArray DecoderAnswers::decodePicture()
 {
-    m_picture = readyToDraw(heifPicture(m_file, next<qint64>(question)));
-    return messageOf(m_picture);
+    return picture(rasterPicture(m_file, m_memory), MovingPicture::isIn(m_file));
+}
+
+QByteArray DecoderAnswers::sketchPicture()
+{
+    const PictureSketch sketch = rasterSketch(m_file, m_memory);
+    return picture(sketch.picture, sketch.size);
+}
+
+QByteArray DecoderAnswers::nextFrame()
+{
+    if (!m_movingPicture)
+        m_movingPicture.emplace(m_file);
+    const auto frame = m_movingPicture->next();
+    return frame ? picture(frame->picture, frame->milliseconds) : QByteArray();
 }
 
 } // namespace wendlore

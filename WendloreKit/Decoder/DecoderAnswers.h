@@ -1,11 +1,15 @@
 #pragma once
 
-#include "Decoder/DecoderWire.h"
+#include "Decoder/MovingPicture.h"
 #include "Decoder/PdfFile.h"
 
-#include <QImage>
+#include <QByteArray>
+
+#include <optional>
+#include <span>
 
 class QDataStream;
+class QImage;
 
 namespace wendlore {
 
@@ -13,23 +17,30 @@ namespace wendlore {
 class DecoderAnswers final
 {
 public:
-    explicit DecoderAnswers(QByteArray file);
+    /// `memory` is where the pixels of pictures go.
+    DecoderAnswers(QByteArray file, std::span<uchar> memory);
 
-    /// The answer, valid until the next question; empty where there is none.
-    [[nodiscard]] DecoderMessage to(const QByteArray& question);
+    /// The answer; empty where there is none.
+    [[nodiscard]] QByteArray to(const QByteArray& question);
 
 private:
-    [[nodiscard]] DecoderMessage openPdf(QDataStream& question);
-    [[nodiscard]] DecoderMessage drawPage(QDataStream& question);
-    [[nodiscard]] DecoderMessage textOfPage(QDataStream& question);
-    [[nodiscard]] DecoderMessage textBetween(QDataStream& question);
-    [[nodiscard]] DecoderMessage findText(QDataStream& question);
-    [[nodiscard]] DecoderMessage linksOfPage(QDataStream& question);
-    [[nodiscard]] DecoderMessage decodePicture(QDataStream& question);
+    [[nodiscard]] QByteArray openPdf(QDataStream& question);
+    [[nodiscard]] QByteArray drawPage(QDataStream& question);
+    [[nodiscard]] QByteArray textOfPage(QDataStream& question);
+    [[nodiscard]] QByteArray textBetween(QDataStream& question);
+    [[nodiscard]] QByteArray findText(QDataStream& question);
+    [[nodiscard]] QByteArray linksOfPage(QDataStream& question);
+    [[nodiscard]] QByteArray decodePicture();
+    [[nodiscard]] QByteArray sketchPicture();
+    [[nodiscard]] QByteArray nextFrame();
+
+    template <typename... Values>
+    [[nodiscard]] QByteArray picture(const QImage& picture, const Values&... values);
 
     QByteArray m_file;
+    std::span<uchar> m_memory;
     PdfFile m_pdf;
-    QImage m_picture;
+    std::optional<MovingPicture> m_movingPicture;
 };
 
 } // namespace wendlore

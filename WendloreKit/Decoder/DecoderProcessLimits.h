@@ -6,8 +6,8 @@
 namespace wendlore::decoder {
 
 inline constexpr auto programName = "wendlores-decoder";
-/// Where the process finds the file that it is to read.
-inline constexpr int fileDescriptor = 3;
+/// The size of the memory for the pixels of a picture, in bytes: a photograph of 150 megapixels.
+inline constexpr qint64 mostPixels = 600LL << 20;
 /// For everything that it takes, in bytes.
 #ifdef __SANITIZE_ADDRESS__
 inline constexpr quint64 mostMemory = ~quint64(0); // the sanitizer maps terabytes for itself

@@ -6,7 +6,8 @@
 namespace wendlore {
 
 /// What a decoder can be asked for. The question begins with the task; what follows it, and what the answer
-/// holds, stands beside each.
+/// holds, stands beside each. A picture is its size (empty: there is none) and whether parts of it can be
+/// seen through; its pixels are in the memory for them until the next question.
 enum class DecoderTask : quint8 {
     openPdf,       ///< password; gives the state and the pages' sizes
     drawPage,      ///< page, size of the whole page, part of it; gives a picture
@@ -14,7 +15,9 @@ enum class DecoderTask : quint8 {
     textBetween,   ///< two points; gives the text and its places
     findText,      ///< page, words; gives the places
     linksOfPage,   ///< page; gives the links
-    decodePicture, ///< the most bytes that the picture may take; gives a picture
+    decodePicture, ///< gives a picture, and whether it moves
+    sketchPicture, ///< of a large photograph: gives a picture, coarser than it, and the photograph's size
+    nextFrame,     ///< of a moving picture; gives a picture and how many milliseconds it is shown
 };
 
 /// `values` as they are sent: a question when the first of them is its task, or an answer.

@@ -1,6 +1,7 @@
 #include "Decoder/DecoderWire.h"
 
 #include <cerrno>
+#include <cstring>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -11,10 +12,43 @@ namespace {
 
 constexpr int lookEvery = 50; // milliseconds
 
-struct Sizes final
+/// A message that carries two descriptors beside one byte.
+class FilesMessage final
 {
-    qint64 values = 0;
-    qint64 pixels = 0;
+public:
+    FilesMessage()
+    {
+        m_message.msg_iov = &m_part;
+        m_message.msg_iovlen = 1;
+        m_message.msg_control = m_space;
+        m_message.msg_controllen = sizeof(m_space);
+    }
+    Q_DISABLE_COPY_MOVE(FilesMessage)
+
+    [[nodiscard]] msghdr* header() { return &m_message; }
+    void setFiles(const DecoderWire::Files& files)
+    {
+        cmsghdr* const control = CMSG_FIRSTHDR(&m_message);
+        control->cmsg_level = SOL_SOCKET;
+        control->cmsg_type = SCM_RIGHTS;
+        control->cmsg_len = CMSG_LEN(sizeof(files));
+        std::memcpy(CMSG_DATA(control), files.data(), sizeof(files));
+    }
+    [[nodiscard]] std::optional<DecoderWire::Files> files()
+    {
+        const cmsghdr* const control = CMSG_FIRSTHDR(&m_message);
+        DecoderWire::Files files;
+        if (!control || control->cmsg_type != SCM_RIGHTS || control->cmsg_len != CMSG_LEN(sizeof(files)))
+            return std::nullopt;
+        std::memcpy(files.data(), CMSG_DATA(control), sizeof(files));
+        return files;
+    }
+
+private:
+    char m_byte = 0;
+    iovec m_part{&m_byte, 1};
+    alignas(cmsghdr) char m_space[CMSG_SPACE(sizeof(DecoderWire::Files))] = {};
+    msghdr m_message = {};
 };
 
 bool isWorthTryingAgain()
@@ -75,26 +109,33 @@ bool DecoderWire::read(char* bytes, qsizetype size, const IsOver& isOver) const
     return true;
 }
 
-bool DecoderWire::send(const DecoderMessage& message, const IsOver& isOver)
+bool DecoderWire::send(const QByteArray& message, const IsOver& isOver)
 {
-    const Sizes sizes{message.values.size(), message.pixels.size()};
-    return write(reinterpret_cast<const char*>(&sizes), sizeof(sizes), isOver) &&
-           write(message.values.constData(), message.values.size(), isOver) &&
-           write(message.pixels.constData(), message.pixels.size(), isOver);
+    const qint64 size = message.size();
+    return write(reinterpret_cast<const char*>(&size), sizeof(size), isOver) &&
+           write(message.constData(), message.size(), isOver);
 }
 
-std::optional<DecoderMessage> DecoderWire::receive(const IsOver& isOver)
+std::optional<QByteArray> DecoderWire::receive(const IsOver& isOver)
 {
-    Sizes sizes;
-    if (!read(reinterpret_cast<char*>(&sizes), sizeof(sizes), isOver) || sizes.values < 0 ||
-        sizes.pixels < 0 || sizes.values > maximumValues || sizes.pixels > maximumPixels)
+    qint64 size = 0;
+    if (!read(reinterpret_cast<char*>(&size), sizeof(size), isOver) || size < 0 || size > maximumSize)
         return std::nullopt;
-    DecoderMessage message{QByteArray(sizes.values, Qt::Uninitialized),
-                           QByteArray(sizes.pixels, Qt::Uninitialized)};
-    if (!read(message.values.data(), message.values.size(), isOver) ||
-        !read(message.pixels.data(), message.pixels.size(), isOver))
-        return std::nullopt;
-    return message;
+    QByteArray message(size, Qt::Uninitialized);
+    return read(message.data(), size, isOver) ? std::optional(message) : std::nullopt;
+}
+
+bool DecoderWire::sendFiles(const Files& files)
+{
+    FilesMessage message;
+    message.setFiles(files);
+    return ::sendmsg(m_socket, message.header(), MSG_NOSIGNAL) == 1;
+}
+
+std::optional<DecoderWire::Files> DecoderWire::receiveFiles()
+{
+    FilesMessage message;
+    return ::recvmsg(m_socket, message.header(), MSG_CMSG_CLOEXEC) == 1 ? message.files() : std::nullopt;
 }
 
 } // namespace wendlore

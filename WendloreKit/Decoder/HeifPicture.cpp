@@ -1,9 +1,13 @@
 #include "Decoder/HeifPicture.h"
 
+#include "Decoder/Picture.h"
+
 #include <QColorSpace>
 
 #include <libheif/heif.h>
 
+#include <algorithm>
+#include <array>
 #include <memory>
 
 namespace wendlore {
@@ -24,8 +28,6 @@ using Context = std::unique_ptr<heif_context, Release<heif_context_free>>;
 using Handle = std::unique_ptr<heif_image_handle, Release<heif_image_handle_release>>;
 using Picture = std::unique_ptr<heif_image, Release<heif_image_release>>;
 
-constexpr int bytesPerPixel = 4;
-
 Handle primaryImage(heif_context& context)
 {
     heif_image_handle* handle = nullptr;
@@ -44,6 +46,24 @@ QColorSpace colorSpaceOf(const heif_image_handle& image)
 }
 
 } // namespace
+
+bool isHeif(const QByteArray& bytes)
+{
+    // What the file is, and what it can be read as, in the box that it begins with.
+    constexpr std::array brands{"heic", "heix", "heim", "heis", "hevc",
+                                "hevx", "mif1", "msf1", "avif", "avis"};
+    constexpr qsizetype brandSize = 4;
+    constexpr qsizetype firstBrand = 8;
+    constexpr qsizetype mostBrands = 64;
+    if (bytes.mid(brandSize, brandSize) != "ftyp")
+        return false;
+    for (qsizetype at = firstBrand; at + brandSize <= std::min(bytes.size(), mostBrands); at += brandSize) {
+        const QByteArray brand = bytes.mid(at, brandSize);
+        if (std::ranges::any_of(brands, [&brand](const char* known) { return brand == known; }))
+            return true;
+    }
+    return false;
+}
 
 QImage heifPicture(const QByteArray& bytes, qint64 limit)
 {

@@ -1,53 +1,50 @@
 // Reads one file that nobody has to trust, in a process of its own: what goes wrong here, or takes too long,
-// harms nothing else. The program starts it with the connection as standard input and the file beside it,
-// asks, and ends it.
+// harms nothing else. The program starts it with the connection as standard input, hands it the file, asks,
+// and ends it.
 
 #include "Decoder/DecoderAnswers.h"
+#include "Decoder/DecoderConfinement.h"
 #include "Decoder/DecoderProcessLimits.h"
+#include "Decoder/DecoderWire.h"
 
 #include <QCoreApplication>
 #include <QFile>
 
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace wendlore;
 
 namespace {
 
-void limitTo(__rlimit_resource resource, rlim_t most)
+/// The whole of a file that is open already; empty when it is not.
+std::span<uchar> contentsOf(QFile& file, int descriptor, QIODevice::OpenMode mode)
 {
-    const rlimit limit{most, most};
-    ::setrlimit(resource, &limit);
-}
-
-/// Nothing is written, no program started, and no memory taken beyond what a large file needs.
-void confine()
-{
-    limitTo(RLIMIT_AS, decoder::mostMemory);
-    limitTo(RLIMIT_FSIZE, 0);
-    limitTo(RLIMIT_CORE, 0);
-    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    if (!file.open(descriptor, mode))
+        return {};
+    uchar* const bytes = file.map(0, file.size());
+    return {bytes, bytes ? size_t(file.size()) : 0};
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    confine();
+    confineDecoder();
     const QCoreApplication application(argc, argv);
-    QFile file;
-    if (!file.open(decoder::fileDescriptor, QIODevice::ReadOnly))
-        return 1;
-    const uchar* bytes = file.map(0, file.size());
-    DecoderAnswers answers(bytes ? QByteArray::fromRawData(reinterpret_cast<const char*>(bytes), file.size())
-                                 : QByteArray());
     DecoderWire wire(STDIN_FILENO);
+    const auto files = wire.receiveFiles();
+    if (!files)
+        return 0;
+    QFile file;
+    QFile memory;
+    const auto bytes = contentsOf(file, files->front(), QIODevice::ReadOnly);
+    DecoderAnswers answers(
+        QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size())),
+        contentsOf(memory, files->back(), QIODevice::ReadWrite));
     while (const auto question = wire.receive()) {
         // Should the program be gone that would end it.
         ::alarm(decoder::mostSeconds);
-        const bool isSent = wire.send(answers.to(question->values));
+        const bool isSent = wire.send(answers.to(*question));
         ::alarm(0);
         if (!isSent)
             break;

@@ -83,11 +83,12 @@ void EditorSession::commitSave(SharedContent content, QString markdown)
         return;
     }
     content->baseline = markdown;
+    content->isDeleted = false;
     if (m_read && content->note == m_fileURL)
         m_mustReadAgain = true;
     if (saved.conflictCopy.isEmpty())
         return;
-    m_appState.reloadTree();
+    m_appState.reloadTreeAround(content->note.deletingLastPathComponent());
     setConflictNotice(conflictText(saved.conflictCopy));
 }
 

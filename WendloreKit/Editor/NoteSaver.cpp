@@ -20,8 +20,16 @@ namespace wendlore {
 
 namespace {
 
-/// How often another program may take a conflict copy's name just before us.
+/// How often another program may take a conflict copy's name, or change the note, just before us.
 constexpr int maximumAttempts = 10;
+
+/// Writes `ours`, unless there is something else by now than `theirs`, or anything where there was nothing.
+WriteResult write(const FileURL& note, const std::optional<QByteArray>& theirs, const QByteArray& ours)
+{
+    if (theirs)
+        return AtomicFile::writeOver(note, *theirs, ours);
+    return existsOnDisk(note) ? AtomicFile::write(note, ours) : AtomicFile::create(note, ours);
+}
 
 void logConflict(const FileURL& note, const QString& baseline, const QString& disk, const QString& markdown)
 {
@@ -42,35 +50,46 @@ NoteSaver::NoteSaver(FileCoordinator& coordinator, RecoveredTexts& recovered, co
 
 NoteSaver::Result NoteSaver::save(const FileURL& note, const QString& baseline, const QString& markdown)
 {
-    Result result;
-    if (diskEntry(note) == DiskEntry::File)
-        result = keepTheirs(note, baseline, markdown);
-    if (!result.isKept)
-        return result;
     const QByteArray ours = markdown.toUtf8();
-    const WriteResult written = AtomicFile::write(note, ours);
-    if (!written.succeeded()) {
-        qCWarning(filesLog) << "cannot write" << note.path() << ":" << written.error;
-        result.isKept =
-            ours.isEmpty() || !m_recovered.keep(note, ours, u"the note could not be written"_s).isEmpty();
+    FileURL conflictCopy;
+    for (int attempt = 0; attempt < maximumAttempts; ++attempt) {
+        std::optional<QByteArray> theirs;
+        Result result;
+        if (diskEntry(note) == DiskEntry::File) {
+            theirs = m_coordinator.readWhole(note);
+            result = theirs ? keepTheirs(note, *theirs, baseline, markdown) : moveAside(note);
+        }
+        if (result.conflictCopy.isEmpty())
+            result.conflictCopy = conflictCopy;
+        if (!result.isKept)
+            return result;
+        const WriteResult written = write(note, theirs, ours);
+        if (written.outcome == WriteOutcome::Changed || written.outcome == WriteOutcome::Taken) {
+            conflictCopy = result.conflictCopy; // one more version came while ours was written
+            continue;
+        }
+        if (!written.succeeded()) {
+            qCWarning(filesLog) << "cannot write" << note.path() << ":" << written.error;
+            result.isKept =
+                ours.isEmpty() || !m_recovered.keep(note, ours, u"the note could not be written"_s).isEmpty();
+        }
+        return result;
     }
-    return result;
+    return {.isKept = false, .conflictCopy = conflictCopy};
 }
 
-NoteSaver::Result NoteSaver::keepTheirs(const FileURL& note, const QString& baseline, const QString& markdown)
+NoteSaver::Result NoteSaver::keepTheirs(const FileURL& note, const QByteArray& theirs,
+                                        const QString& baseline, const QString& markdown)
 {
-    const std::optional<QByteArray> theirs = m_coordinator.readWhole(note);
-    if (!theirs)
-        return moveAside(note);
-    const std::optional<QString> disk = noteText(*theirs);
+    const std::optional<QString> disk = noteText(theirs);
     if (!disk) {
-        const bool isKept = !m_recovered.keep(note, *theirs, u"the note was not UTF-8"_s).isEmpty();
-        return isKept ? Result() : copyAside(note, *theirs);
+        const bool isKept = !m_recovered.keep(note, theirs, u"the note was not UTF-8"_s).isEmpty();
+        return isKept ? Result() : copyAside(note, theirs);
     }
     if (disk->isEmpty() || *disk == baseline || *disk == markdown)
         return {};
     logConflict(note, baseline, *disk, markdown);
-    return copyAside(note, *theirs);
+    return copyAside(note, theirs);
 }
 
 NoteSaver::Result NoteSaver::copyAside(const FileURL& note, const QByteArray& theirs)

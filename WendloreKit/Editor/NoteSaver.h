@@ -36,8 +36,9 @@ public:
     [[nodiscard]] Result save(const FileURL& note, const QString& baseline, const QString& markdown);
 
 private:
-    /// Saves what lies at `note` from being replaced by `markdown`; as `save`.
-    [[nodiscard]] Result keepTheirs(const FileURL& note, const QString& baseline, const QString& markdown);
+    /// Saves `theirs`, which lies at `note`, from being replaced by `markdown`; as `save`.
+    [[nodiscard]] Result keepTheirs(const FileURL& note, const QByteArray& theirs, const QString& baseline,
+                                    const QString& markdown);
     /// Their version as a conflict copy, or else as a recovered text.
     [[nodiscard]] Result copyAside(const FileURL& note, const QByteArray& theirs);
     /// A file that cannot be read cannot be copied: it is moved to where the copy would go.

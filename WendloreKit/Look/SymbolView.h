@@ -12,6 +12,7 @@ class SymbolView final : public QWidget
 public:
     SymbolView(QString name, int size, QWidget* parent = nullptr);
 
+    [[nodiscard]] const QString& name() const { return m_name; }
     void setName(const QString& name);
 
 protected:

@@ -1,5 +1,7 @@
 #include "Previews/GoogleWebView.h"
 
+#include "Previews/HtmlAddress.h"
+
 #include "Editor/QuietPage.h"
 #include "Editor/Scheduler.h"
 
@@ -59,7 +61,7 @@ GoogleWebView::GoogleWebView(Scheduler& scheduler, const GoogleAddresses& addres
     });
     connect(page, &QWebEnginePage::loadFinished, this, [this] { m_timeout.reset(); });
     connect(page, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
-        if (request.isUserInitiated())
+        if (request.isUserInitiated() && isForTheDesktop(request.requestedUrl()))
             Q_EMIT windowWanted(request.requestedUrl());
     });
 }

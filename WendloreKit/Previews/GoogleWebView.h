@@ -33,7 +33,7 @@ public:
 Q_SIGNALS:
     /// The page has led to Google's sign-in.
     void signInWallReached();
-    /// The user wants `address` in a window of its own.
+    /// The user wants `address`, of the web or of mail, in a window of its own.
     void windowWanted(const QUrl& address);
 
 private:

@@ -30,14 +30,19 @@ FileURL folderOfPage(const FileURL& file, const std::optional<FileURL>& bucket)
 
 LinkAction actionOfLink(const QUrl& link, const FileURL& shown)
 {
-    const QString scheme = link.scheme();
-    if (scheme == "http"_L1 || scheme == "https"_L1 || scheme == "mailto"_L1)
+    if (isForTheDesktop(link))
         return LinkAction::openOutside;
     const auto file = fileOfAddress(link);
     if (!file)
         return LinkAction::follow;
     const bool isPlaceWithin = link.hasFragment() && file->bytes() == shown.standardized().bytes();
     return isPlaceWithin ? LinkAction::follow : LinkAction::openFile;
+}
+
+bool isForTheDesktop(const QUrl& address)
+{
+    const QString scheme = address.scheme();
+    return scheme == "http"_L1 || scheme == "https"_L1 || scheme == "mailto"_L1;
 }
 
 bool isKnownToTheEngine(const QUrl& address)

@@ -30,6 +30,9 @@ enum class LinkAction { follow, openOutside, openFile };
 /// places within the page, and schemes that only the engine knows, are followed.
 [[nodiscard]] LinkAction actionOfLink(const QUrl& link, const FileURL& shown);
 
+/// Whether `address` is one of the web or of mail, which the user's own programs open.
+[[nodiscard]] bool isForTheDesktop(const QUrl& address);
+
 /// Whether `address` has a scheme that the web engine loads by itself.
 [[nodiscard]] bool isKnownToTheEngine(const QUrl& address);
 

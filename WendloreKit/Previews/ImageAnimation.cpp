@@ -1,73 +1,30 @@
 #include "Previews/ImageAnimation.h"
 
-#include "Decoder/Picture.h"
-#include "Previews/ImageDecoding.h"
-
-#include <QBuffer>
-#include <QImageReader>
+#include "Decoder/DecoderTask.h"
 
 #include <utility>
 
-using namespace std::chrono_literals;
-
 namespace wendlore {
-
-namespace {
-
-/// Files that ask for less are shown in this pace everywhere.
-constexpr auto shortest = 20ms;
-constexpr auto usual = 100ms;
-
-std::chrono::milliseconds durationOf(int asked)
-{
-    return std::chrono::milliseconds(asked) < shortest ? usual : std::chrono::milliseconds(asked);
-}
-
-} // namespace
 
 ImageFrames::ImageFrames(QByteArray bytes)
     : m_bytes(std::move(bytes))
-{
-    startOver();
-    const int repetitions = m_reader->loopCount();
-    m_roundsLeft = repetitions < 0 ? -1 : repetitions;
-}
-
-ImageFrames::~ImageFrames() = default;
-
-bool ImageFrames::areIn(const QByteArray& bytes)
-{
-    const QByteArray format = imageFormatOf(bytes);
-    if (format != "gif" && format != "webp")
-        return false;
-    QBuffer buffer;
-    buffer.setData(bytes);
-    QImageReader reader(&buffer, format);
-    return reader.supportsAnimation() && reader.imageCount() > 1;
-}
-
-void ImageFrames::startOver()
-{
-    m_framesOfRound = 0;
-    m_reader.reset();
-    m_buffer = std::make_unique<QBuffer>();
-    m_buffer->setData(m_bytes);
-    m_reader = std::make_unique<QImageReader>(m_buffer.get(), imageFormatOf(m_bytes));
-}
+{}
 
 std::optional<ImageFrame> ImageFrames::next()
 {
-    QImage image = m_reader->read();
-    if (image.isNull() && m_framesOfRound > 1 && m_roundsLeft != 0) {
-        if (m_roundsLeft > 0)
-            --m_roundsLeft;
-        startOver();
-        image = m_reader->read();
-    }
-    if (image.isNull())
+    if (!m_process)
+        m_process.emplace(memoryFile(std::exchange(m_bytes, {})).get());
+    const auto answer =
+        m_process->ask(decoderValues(DecoderTask::nextFrame), m_limits.withTime(maximumDecodingTime()));
+    QSize size;
+    bool hasAlpha = false;
+    int milliseconds = 0;
+    if (!answer || !readAnswer(*answer, size, hasAlpha, milliseconds))
         return std::nullopt;
-    ++m_framesOfRound;
-    return ImageFrame{ImagePyramid(readyToDraw(std::move(image))), durationOf(m_reader->nextImageDelay())};
+    ImagePyramid picture(m_process->picture(size, hasAlpha).copy());
+    if (picture.isEmpty())
+        return std::nullopt;
+    return ImageFrame{std::move(picture), std::chrono::milliseconds(milliseconds)};
 }
 
 ImageAnimation::ImageAnimation(Scheduler& scheduler, const QByteArray& bytes, QObject* parent)
@@ -76,6 +33,12 @@ ImageAnimation::ImageAnimation(Scheduler& scheduler, const QByteArray& bytes, QO
     , m_frames(std::make_shared<ImageFrames>(bytes))
 {
     decodeNext();
+}
+
+ImageAnimation::~ImageAnimation()
+{
+    // What goes on in the background would only keep others from their turn.
+    m_frames->close();
 }
 
 void ImageAnimation::setPaused(bool isPaused)

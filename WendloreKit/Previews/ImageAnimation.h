@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Previews/DecoderProcess.h"
 #include "Previews/ImagePyramid.h"
 
 #include "Editor/Scheduler.h"
@@ -8,9 +9,6 @@
 #include <QObject>
 
 #include <optional>
-
-class QBuffer;
-class QImageReader;
 
 namespace wendlore {
 
@@ -21,28 +19,22 @@ struct ImageFrame final
     std::chrono::milliseconds duration{0};
 };
 
-/// The pictures of a moving image, decoded one after the other, over and over as often as the file says.
-/// Belongs to one thread at a time.
+/// The pictures of a moving image, which a process of its own decodes one after the other, over and over as
+/// often as the file says. Belongs to one thread at a time.
 class ImageFrames final
 {
 public:
     explicit ImageFrames(QByteArray bytes);
-    ~ImageFrames();
 
-    /// Whether `bytes` hold an image that moves.
-    [[nodiscard]] static bool areIn(const QByteArray& bytes);
-
-    /// The next picture; nothing when all have been shown as often as the file says, or at damage.
+    /// The next picture; nothing when all have been shown as often as the file says, or at damage. Blocks.
     [[nodiscard]] std::optional<ImageFrame> next();
+    /// Ends what goes on, from any thread; there are no pictures any more.
+    void close() { m_limits.stop(); }
 
 private:
-    void startOver();
-
     QByteArray m_bytes;
-    std::unique_ptr<QBuffer> m_buffer;
-    std::unique_ptr<QImageReader> m_reader;
-    int m_framesOfRound = 0;
-    int m_roundsLeft = 0; ///< below 0: without end
+    QuickLookLimits m_limits;
+    std::optional<DecoderProcess> m_process;
 };
 
 /// Plays a moving image: decodes each picture in the background while the one before it is shown.
@@ -52,6 +44,7 @@ class ImageAnimation final : public QObject
 
 public:
     ImageAnimation(Scheduler& scheduler, const QByteArray& bytes, QObject* parent = nullptr);
+    ~ImageAnimation() override;
 
     /// A paused animation goes on where it was.
     void setPaused(bool isPaused);

@@ -1,23 +1,43 @@
 #pragma once
 
+#include "Previews/DecoderProcess.h"
+
 #include <QByteArray>
-#include <QDeadlineTimer>
 #include <QImage>
 
 namespace wendlore {
 
-/// How much memory one decoded image may take, in megabytes: a photograph of 150 megapixels.
-inline constexpr int maximumImageMegabytes = 600;
-/// How long decoding one image may take: many times what the largest one needs.
-inline constexpr std::chrono::seconds maximumImageTime{30};
+/// An image as it is shown.
+struct DecodedImage final
+{
+    /// Upright, in the screen's colours and a format that is drawn quickly; of a moving one the first
+    /// picture.
+    QImage image;
+    bool moves = false;
+};
 
-/// The image (the first frame of a moving one) in `bytes`, upright, in the screen's colours and a format that
-/// is drawn quickly. The format is found by content. Null when it is none that is shown as an image, is
-/// damaged, or would take too much memory or time. Blocks: to be called in the background.
-[[nodiscard]] QImage decodeImage(const QByteArray& bytes,
-                                 QDeadlineTimer deadline = QDeadlineTimer(maximumImageTime));
+/// An image that is coarser than the one it stands for, which is `size` large.
+struct ImageSketch final
+{
+    QImage image;
+    QSize size;
+};
 
-/// The format of `bytes` among those that are shown as images ("gif"); empty for others.
-[[nodiscard]] QByteArray imageFormatOf(const QByteArray& bytes);
+/// One image file, whose format is found by content; a process of its own decodes it. Images are null when
+/// the file holds none that is shown as an image, is damaged, or would take too much memory or time. Blocks:
+/// for the background, and one caller at a time.
+class ImageDecoder final
+{
+public:
+    explicit ImageDecoder(const QByteArray& bytes);
+
+    /// Of a large photograph something to look at until it is decoded; nothing for other images.
+    [[nodiscard]] ImageSketch sketch(const QuickLookLimits& limits);
+    /// The whole; the last that is asked.
+    [[nodiscard]] DecodedImage decode(const QuickLookLimits& limits);
+
+private:
+    DecoderProcess m_process;
+};
 
 } // namespace wendlore

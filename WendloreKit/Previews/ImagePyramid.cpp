@@ -10,12 +10,17 @@ constexpr int smallestExtent = 256;
 } // namespace
 
 ImagePyramid::ImagePyramid(QImage image)
+    : ImagePyramid(image, image.size())
+{}
+
+ImagePyramid::ImagePyramid(QImage image, QSize size)
 {
     if (image.isNull())
         return;
+    m_size = size;
     m_levels.push_back(std::move(image));
-    for (QSize half = size() / 2; half.width() >= smallestExtent && half.height() >= smallestExtent;
-         half /= 2)
+    for (QSize half = m_levels.front().size() / 2;
+         half.width() >= smallestExtent && half.height() >= smallestExtent; half /= 2)
         m_levels.push_back(m_levels.back().scaled(half, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 

@@ -1,7 +1,5 @@
 #include "Previews/PdfDocument.h"
 
-#include "Decoder/Picture.h"
-
 #include <fcntl.h>
 
 namespace wendlore {
@@ -40,12 +38,12 @@ PdfDocument::State PdfDocument::start()
     const auto answer = m_process->ask(decoderValues(DecoderTask::openPdf, m_password),
                                        m_limits.withTime(maximumDecodingTime()));
     auto state = State::damaged;
-    if (!answer || !readAnswer(answer->values, state, m_pages))
+    if (!answer || !readAnswer(*answer, state, m_pages))
         return State::damaged;
     return state;
 }
 
-std::optional<DecoderMessage> PdfDocument::ask(const QByteArray& question)
+std::optional<QByteArray> PdfDocument::ask(const QByteArray& question)
 {
     if (m_limits.isStopped() || (!m_process && start() != State::ready))
         return std::nullopt;
@@ -64,8 +62,11 @@ QList<QSizeF> PdfDocument::pageSizes()
 QImage PdfDocument::render(int page, QSize whole, const QRect& clip)
 {
     const QMutexLocker locker(&m_mutex);
-    auto answer = ask(decoderValues(DecoderTask::drawPage, page, whole, clip));
-    return answer ? pictureOf(std::move(*answer)) : QImage();
+    const auto answer = ask(decoderValues(DecoderTask::drawPage, page, whole, clip));
+    QSize size;
+    bool hasAlpha = false;
+    return answer && readAnswer(*answer, size, hasAlpha) ? m_process->picture(size, hasAlpha).copy()
+                                                         : QImage();
 }
 
 PdfText PdfDocument::text(int page)
@@ -73,7 +74,7 @@ PdfText PdfDocument::text(int page)
     const QMutexLocker locker(&m_mutex);
     PdfText text;
     const auto answer = ask(decoderValues(DecoderTask::textOfPage, page));
-    return answer && readAnswer(answer->values, text) ? text : PdfText();
+    return answer && readAnswer(*answer, text) ? text : PdfText();
 }
 
 QList<PdfMatch> PdfDocument::textBetween(PdfPoint from, PdfPoint to, QString* text)
@@ -81,7 +82,7 @@ QList<PdfMatch> PdfDocument::textBetween(PdfPoint from, PdfPoint to, QString* te
     const QMutexLocker locker(&m_mutex);
     QList<PdfMatch> parts;
     const auto answer = ask(decoderValues(DecoderTask::textBetween, from, to));
-    return answer && readAnswer(answer->values, *text, parts) ? parts : QList<PdfMatch>();
+    return answer && readAnswer(*answer, *text, parts) ? parts : QList<PdfMatch>();
 }
 
 QList<PdfMatch> PdfDocument::find(int page, const QString& words)
@@ -89,7 +90,7 @@ QList<PdfMatch> PdfDocument::find(int page, const QString& words)
     const QMutexLocker locker(&m_mutex);
     QList<PdfMatch> matches;
     const auto answer = ask(decoderValues(DecoderTask::findText, page, words));
-    return answer && readAnswer(answer->values, matches) ? matches : QList<PdfMatch>();
+    return answer && readAnswer(*answer, matches) ? matches : QList<PdfMatch>();
 }
 
 QList<PdfLink> PdfDocument::links(int page)
@@ -97,7 +98,7 @@ QList<PdfLink> PdfDocument::links(int page)
     const QMutexLocker locker(&m_mutex);
     QList<PdfLink> links;
     const auto answer = ask(decoderValues(DecoderTask::linksOfPage, page));
-    return answer && readAnswer(answer->values, links) ? links : QList<PdfLink>();
+    return answer && readAnswer(*answer, links) ? links : QList<PdfLink>();
 }
 
 } // namespace wendlore

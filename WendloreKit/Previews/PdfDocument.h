@@ -47,7 +47,7 @@ public:
 private:
     State openFile(Descriptor file, const QString& password);
     [[nodiscard]] State start();
-    [[nodiscard]] std::optional<DecoderMessage> ask(const QByteArray& question);
+    [[nodiscard]] std::optional<QByteArray> ask(const QByteArray& question);
 
     QMutex m_mutex;
     QuickLookLimits m_limits;

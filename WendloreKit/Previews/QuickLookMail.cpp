@@ -2,6 +2,8 @@
 
 #include "Previews/QuickLookText.h"
 
+#include <QDateTime>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QStringDecoder>
 
@@ -143,6 +145,14 @@ void collect(const Part& part, MailMessage& message, QString& html, int depth)
     }
 }
 
+/// When the mail was sent, as it is said here and in this place's time; as it stands when it is no date.
+QString shownDate(const QString& value)
+{
+    const QDateTime time = QDateTime::fromString(value.section(u'(', 0, 0).trimmed(), Qt::RFC2822Date);
+    const QLocale swedish(QLocale::Swedish, QLocale::Sweden);
+    return time.isValid() ? swedish.toString(time.toLocalTime(), u"d MMMM yyyy HH:mm"_s) : value;
+}
+
 } // namespace
 
 QString decodedHeader(const QByteArray& value)
@@ -222,13 +232,14 @@ std::optional<QuickLookPage> mailPage(const QByteArray& bytes)
                                       {"to", u"Till"_s},
                                       {"cc", u"Kopia"_s},
                                       {"date", u"Datum"_s}}) {
-        const QString value = message.header(name);
+        const QString header = message.header(name);
+        const QString value = name == "date" ? shownDate(header) : header;
         if (!value.isEmpty())
             page.body += "<tr><td>" + escaped(title) + "</td><td>" + escaped(value) + "</td></tr>";
     }
     if (!message.attachments.isEmpty())
         page.body += "<tr><td>Bilagor</td><td>" + escaped(message.attachments.join(u", "_s)) + "</td></tr>";
-    page.body += "</table><pre>" + escaped(message.text) + "</pre></article>";
+    page.body += "</table><div class=\"letter\">" + escaped(message.text) + "</div></article>";
     return page;
 }
 

@@ -1,5 +1,11 @@
 #include "Previews/QuickLookMedia.h"
 
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
@@ -11,8 +17,10 @@ enum class Medium { Audio, Video, Drawing, Font };
 struct MediaType final
 {
     Medium medium;
-    const char* mimeType;
+    QByteArray mimeType;
 };
+
+const QByteArray svgType = "image/svg+xml";
 
 std::optional<MediaType> typeOf(const QString& extension)
 {
@@ -24,13 +32,43 @@ std::optional<MediaType> typeOf(const QString& extension)
         {u"weba"_s, {Medium::Audio, "audio/webm"}},   {u"mp4"_s, {Medium::Video, "video/mp4"}},
         {u"m4v"_s, {Medium::Video, "video/mp4"}},     {u"mov"_s, {Medium::Video, "video/mp4"}},
         {u"webm"_s, {Medium::Video, "video/webm"}},   {u"ogv"_s, {Medium::Video, "video/ogg"}},
-        {u"mkv"_s, {Medium::Video, "video/webm"}},    {u"svg"_s, {Medium::Drawing, "image/svg+xml"}},
+        {u"mkv"_s, {Medium::Video, "video/webm"}},    {u"svg"_s, {Medium::Drawing, svgType}},
         {u"avif"_s, {Medium::Drawing, "image/avif"}}, {u"ico"_s, {Medium::Drawing, "image/x-icon"}},
         {u"ttf"_s, {Medium::Font, "font/ttf"}},       {u"otf"_s, {Medium::Font, "font/otf"}},
         {u"woff"_s, {Medium::Font, "font/woff"}},     {u"woff2"_s, {Medium::Font, "font/woff2"}},
     };
     const auto found = types.constFind(extension);
     return found == types.constEnd() ? std::nullopt : std::optional(*found);
+}
+
+/// Whether the file begins like a font; the engine would show a specimen of another font otherwise.
+bool isFont(QIODevice& file)
+{
+    constexpr std::array beginnings{QByteArrayView("\0\1\0\0", 4), QByteArrayView("OTTO"),
+                                    QByteArrayView("true"), QByteArrayView("wOFF"), QByteArrayView("wOF2")};
+    const QByteArray beginning = file.read(4);
+    return std::ranges::any_of(beginnings, [&](QByteArrayView known) { return known == beginning; });
+}
+
+/// Whether the file is a whole drawing; the engine would show nothing of one that is not.
+bool isSvg(QIODevice& file)
+{
+    QXmlStreamReader reader(&file);
+    if (!reader.readNextStartElement() || reader.name() != u"svg")
+        return false;
+    while (!reader.atEnd())
+        reader.readNext();
+    return !reader.hasError();
+}
+
+bool isWhatItsNameSays(const FileURL& url, const MediaType& type)
+{
+    QFile file(QFile::decodeName(url.bytes()));
+    if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
+        return false;
+    if (type.medium == Medium::Font)
+        return isFont(file);
+    return type.mimeType != svgType || isSvg(file);
 }
 
 QByteArray specimenMarkup(const FileURL& file)
@@ -52,7 +90,7 @@ QByteArray specimenMarkup(const FileURL& file)
 std::optional<QuickLookPage> mediaPage(const FileURL& file)
 {
     const auto type = typeOf(file.pathExtension().toLower());
-    if (!type)
+    if (!type || !isWhatItsNameSays(file, *type))
         return std::nullopt;
     constexpr int specimenWidth = 900;
     QuickLookPage page;
@@ -61,12 +99,14 @@ std::optional<QuickLookPage> mediaPage(const FileURL& file)
     const QByteArray name = escaped(file.lastPathComponent());
     switch (type->medium) {
     case Medium::Audio:
-        page.body =
-            "<div class=\"centered\"><audio controls src=\"file\" aria-label=\"" + name + "\"></audio></div>";
+        page.body = "<div class=\"centered\"><audio controls controlslist=\"nodownload noremoteplayback\" "
+                    "src=\"file\" aria-label=\"" +
+                    name + "\"></audio></div>";
         break;
     case Medium::Video:
-        page.body =
-            "<div class=\"centered\"><video controls src=\"file\" aria-label=\"" + name + "\"></video></div>";
+        page.body = "<div class=\"centered\"><video controls controlslist=\"nodownload nofullscreen "
+                    "noremoteplayback\" disablepictureinpicture src=\"file\" aria-label=\"" +
+                    name + "\"></video></div>";
         break;
     case Medium::Drawing:
         page.body = "<div class=\"centered\"><img src=\"file\" alt=\"" + name + "\"></div>";

@@ -7,7 +7,7 @@
 namespace wendlore {
 
 /// Sound, film, drawings and fonts, which the web engine plays and draws by itself; nothing for a file of
-/// another extension.
+/// another extension, and for one that is not what its extension says.
 [[nodiscard]] std::optional<QuickLookPage> mediaPage(const FileURL& file);
 
 } // namespace wendlore

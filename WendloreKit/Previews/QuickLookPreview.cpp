@@ -64,7 +64,11 @@ void QuickLookPreview::show(const FileURL& file, QuickLookContent content)
         return;
     }
     if (auto* page = std::get_if<QuickLookPage>(&content)) {
-        replaceContent(new QuickLookWebView(std::move(*page), this));
+        auto* view = new QuickLookWebView(std::move(*page), this);
+        replaceContent(view);
+        connect(
+            view, &QuickLookWebView::failed, this,
+            [this, file] { replaceContent(new FileCard(*m_state, file, this)); }, Qt::QueuedConnection);
     } else {
         auto* pages = new PDFViewer(*m_state, std::get<QuickLookPdf>(content).file, this);
         pages->setAccessibleName(file.lastPathComponent());

@@ -37,6 +37,7 @@ h1 { font-size: 24px; line-height: 1.25; margin: 0 0 12px } h2 { font-size: 18px
 h3, h4, h5, h6 { font-size: 14px; margin: 20px 0 6px }
 article { max-width: 46em; margin: 0 auto; font-size: 15px; line-height: 1.6 }
 .headers { width: 100% }
+.letter { white-space: pre-wrap; tab-size: 4 }
 article img { max-width: 100%; height: auto }
 .cover { display: block; max-height: 420px; margin: 0 auto 24px; border: 1px solid var(--line) }
 nav { border-bottom: 1px solid var(--line); margin-bottom: 24px; padding-bottom: 16px } nav ol { padding-left: 24px }

@@ -141,6 +141,7 @@ QuickLookWebView::QuickLookWebView(QuickLookPage page, QWidget* parent)
 {
     m_profile->installUrlSchemeHandler(schemeName, m_handler);
     setPage(m_page);
+    connect(m_page, &QWebEnginePage::renderProcessTerminated, this, &QuickLookWebView::failed);
     loadPage();
 }
 

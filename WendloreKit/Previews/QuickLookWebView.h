@@ -27,6 +27,10 @@ public:
     /// The page's width at zoom 1; 0 when it flows.
     [[nodiscard]] int pageWidth() const { return m_pageWidth; }
 
+Q_SIGNALS:
+    /// The process that drew the page has died over it.
+    void failed();
+
 protected:
     void changeEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;

@@ -165,7 +165,7 @@ void WendloreFileScene::relay(AppState& state)
             if (selected && relocated(*selected, from, to) != *selected)
                 other.setSelectedFile(relocated(*selected, from, to));
             if (&other == &m_mainState) // the only one whose tree is shown
-                other.reloadTree();
+                other.reloadTreeAfterMove(from, to);
         });
     });
     connect(&state, &AppState::didDelete, this, [this, &state](const FileURL& item) {

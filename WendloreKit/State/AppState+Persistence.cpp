@@ -54,9 +54,9 @@ void AppState::restoreSelection(const FileURL& bucket)
     const VaultUIState state = loadUIStates().value(bucket.path());
     // The folder is not saved on its own: with the file of another bucket beside it, it would lose this
     // one's.
-    store(m_selectedFolder, storedLocation(state.selectedFolderPath, DiskEntry::Folder, *m_fileTree),
+    store(m_selectedFolder, storedLocation(state.selectedFolderPath, DiskEntry::Folder, m_tree.nodes()),
           &AppState::selectedFolderChanged);
-    setSelectedFile(storedLocation(state.selectedFilePath, DiskEntry::File, *m_fileTree));
+    setSelectedFile(storedLocation(state.selectedFilePath, DiskEntry::File, m_tree.nodes()));
 }
 
 VaultUIStates AppState::loadUIStates() const

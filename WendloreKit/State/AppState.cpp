@@ -31,6 +31,7 @@ double withinZoomRange(double zoom)
 AppState::AppState(const Services& services, QObject* parent)
     : QObject(parent)
     , m_services(services)
+    , m_tree(services.scheduler, [this] { noteChange(&AppState::fileTreeChanged); })
     , m_editorController(
           std::make_unique<WebEditorController>(services.makeEditorWebView(), services.scheduler))
     , m_theme(appTheme(services.defaults.string(themeKey).value_or(QString())))

@@ -14,6 +14,7 @@
 //   search                              Vault/AppState+Search.cpp
 
 #include "State/AppTheme.h"
+#include "State/BucketTree.h"
 #include "State/NavigationHistory.h"
 #include "State/Services.h"
 #include "State/SyncedVaultEntry.h"
@@ -57,7 +58,7 @@ public:
     // Observable facts.
     [[nodiscard]] const std::vector<FileURL>& vaults() const { return m_vaults; }
     [[nodiscard]] const std::optional<FileURL>& vaultURL() const { return m_vaultURL; }
-    [[nodiscard]] const std::vector<FileNode>& fileTree() const { return *m_fileTree; }
+    [[nodiscard]] const std::vector<FileNode>& fileTree() const { return m_tree.nodes(); }
     [[nodiscard]] const std::optional<FileURL>& selectedFile() const { return m_selectedFile; }
     [[nodiscard]] const std::optional<FileURL>& selectedFolder() const { return m_selectedFolder; }
     [[nodiscard]] const QString& searchQuery() const { return m_searchQuery; }
@@ -126,8 +127,12 @@ public:
     void reloadTree();
     /// The same without waiting, for a large bucket; calls `then` when the tree is what was found on disk.
     void reloadTreeInBackground(std::function<void()> then);
+    /// The same when something was made in `folder` or taken away: that is shown at once.
+    void reloadTreeAround(const FileURL& folder);
+    /// The same when `from` was moved to `to`.
+    void reloadTreeAfterMove(const FileURL& from, const FileURL& to);
     /// The directory that receives new notes and folders: the selected folder, else the selected file's, else
-    /// the bucket.
+    /// the bucket. One that is gone from the disk does not count: nothing could be kept there.
     [[nodiscard]] std::optional<FileURL> activeDirectory() const;
 
     // Files. Nothing here tells the user of a failure.
@@ -138,7 +143,7 @@ public:
     void createNote(const QString& name, const FileURL& folder);
     /// Creates a folder ("Ny mapp", then numbered) in `folder`.
     void newFolder(const FileURL& folder);
-    /// Renames an item; its extension is kept. Does nothing for a blank name or one that is taken.
+    /// Renames an item; its extension is kept. Does nothing for a blank name, a taken one or one with a "/".
     void renameFile(const FileURL& item, const QString& newName);
     /// Moves an item into `folder`, and leaves the way back in `undo`. Does nothing when the name is taken
     /// there, or for a folder that would end inside itself.
@@ -222,7 +227,11 @@ private:
     void openBucket(const std::optional<FileURL>& bucket);
     void selectNewNote(const FileURL& note);
     void writeNewNote(const FileURL& note, const QString& heading);
+    /// Tells that `from` was moved; the selected folder goes along.
+    void announceMove(const FileURL& from, const FileURL& to);
     void followMove(const FileURL& from, const FileURL& to);
+    /// Tells that `item` was deleted; a selected folder that went with it is let go.
+    void announceDeletion(const FileURL& item);
     void openNoteName(const QString& name, bool allowCreate);
     void appendBookmark(const FileURL& folder);
     void rewriteBookmarks();
@@ -239,9 +248,7 @@ private:
     Services m_services;
     std::vector<FileURL> m_vaults;
     std::optional<FileURL> m_vaultURL;
-    std::shared_ptr<const std::vector<FileNode>> m_fileTree = std::make_shared<std::vector<FileNode>>();
-    int m_treeReads = 0; ///< so many readings have been stored
-    std::unique_ptr<ScheduledTask> m_treeReading;
+    BucketTree m_tree;
     std::optional<FileURL> m_selectedFile;
     QString m_searchQuery;
     std::vector<SearchHit> m_searchResults;

@@ -59,7 +59,16 @@ int makeFolder(const FileURL& url)
 void makeFolders(const FileURL& folder)
 {
     std::error_code error;
-    std::filesystem::create_directories(folder.bytes().toStdString(), error);
+    if (!folder.bytes().contains('\0'))
+        std::filesystem::create_directories(folder.bytes().toStdString(), error);
+}
+
+/// The file that `file` leads to, which a copy of a symbolic link might miss from its new place.
+FileURL linkedFile(const FileURL& file)
+{
+    std::error_code error;
+    const auto path = std::filesystem::canonical(file.bytes().toStdString(), error);
+    return error ? file : FileURL::fromBytes(QByteArray::fromStdString(path.native()), file.isDirectory());
 }
 
 } // namespace
@@ -106,7 +115,7 @@ void AppState::writeNewNote(const FileURL& note, const QString& heading)
 
 void AppState::selectNewNote(const FileURL& note)
 {
-    reloadTree();
+    reloadTreeAround(note.deletingLastPathComponent());
     setSelectedFile(note);
 }
 
@@ -119,20 +128,28 @@ void AppState::newFolder(const FileURL& folder)
         qCWarning(filesLog).noquote() << "newFolder error:" << qt_error_string(error);
         return;
     }
-    reloadTree();
+    reloadTreeAround(folder);
 }
 
 void AppState::deleteFile(const FileURL& item)
 {
     Operation operation(*this);
-    Q_EMIT aboutToMove(item);
-    if (!m_services.trash.put(item))
-        m_services.recovered.take(item, u"there is no trash"_s);
-    if (!existsOnDisk(item))
-        Q_EMIT didDelete(item);
-    if (m_selectedFile == item)
+    const FileURL deleted = item; // may be the selection itself, which is about to change
+    Q_EMIT aboutToMove(deleted);
+    if (!m_services.trash.put(deleted))
+        m_services.recovered.take(deleted, u"there is no trash"_s);
+    if (!existsOnDisk(deleted))
+        announceDeletion(deleted);
+    if (m_selectedFile == deleted)
         setSelectedFile(std::nullopt);
-    reloadTree();
+    reloadTreeAround(deleted.deletingLastPathComponent());
+}
+
+void AppState::announceDeletion(const FileURL& item)
+{
+    if (m_selectedFolder && (m_selectedFolder->bytes() == item.bytes() || m_selectedFolder->isBelow(item)))
+        setSelectedFolder(std::nullopt);
+    Q_EMIT didDelete(item);
 }
 
 std::optional<QString> AppState::importAsset(const FileURL& file)
@@ -142,8 +159,10 @@ std::optional<QString> AppState::importAsset(const FileURL& file)
     const FileURL assets = m_vaultURL->appending(u"assets"_s, true);
     makeFolders(assets);
     const auto nameOf = [&](int number) { return assetName(file, number); };
+    const FileURL source = linkedFile(file);
     const auto [copy, error] =
-        makeNumbered(assets, false, nameOf, [&](const FileURL& url) { return copyExclusively(file, url); });
+        makeNumbered(assets, false, nameOf, [&](const FileURL& url) { return copyExclusively(source, url); });
+    reloadTreeAround(assets);
     if (error != 0) {
         qCWarning(filesLog).noquote() << "importAsset error:" << qt_error_string(error);
         return std::nullopt;

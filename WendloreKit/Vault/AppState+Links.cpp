@@ -66,7 +66,7 @@ void AppState::openNoteName(const QString& name, bool allowCreate)
         return;
     if (allowCreate)
         openNote(name);
-    else if (const auto found = findNote(name, *m_fileTree))
+    else if (const auto found = findNote(name, m_tree.nodes()))
         setSelectedFile(found);
 }
 
@@ -76,11 +76,11 @@ void AppState::openNote(const QString& name)
     if (!m_vaultURL || trimmed.isEmpty())
         return;
     Operation operation(*this);
-    auto found = findNote(trimmed, *m_fileTree);
+    auto found = findNote(trimmed, m_tree.nodes());
     if (!found) {
         // Another program may have brought the note since the tree was read; it must not be made over it.
         reloadTree();
-        found = findNote(trimmed, *m_fileTree);
+        found = findNote(trimmed, m_tree.nodes());
     }
     if (found) {
         setSelectedFile(found);
@@ -110,9 +110,9 @@ void AppState::revealFile(const FileURL& file)
     if (!m_vaultURL || !target.isBelow(m_vaultURL->standardized()) || !existsOnDisk(target))
         return;
     Operation operation(*this);
-    if (!urlInTree(target.path(), *m_fileTree))
+    if (!urlInTree(target.path(), m_tree.nodes()))
         reloadTree();
-    setSelectedFile(urlInTree(target.path(), *m_fileTree).value_or(target));
+    setSelectedFile(urlInTree(target.path(), m_tree.nodes()).value_or(target));
 }
 
 } // namespace wendlore

@@ -5,6 +5,7 @@
 #include "Vault/ExclusiveMove.h"
 #include "Vault/FileName.h"
 #include "Vault/Log.h"
+#include "Vault/Relocation.h"
 #include "Vault/UndoRegistrar.h"
 
 #include <QPointer>
@@ -32,20 +33,21 @@ void AppState::renameFile(const FileURL& item, const QString& newName)
     const QByteArrayView extension = extensionOf(oldName);
     const QByteArray name = extension.isEmpty() ? stem : stem + '.' + extension.toByteArray();
     const FileURL target = item.deletingLastPathComponent().appendingBytes(name, item.isDirectory());
-    if (stem.isEmpty() || existsOnDisk(target))
+    if (stem.isEmpty() || stem.contains('/') || existsOnDisk(target))
         return;
 
     Operation operation(*this);
-    Q_EMIT aboutToMove(item);
-    const int error = moveExclusively(item, target);
+    const FileURL origin = item; // may be the selection itself, which is about to change
+    Q_EMIT aboutToMove(origin);
+    const int error = moveExclusively(origin, target);
     if (error == EEXIST)
         return;
     if (error == 0)
-        Q_EMIT didMove(item, target);
+        announceMove(origin, target);
     else
         qCWarning(filesLog).noquote() << "renameFile error:" << qt_error_string(error);
-    followMove(item, target);
-    reloadTree();
+    followMove(origin, target);
+    reloadTreeAfterMove(origin, target);
 }
 
 void AppState::moveFile(const FileURL& item, const FileURL& folder, UndoRegistrar* undo)
@@ -55,22 +57,30 @@ void AppState::moveFile(const FileURL& item, const FileURL& folder, UndoRegistra
         return;
 
     Operation operation(*this);
-    Q_EMIT aboutToMove(item);
-    if (const int error = moveExclusively(item, target)) {
+    const FileURL origin = item; // may be the selection itself, which is about to change
+    Q_EMIT aboutToMove(origin);
+    if (const int error = moveExclusively(origin, target)) {
         if (error != EEXIST)
             qCWarning(filesLog).noquote() << "moveFile error:" << qt_error_string(error);
         return;
     }
-    Q_EMIT didMove(item, target);
-    followMove(item, target);
-    reloadTree();
+    announceMove(origin, target);
+    followMove(origin, target);
+    reloadTreeAfterMove(origin, target);
     if (undo == nullptr)
         return;
     undo->registerUndo(u"Flytta"_s,
-                       [state = QPointer(this), target, undo, origin = item.deletingLastPathComponent()] {
+                       [state = QPointer(this), target, undo, back = origin.deletingLastPathComponent()] {
                            if (state)
-                               state->moveFile(target, origin, undo);
+                               state->moveFile(target, back, undo);
                        });
+}
+
+void AppState::announceMove(const FileURL& from, const FileURL& to)
+{
+    if (m_selectedFolder && relocated(*m_selectedFolder, from, to) != *m_selectedFolder)
+        setSelectedFolder(relocated(*m_selectedFolder, from, to));
+    Q_EMIT didMove(from, to);
 }
 
 void AppState::followMove(const FileURL& from, const FileURL& to)

@@ -57,6 +57,11 @@ WriteResult AtomicFile::write(const FileURL& url, const QByteArray& bytes)
     return FileWrite(FileSystemCalls::real(), backupDirectory(), url, bytes).write();
 }
 
+WriteResult AtomicFile::writeOver(const FileURL& url, const QByteArray& seen, const QByteArray& bytes)
+{
+    return FileWrite(FileSystemCalls::real(), backupDirectory(), url, bytes).writeOver(seen);
+}
+
 WriteResult AtomicFile::create(const FileURL& url, const QByteArray& bytes)
 {
     return FileWrite(FileSystemCalls::real(), {}, url, bytes).create();

@@ -15,6 +15,7 @@ enum class WriteOutcome {
     Replaced,  ///< a new file took the old one's place (or there was none) in one step
     InPlace,   ///< written into the existing file, because replacing it would have lost links or ownership
     Taken,     ///< nothing was created, because something of that name exists
+    Changed,   ///< nothing was written, because the file no longer holds what the caller has seen
     /// The new bytes are not safely on the disk. The old ones are still there; where even that failed,
     /// `error` names the backup that holds them.
     Failed
@@ -28,7 +29,8 @@ struct WriteResult final
 
     [[nodiscard]] bool succeeded() const
     {
-        return outcome != WriteOutcome::Failed && outcome != WriteOutcome::Taken;
+        return outcome == WriteOutcome::Unchanged || outcome == WriteOutcome::Replaced ||
+               outcome == WriteOutcome::InPlace;
     }
 };
 
@@ -47,6 +49,10 @@ int settleInterruptedWrites(RecoveredTexts& recovered);
 
 /// Makes `url` hold exactly `bytes`. Follows symbolic links; keeps mode, owner and extended attributes.
 [[nodiscard]] WriteResult write(const FileURL& url, const QByteArray& bytes);
+
+/// The same, unless the file holds something else than `seen` by the time the bytes would take its place
+/// (`Changed`). A file that is gone is made again.
+[[nodiscard]] WriteResult writeOver(const FileURL& url, const QByteArray& seen, const QByteArray& bytes);
 
 /// Creates `url` holding `bytes`, unless anything of that name exists, also when it appears meanwhile
 /// (`Taken`).

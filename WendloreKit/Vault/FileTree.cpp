@@ -68,19 +68,24 @@ std::optional<FileURL> findPath(const QByteArray& path, const std::vector<FileNo
 
 } // namespace
 
+std::vector<FileNode> nodesOfFolder(const FileURL& folder, FollowLink followLink, const NameOrder& order)
+{
+    const FolderListing listing(folder, followLink);
+    std::vector<Entry> entries = listing.entries();
+    for (Entry& entry : entries)
+        entry.isDirectory = entry.isDirectory && !isPackageName(QByteArrayView(entry.name));
+    const auto files = std::ranges::stable_partition(entries, &Entry::isDirectory);
+    std::vector<FileNode> nodes;
+    nodes.reserve(entries.size());
+    appendSorted(nodes, {entries.begin(), files.begin()}, folder, order);
+    appendSorted(nodes, files, folder, order);
+    return nodes;
+}
+
 std::vector<FileNode> buildTree(const FileURL& folder, const NameOrder& order)
 {
     return walkFolders(folder, [&order](const FileURL& location, FollowLink followLink) {
-        const FolderListing listing(location, followLink);
-        std::vector<Entry> entries = listing.entries();
-        for (Entry& entry : entries)
-            entry.isDirectory = entry.isDirectory && !isPackageName(QByteArrayView(entry.name));
-        const auto files = std::ranges::stable_partition(entries, &Entry::isDirectory);
-        std::vector<FileNode> nodes;
-        nodes.reserve(entries.size());
-        appendSorted(nodes, {entries.begin(), files.begin()}, location, order);
-        appendSorted(nodes, files, location, order);
-        return nodes;
+        return nodesOfFolder(location, followLink, order);
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vault/FileNode.h"
+#include "Vault/FolderListing.h"
 
 #include <QString>
 
@@ -11,9 +12,14 @@ namespace wendlore {
 
 class NameOrder;
 
-/// Reads the visible contents of `folder` from disk, all the way down: folders first, each kind in the order
-/// of `order` by display name (a file's without its extension), and names that are equal there by their
-/// bytes. Packages and symbolic links are files. A folder that cannot be read is empty.
+/// The visible entries of `folder` alone, those of its subfolders missing: folders first, each kind in the
+/// order of `order` by display name (a file's without its extension), and names that are equal there by their
+/// bytes. Packages and symbolic links are files. None when the folder cannot be read.
+[[nodiscard]] std::vector<FileNode> nodesOfFolder(const FileURL& folder, FollowLink followLink,
+                                                  const NameOrder& order);
+
+/// Reads the visible contents of `folder` from disk, all the way down, in that order. A folder that cannot be
+/// read is empty.
 [[nodiscard]] std::vector<FileNode> buildTree(const FileURL& folder, const NameOrder& order);
 /// The same in the user's own language.
 [[nodiscard]] std::vector<FileNode> buildTree(const FileURL& folder);

@@ -24,6 +24,8 @@ FileWrite::Attempt FileWrite::writeInPlace()
     const auto old = readFile(file.get(), m_calls);
     if (!old)
         return failed();
+    if (m_seen && *old != *m_seen)
+        return Attempt::Outdated;
 
     const auto backup = backups.keep({FileURL::fromBytes(m_path, false), *old, m_bytes});
     if (!backup.result.succeeded()) {

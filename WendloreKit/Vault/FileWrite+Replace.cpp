@@ -72,6 +72,9 @@ FileWrite::Attempt FileWrite::replace()
         return Attempt::WouldLose;
     if (!temporary.finish())
         return failed();
+    // As late as can be: what took long is done.
+    if (!isAsSeen())
+        return Attempt::Outdated;
     if (m_calls.rename(m_directory.get(), temporary.name(), m_name.constData()) == -1) {
         if (errno == ENOENT)
             return Attempt::Disturbed;

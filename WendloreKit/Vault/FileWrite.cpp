@@ -1,5 +1,7 @@
 #include "Vault/FileWrite.h"
 
+#include "Vault/ReadFile.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -46,11 +48,19 @@ WriteResult FileWrite::write()
             ended = writeInPlace();
         if (ended == Attempt::Succeeded)
             return {isInPlace ? WriteOutcome::InPlace : WriteOutcome::Replaced, {}};
+        if (ended == Attempt::Outdated)
+            return {WriteOutcome::Changed, m_url.path() + u": has changed"_s};
         if (ended == Attempt::Failed)
             return failure();
     }
     m_error = EBUSY;
     return failure();
+}
+
+WriteResult FileWrite::writeOver(const QByteArray& seen)
+{
+    m_seen = seen;
+    return write();
 }
 
 WriteResult FileWrite::create()
@@ -149,6 +159,15 @@ std::optional<bool> FileWrite::holdsBytesAlready()
         position += taken;
     }
     return true;
+}
+
+bool FileWrite::isAsSeen() const
+{
+    if (!m_seen)
+        return true;
+    const Descriptor file(
+        m_calls, m_calls.openAt(m_directory.get(), m_name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
+    return file.isOpen() ? readFile(file.get(), m_calls) == m_seen : errno == ENOENT;
 }
 
 bool FileWrite::writeAll(int file, const QByteArray& bytes)

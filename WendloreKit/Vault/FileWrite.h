@@ -21,6 +21,8 @@ public:
 
     /// Makes the file hold the bytes, whether it exists or not.
     [[nodiscard]] WriteResult write();
+    /// The same, unless the file holds something else than `seen` just before the bytes take its place.
+    [[nodiscard]] WriteResult writeOver(const QByteArray& seen);
     /// Makes the file, unless something of that name exists.
     [[nodiscard]] WriteResult create();
 
@@ -29,6 +31,7 @@ private:
         Succeeded,
         WouldLose, ///< a new file could not keep what belongs to the old one
         Disturbed, ///< another program got in between; to be tried again
+        Outdated,  ///< another program has put something else there than the caller has seen
         Failed     ///< `m_error` says why
     };
     class Temporary;
@@ -37,6 +40,8 @@ private:
     [[nodiscard]] bool followLinks();
     [[nodiscard]] bool openTarget();
     [[nodiscard]] std::optional<bool> holdsBytesAlready();
+    /// Whether replacing the file now would take away nothing that the caller has not seen.
+    [[nodiscard]] bool isAsSeen() const;
 
     [[nodiscard]] Attempt replace();
     [[nodiscard]] Attempt createExclusively();
@@ -57,6 +62,7 @@ private:
     FileURL m_backups;
     FileURL m_url;
     QByteArray m_bytes;
+    std::optional<QByteArray> m_seen; ///< absent when the file may hold anything
 
     QByteArray m_path;
     QByteArray m_name;

@@ -17,6 +17,11 @@ export const cases = [
   { name: 'scrolled through 100,000 files, longest', ours: [ours, 'scrolling, longest'], most: frame },
   { name: 'tree of 100,000 read again in the background', ours: [ours, 'refreshing, longest'], most: frame },
   { name: 'the same at once', ours: [ours, 'rebuilding'] },
+  { name: 'note made there, longest', ours: [ours, 'making, longest'], most: frame },
+  { name: 'note renamed, longest', ours: [ours, 'renaming, longest'], most: frame },
+  { name: 'note moved, longest', ours: [ours, 'moving, longest'], most: frame },
+  { name: 'note deleted, longest', ours: [ours, 'deleting, longest'], most: frame },
+  { name: 'folder of 10,000 renamed, longest', ours: [ours, 'folder, longest'], most: frame },
   { name: 'query of 10,000 hits typed, longest', ours: [ours, 'searching, longest'], most: frame },
 ];
 

@@ -3,12 +3,13 @@
 // bench-previews make FOLDER makes the files. Ours is the product's own view, bare the least that shows the
 // same with the toolkit. Both stand in a window of the same size, and the time ends when the window's pixels
 // have what the file is known by: red in the middle, or for a log the first lines of its text. A web engine
-// that is needed runs before, as it does in the program. A document of an office program is shown as one that
-// was converted before.
+// that is needed runs before, as it does in the program, and a decoder waits, as it does there after the
+// first file. A document of an office program is shown as one that was converted before.
 
 #include "Look/Colors.h"
 #include "Look/Style.h"
 #include "Platform/Desktop.h"
+#include "Previews/DecoderProcess.h"
 #include "Previews/FileViewer.h"
 #include "Previews/QuickLookCache.h"
 #include "Previews/WebSchemes.h"
@@ -44,6 +45,7 @@ namespace {
 constexpr QSize windowSize(1100, 800);
 constexpr int lookEvery = 2; // ms
 constexpr int patience = 60'000;
+constexpr int timeToWait = 200; // ms; nobody chooses the next file sooner
 
 void write(const QString& name, const QByteArray& bytes)
 {
@@ -242,6 +244,24 @@ void keepConverted(const QString& document)
         qFatal("cannot keep the pages of %s", qPrintable(document));
 }
 
+void showEmpty(QWidget& window)
+{
+    window.setLayout(new QVBoxLayout);
+    window.layout()->setContentsMargins(0, 0, 0, 0);
+    window.resize(windowSize);
+    window.show();
+    QApplication::processEvents();
+}
+
+/// As in the program after a file that a decoder has read.
+void letADecoderWait()
+{
+    static_cast<void>(DecoderProcess(memoryFile("x").get()).ask({}, QuickLookLimits()));
+    QElapsedTimer time;
+    time.start();
+    waitUntil([&time] { return time.elapsed() > timeToWait; });
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -269,12 +289,10 @@ int main(int argc, char** argv)
     }
     if (file.endsWith(QStringLiteral(".docx")))
         keepConverted(file);
+    if (isOurs)
+        letADecoderWait();
     QWidget window;
-    window.setLayout(new QVBoxLayout);
-    window.layout()->setContentsMargins(0, 0, 0, 0);
-    window.resize(windowSize);
-    window.show();
-    QApplication::processEvents();
+    showEmpty(window);
 
     LongestWork work;
     QElapsedTimer time;

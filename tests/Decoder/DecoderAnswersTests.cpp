@@ -3,12 +3,50 @@
 #include "Decoder/DecoderTask.h"
 #include "Decoder/Picture.h"
 #include "Support/PdfFiles.h"
+#include "Support/Pictures.h"
 
 #include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
+
+namespace {
+
+/// What is answered about one file, and the memory where pictures are put.
+class Asked final
+{
+public:
+    explicit Asked(const QByteArray& file, qsizetype memorySize = qsizetype(96) * 64 * bytesPerPixel)
+        : memory(memorySize, 'x')
+        , m_answers(file, {reinterpret_cast<uchar*>(memory.data()), size_t(memorySize)})
+    {}
+
+    /// The answer to a task with these values.
+    template <typename... Values>
+    [[nodiscard]] QByteArray answer(DecoderTask task, const Values&... values)
+    {
+        return m_answers.to(decoderValues(task, values...));
+    }
+    [[nodiscard]] QByteArray answerToBytes(const QByteArray& question) { return m_answers.to(question); }
+
+    QByteArray memory;
+
+private:
+    DecoderAnswers m_answers;
+};
+
+/// The size of the picture that an answer tells of.
+QSize sizeIn(const QByteArray& answer)
+{
+    QSize size;
+    return readAnswer(answer, size) ? size : QSize(-1, -1);
+}
+
+const QByteArray redPixel("\x00\x00\xff\xff", 4);
+const QByteArray bluePixel("\xff\x00\x00\xff", 4);
+
+} // namespace
 
 class DecoderAnswersTests final : public QObject
 {
@@ -17,45 +55,74 @@ class DecoderAnswersTests final : public QObject
 private Q_SLOTS:
     void everyTaskHasItsAnswer()
     {
-        DecoderAnswers answers(pdfOf({u"Ett möte"_s, u"Två"_s}));
+        Asked asked(pdfOf({u"Ett möte"_s, u"Två"_s}));
         PdfState state = PdfState::damaged;
         QList<QSizeF> pages;
-        QVERIFY(readAnswer(answers.to(decoderValues(DecoderTask::openPdf, QString())).values, state, pages));
+        QVERIFY(readAnswer(asked.answer(DecoderTask::openPdf, QString()), state, pages));
         QCOMPARE(state, PdfState::ready);
         QCOMPARE(pages.size(), 2);
         const QRect part(0, 0, 60, 80);
-        QCOMPARE(pictureOf(answers.to(decoderValues(DecoderTask::drawPage, 0, part.size(), part))).size(),
-                 part.size());
+        QCOMPARE(sizeIn(asked.answer(DecoderTask::drawPage, 0, part.size(), part)), part.size());
+        QCOMPARE(asked.memory.first(4), QByteArray("\xff\xff\xff\xff", 4));
         PdfText text;
-        QVERIFY(readAnswer(answers.to(decoderValues(DecoderTask::textOfPage, 1)).values, text));
+        QVERIFY(readAnswer(asked.answer(DecoderTask::textOfPage, 1), text));
         QVERIFY(text.text.contains(u"Två"_s));
         QList<PdfMatch> places;
-        QVERIFY(readAnswer(answers.to(decoderValues(DecoderTask::findText, 0, u"möte"_s)).values, places));
+        QVERIFY(readAnswer(asked.answer(DecoderTask::findText, 0, u"möte"_s), places));
         QCOMPARE(places.size(), 1);
         QString selected;
-        QVERIFY(readAnswer(
-            answers.to(decoderValues(DecoderTask::textBetween, PdfPoint{0, {0, 0}}, PdfPoint{1, {500, 800}}))
-                .values,
-            selected, places));
+        QVERIFY(
+            readAnswer(asked.answer(DecoderTask::textBetween, PdfPoint{0, {0, 0}}, PdfPoint{1, {500, 800}}),
+                       selected, places));
         QVERIFY(selected.contains(u"Ett möte"_s) && selected.contains(u"Två"_s));
         QList<PdfLink> links;
-        QVERIFY(readAnswer(answers.to(decoderValues(DecoderTask::linksOfPage, 0)).values, links));
+        QVERIFY(readAnswer(asked.answer(DecoderTask::linksOfPage, 0), links));
         QVERIFY(links.isEmpty());
-        QVERIFY(pictureOf(answers.to(decoderValues(DecoderTask::decodePicture, qint64(1 << 20)))).isNull());
+    }
+
+    void aPictureLiesInTheMemoryForIt()
+    {
+        Asked asked(twoHalves(u"a.gif"_s));
+        QSize size;
+        bool hasAlpha = true;
+        bool moves = true;
+
+        QVERIFY(readAnswer(asked.answer(DecoderTask::decodePicture), size, hasAlpha, moves));
+
+        QCOMPARE(size, QSize(96, 64));
+        QVERIFY(!hasAlpha && !moves);
+        QCOMPARE(asked.memory.first(4), redPixel);
+        QCOMPARE(asked.memory.last(4), bluePixel);
+        QVERIFY(sizeIn(Asked(pdfOf({u"Ett"_s})).answer(DecoderTask::decodePicture)).isEmpty());
+    }
+
+    void theFramesOfAMovingPictureFollowEachOther()
+    {
+        Asked asked(movingFile(u"a.gif"_s, 0));
+        for (const QByteArray& pixel : {redPixel, bluePixel, redPixel}) {
+            QCOMPARE(sizeIn(asked.answer(DecoderTask::nextFrame)), QSize(16, 16));
+            QCOMPARE(asked.memory.first(4), pixel);
+        }
+        QVERIFY(Asked("hej").answer(DecoderTask::nextFrame).isEmpty());
+    }
+
+    void whatIsLargerThanTheMemoryIsNoAnswer()
+    {
+        Asked asked(pdfOf({u"Ett"_s}), 60 * 80 * bytesPerPixel - 1);
+        QVERIFY(!asked.answer(DecoderTask::openPdf, QString()).isEmpty());
+        const QRect part(0, 0, 60, 80);
+        QVERIFY(asked.answer(DecoderTask::drawPage, 0, part.size(), part).isEmpty());
     }
 
     void whatIsNoQuestionHasNone()
     {
-        DecoderAnswers answers(pdfOf({u"Ett"_s}));
-        QVERIFY(answers.to(QByteArray("\xff")).values.isEmpty());
-        QVERIFY(pictureOf(answers.to(decoderValues(DecoderTask::drawPage, 0))).isNull()); // not opened
+        Asked asked(pdfOf({u"Ett"_s}));
+        QVERIFY(asked.answerToBytes("\xff").isEmpty());
+        QVERIFY(asked.answer(DecoderTask::drawPage, 0).isEmpty()); // not opened
     }
 
     void aDamagedAnswerGivesNothing()
     {
-        QVERIFY(pictureOf({}).isNull());
-        QVERIFY(pictureOf({decoderValues(QSize(10, 10), false), QByteArray(399, 'x')}).isNull());
-        QVERIFY(pictureOf({decoderValues(QSize(-1, -10), false), QByteArray(40, 'x')}).isNull());
         QList<PdfMatch> places;
         QVERIFY(!readAnswer(QByteArray::fromHex("7fffffff"), places));
     }

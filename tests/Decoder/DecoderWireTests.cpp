@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include <sys/socket.h>
+#include <unistd.h>
 
 using namespace wendlore;
 
@@ -41,20 +42,41 @@ private Q_SLOTS:
     void messagesArriveWhole()
     {
         Pair pair;
-        const QByteArray pixels(5'000'000, 'p'); // more than a socket holds
-        const auto sent = QtConcurrent::run([&] {
-            return pair.here->send({"first", pixels}) && pair.here->send({"second", {}});
-        });
+        const QByteArray large(5'000'000, 'p'); // more than a socket holds
+        const auto sent =
+            QtConcurrent::run([&] { return pair.here->send("first") && pair.here->send(large); });
 
-        const auto first = pair.there->receive();
-        const auto second = pair.there->receive();
-
+        QCOMPARE(pair.there->receive(), QByteArray("first"));
+        QCOMPARE(pair.there->receive(), large);
         QVERIFY(sent.result());
-        QVERIFY(first && second);
-        QCOMPARE(first->values, QByteArray("first"));
-        QCOMPARE(first->pixels, pixels);
-        QCOMPARE(second->values, QByteArray("second"));
-        QVERIFY(second->pixels.isEmpty());
+    }
+
+    void openFilesAreHandedOver()
+    {
+        Pair pair;
+        int ends[2] = {-1, -1};
+        QCOMPARE(::pipe(ends), 0);
+        QVERIFY(pair.here->sendFiles({ends[0], ends[1]}));
+
+        const auto files = pair.there->receiveFiles();
+
+        QVERIFY(files && files->front() != ends[0] && files->back() != ends[1]);
+        QCOMPARE(::write(files->back(), "x", 1), ssize_t(1));
+        char read = 0;
+        QCOMPARE(::read(ends[0], &read, 1), ssize_t(1));
+        QCOMPARE(read, 'x');
+        for (const int file : {ends[0], ends[1], files->front(), files->back()})
+            ::close(file);
+    }
+
+    void whoGetsNoFilesIsTold()
+    {
+        Pair pair;
+        QVERIFY(pair.here->send("message"));
+        QVERIFY(!pair.there->receiveFiles());
+        Pair alone;
+        alone.here.reset();
+        QVERIFY(!alone.there->receiveFiles());
     }
 
     void anEndThatIsGoneIsNoticed()
@@ -62,7 +84,7 @@ private Q_SLOTS:
         Pair pair;
         pair.there.reset();
         QVERIFY(!pair.here->receive());
-        QVERIFY(!pair.here->send({QByteArray(5'000'000, 'x'), {}}));
+        QVERIFY(!pair.here->send(QByteArray(5'000'000, 'x')));
     }
 
     void waitingEndsWhenItIsOver()
@@ -73,15 +95,14 @@ private Q_SLOTS:
         QVERIFY(!pair.here->receive(isOver));
         QCOMPARE(asked, 3);
         asked = 0;
-        QVERIFY(!pair.here->send({QByteArray(5'000'000, 'x'), {}}, isOver));
+        QVERIFY(!pair.here->send(QByteArray(5'000'000, 'x'), isOver));
     }
 
     void aMessageLargerThanMessagesAreIsRefused()
     {
-        for (const qint64 size : {DecoderWire::maximumValues + 1, qint64(-1)}) {
+        for (const qint64 size : {DecoderWire::maximumSize + 1, qint64(-1)}) {
             Pair pair;
-            const qint64 sizes[] = {size, 0};
-            QCOMPARE(::send(pair.other, sizes, sizeof(sizes), 0), ssize_t(sizeof(sizes)));
+            QCOMPARE(::send(pair.other, &size, sizeof(size), 0), ssize_t(sizeof(size)));
             QVERIFY(!pair.here->receive());
         }
     }

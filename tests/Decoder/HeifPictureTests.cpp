@@ -1,7 +1,7 @@
 #include "Decoder/HeifPicture.h"
 
 #include "Support/DamagedFiles.h"
-#include "Support/Photograph.h"
+#include "Support/Pictures.h"
 
 #include <QTest>
 
@@ -22,6 +22,14 @@ private Q_SLOTS:
         QVERIFY(survivesDamage(m_photograph, [](const QByteArray& bytes) {
             static_cast<void>(heifPicture(bytes, 100'000'000));
         }));
+    }
+
+    void itIsKnownByItsBeginning()
+    {
+        QVERIFY(isHeif(m_photograph));
+        QVERIFY(!isHeif("\x89PNG"));
+        QVERIFY(!isHeif(QByteArray(200, 'x')));
+        QVERIFY(!isHeif({}));
     }
 
     void aPhotographIsDecoded()

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void aRenameWhileTheNoteIsReadReadsTheNewPlace();
     void lateEditsOfADeletedNoteAreKept();
     void aNoteThatCameBackTakesItsLateEdits();
+    void aDeletedNoteThatWasWrittenAgainTakesItsLateEdits();
     void theTrashGetsTheLatestText();
     void anotherBucketsNotesAreNotTouched();
 
@@ -326,6 +327,23 @@ void EditorSessionSavingTests::aNoteThatCameBackTakesItsLateEdits()
     f.typeLate(u"hej"_s, shown);
 
     QCOMPARE(f.bucket.read(u"Ny not.md"_s), "hej");
+    QCOMPARE(f.recoveredTexts(), QList<QByteArray>());
+}
+
+void EditorSessionSavingTests::aDeletedNoteThatWasWrittenAgainTakesItsLateEdits()
+{
+    EditingFixture f({{"A.md", "a"}, {"B.md", "b"}});
+    f.open(u"A.md"_s);
+    const auto shown = f.page->generation;
+    f.bucket.remove(u"A.md"_s);
+    Q_EMIT f.state->didDelete(f.bucket.file(u"A.md"_s));
+    f.type(u"a1"_s);
+    f.deactivate();
+    f.open(u"B.md"_s);
+
+    f.typeLate(u"a12"_s, shown);
+
+    QCOMPARE(f.bucket.read(u"A.md"_s), "a12");
     QCOMPARE(f.recoveredTexts(), QList<QByteArray>());
 }
 

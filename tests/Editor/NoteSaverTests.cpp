@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+#include <barrier>
+#include <thread>
 #include <unistd.h>
 
 namespace wendlore {
@@ -93,6 +95,10 @@ private Q_SLOTS:
     void savesWithoutConflict();
     void aNoteThatIsGoneIsMadeAgain();
     void anotherVersionGoesToAConflictCopy();
+    void aVersionThatArrivesDuringTheSaveIsKeptToo_data();
+    void aVersionThatArrivesDuringTheSaveIsKeptToo();
+    void aNoteThatAppearsDuringTheSaveIsKeptToo();
+    void aNoteThatNeverRestsIsLeftForLater();
     void aConflictIsLoggedWithTheNumbersOfCharacters();
     void bytesThatAreNotUtf8AreKept();
     void bytesThatAreNotUtf8BecomeACopyWhenTheyCannotBeKept();
@@ -149,6 +155,73 @@ void NoteSaverTests::anotherVersionGoesToAConflictCopy()
     QCOMPARE(f.bucket.read(copyName), "\xEF\xBB\xBF"
                                       "deras\r\n");
     QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+}
+
+void NoteSaverTests::aVersionThatArrivesDuringTheSaveIsKeptToo_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QStringList>("names");
+    const QString secondName = u"Möte (konflikt Annas dator 2025-03-14 0932 2).md"_s;
+    QTest::newRow("ours before") << QByteArray("gammalt") << QStringList{copyName, u"Möte.md"_s};
+    QTest::newRow("a conflict before")
+        << QByteArray("deras första") << QStringList{secondName, copyName, u"Möte.md"_s};
+}
+
+void NoteSaverTests::aVersionThatArrivesDuringTheSaveIsKeptToo()
+{
+    QFETCH(const QByteArray, before);
+    QFETCH(const QStringList, names);
+    Fixture f(before);
+    f.coordinator.afterNextRead = [&f] { f.bucket.write(u"Möte.md"_s, "deras sista"); };
+
+    const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+
+    QVERIFY(result.isKept);
+    QCOMPARE(f.bucket.names(), names);
+    QCOMPARE(result.conflictCopy, f.bucket.file(names.first()));
+    QCOMPARE(f.bucket.read(names.first()), "deras sista");
+    QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+}
+
+void NoteSaverTests::aNoteThatAppearsDuringTheSaveIsKeptToo()
+{
+    for (int round = 0; round < 100; ++round) {
+        Fixture f({});
+        QVERIFY(QFile::remove(f.note.path()));
+        std::barrier start(2);
+        WriteResult appeared;
+        std::thread other([&] {
+            start.arrive_and_wait();
+            appeared = AtomicFile::create(f.note, "deras");
+        });
+        start.arrive_and_wait();
+
+        const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+        other.join();
+
+        QVERIFY(result.isKept);
+        QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+        QCOMPARE(f.bucket.exists(copyName), appeared.succeeded());
+        if (appeared.succeeded())
+            QCOMPARE(f.bucket.read(copyName), "deras");
+    }
+}
+
+void NoteSaverTests::aNoteThatNeverRestsIsLeftForLater()
+{
+    Fixture f("gammalt");
+    int version = 0;
+    std::function<void()> change = [&] {
+        f.bucket.write(u"Möte.md"_s, "version " + QByteArray::number(++version));
+        f.coordinator.afterNextRead = change;
+    };
+    f.coordinator.afterNextRead = change;
+
+    const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+
+    QVERIFY(!result.isKept);
+    QVERIFY(!result.conflictCopy.isEmpty());
+    QCOMPARE(f.bucket.read(u"Möte.md"_s), "version " + QByteArray::number(version));
 }
 
 void NoteSaverTests::aConflictIsLoggedWithTheNumbersOfCharacters()

@@ -4,8 +4,11 @@
 #include "Decoder/PdfParts.h"
 #include "Support/PdfFiles.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -20,13 +23,12 @@ private Q_SLOTS:
     {
         DecoderProcess process(memoryFile(pdfOf({u"Ett"_s, u"Två"_s})).get());
 
-        const auto answer =
-            process.ask(decoderValues(DecoderTask::openPdf, QString()), QuickLookLimits(1min));
+        const auto answer = process.ask(question, QuickLookLimits(1min));
 
         QVERIFY(answer);
         PdfState state = PdfState::damaged;
         QList<QSizeF> pages;
-        QVERIFY(readAnswer(answer->values, state, pages));
+        QVERIFY(readAnswer(*answer, state, pages));
         QCOMPARE(state, PdfState::ready);
         QCOMPARE(pages.size(), 2);
     }
@@ -34,11 +36,52 @@ private Q_SLOTS:
     void itEndsWhenNobodyAsksAnyMore()
     {
         std::optional<DecoderProcess> process(std::in_place, memoryFile("hej").get());
-        QVERIFY(process->ask(decoderValues(DecoderTask::openPdf, QString()), QuickLookLimits(1min)));
-        const QByteArray children = childrenOfThis();
-        QVERIFY(!children.isEmpty());
+        QVERIFY(process->ask(question, QuickLookLimits(1min)));
+        const pid_t id = process->id();
+        QCOMPARE(::kill(id, 0), 0);
+
         process.reset();
-        QTRY_VERIFY(childrenOfThis().isEmpty());
+
+        QTRY_COMPARE(::kill(id, 0), -1);
+    }
+
+    void itHasGivenUpItsRights()
+    {
+        DecoderProcess process(memoryFile("hej").get());
+        QVERIFY(process.ask(question, QuickLookLimits(1min)));
+
+        const QByteArray rights = statusOf(process.id());
+
+        QVERIFY2(rights.contains("NoNewPrivs:\t1\n") && rights.contains("Seccomp:\t2\n"), rights);
+    }
+
+    void oneIsKeptWaitingForTheNextFile()
+    {
+        DecoderProcess first(memoryFile("hej").get());
+        for (int answers = 0; answers < 2; ++answers)
+            QVERIFY(first.ask(question, QuickLookLimits(1min)));
+        QTRY_COMPARE(waiting(first.id()).size(), 1);
+        const pid_t kept = waiting(first.id()).first();
+
+        DecoderProcess second(memoryFile("hej").get());
+
+        QCOMPARE(second.id(), kept);
+        QVERIFY(second.ask(question, QuickLookLimits(1min)));
+    }
+
+    void oneThatDiedWhileItWaitedIsNotTaken()
+    {
+        DecoderProcess first(memoryFile("hej").get());
+        for (int answers = 0; answers < 2; ++answers)
+            QVERIFY(first.ask(question, QuickLookLimits(1min)));
+        QTRY_COMPARE(waiting(first.id()).size(), 1);
+        const pid_t kept = waiting(first.id()).first();
+        QCOMPARE(::kill(kept, SIGKILL), 0);
+        QTRY_VERIFY(statusOf(kept).contains("State:\tZ"));
+
+        DecoderProcess second(memoryFile("hej").get());
+
+        QVERIFY(second.ask(question, QuickLookLimits(1min)));
     }
 
     void thereIsNoAnswerWhenTheTimeIsOver()
@@ -46,22 +89,41 @@ private Q_SLOTS:
         DecoderProcess process(memoryFile("hej").get());
         const QuickLookLimits stopped;
         stopped.stop();
-        QVERIFY(!process.ask(decoderValues(DecoderTask::openPdf, QString()), stopped));
+        QVERIFY(!process.ask(question, stopped));
         DecoderProcess other(memoryFile("hej").get());
-        QVERIFY(!other.ask(decoderValues(DecoderTask::openPdf, QString()), QuickLookLimits(0ms)));
+        QVERIFY(!other.ask(question, QuickLookLimits(0ms)));
     }
 
     void aFileThatCannotBeReadGivesNoAnswer()
     {
         DecoderProcess process(-1);
-        QVERIFY(!process.ask(decoderValues(DecoderTask::openPdf, QString()), QuickLookLimits(1min)));
+        QVERIFY(!process.ask(question, QuickLookLimits(1min)));
     }
 
 private:
-    static QByteArray childrenOfThis()
+    const QByteArray question = decoderValues(DecoderTask::openPdf, QString());
+
+    static QByteArray statusOf(pid_t process)
     {
-        QFile children(u"/proc/thread-self/children"_s);
-        return children.open(QIODevice::ReadOnly) ? children.readAll().trimmed() : QByteArray("unknown");
+        QFile status(u"/proc/%1/status"_s.arg(process));
+        return status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
+    }
+
+    /// The processes that this one has started, whichever of its threads did, but for `taken`.
+    static QList<pid_t> waiting(pid_t taken)
+    {
+        QList<pid_t> processes;
+        for (const QString& thread :
+             QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            QFile children(u"/proc/self/task/%1/children"_s.arg(thread));
+            if (!children.open(QIODevice::ReadOnly))
+                continue;
+            for (const QByteArray& id : children.readAll().simplified().split(' ')) {
+                if (!id.isEmpty() && id.toInt() != taken)
+                    processes.append(id.toInt());
+            }
+        }
+        return processes;
     }
 };
 

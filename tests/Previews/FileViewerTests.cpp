@@ -5,8 +5,9 @@
 #include "Support/EngineTest.h"
 #include "Support/LongestWork.h"
 #include "Support/PdfFiles.h"
-#include "Support/Photograph.h"
+#include "Support/Pictures.h"
 #include "Support/RealDesktop.h"
+#include "Support/SampleFiles.h"
 #include "Support/Viewing.h"
 #include "Support/Window.h"
 
@@ -64,9 +65,16 @@ private Q_SLOTS:
         const auto add = [](const QString& name, const QByteArray& bytes) {
             QTest::newRow(qPrintable(name)) << name << bytes;
         };
-        add(u"sidor.pdf"_s, pdfOf(QStringList(50, u"Ett möte\nom budgeten"_s)));
+        add(u"sidor.pdf"_s, pdfOf(QStringList(500, u"Ett möte\nom budgeten"_s)));
         add(u"bild.jpg"_s, photograph());
         add(u"bild.heic"_s, heicPhotograph());
+        add(u"stor.png"_s, blackPng(7000, 5000));
+        add(u"rörlig.gif"_s, movingFile(u"a.gif"_s, 0));
+        add(u"arkiv.tar"_s, tarOfMany(50'000));
+        add(u"bok.epub"_s, bookOf(40, 500));
+        add(u"typsnitt.ttf"_s, systemFont());
+        add(u"ton.wav"_s, silence());
+        add(u"ritning.svg"_s, drawing());
         add(u"sida.html"_s, "<!--" + QByteArray(4'000'000, 'x') + "--><p>Ett stycke.");
         add(u"logg.log"_s, QByteArray("2024-05-17 12:00:01 INFO server: svar på 12 ms\n").repeated(80'000));
         add(u"tabell.csv"_s, QByteArray("2024-05-17;Anna Berg;12,50;Porto\n").repeated(50'000));

@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
+#include "Look/SymbolView.h"
 #include "Previews/GoogleSignInCard.h"
 #include "Previews/GoogleWebView.h"
 #include "State/AppState.h"
@@ -78,6 +79,7 @@ public:
         return view->webView() ? view->webView()->webView().page()->title() : QString();
     }
     [[nodiscard]] GoogleSignInCard* card() const { return view->findChild<GoogleSignInCard*>(); }
+    [[nodiscard]] SymbolView* symbol() const { return view->findChild<SymbolView*>(); }
     [[nodiscard]] QStringList texts() const
     {
         QStringList texts;
@@ -136,6 +138,8 @@ private Q_SLOTS:
         const Site site;
         const Preview preview(site, "hej");
         QVERIFY(preview.texts().contains(u"Kunde inte läsa pekarfilen"_s));
+        QCOMPARE(preview.symbol()->name(), u"exclamationmark.triangle"_s);
+        QCOMPARE(preview.symbol()->size(), QSize(32, 32));
         QVERIFY(!preview.view->webView());
         QCOMPARE(preview.services.coordinator.downloads, QList{preview.file});
     }
@@ -148,9 +152,13 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(preview.card(), patience);
 
         const QStringList texts = preview.texts();
+        QCOMPARE(preview.symbol()->name(), u"person.crop.circle.badge.questionmark"_s);
         QCOMPARE(texts.value(0), u"Dokumentet ligger i anna@example.org"_s);
         QCOMPARE(texts.value(1), u"Dokumentet kräver Google-inloggning"_s);
-        QVERIFY(texts.value(2).startsWith(u"Appens webbvy är inte inloggad på Google."_s));
+        QCOMPARE(
+            texts.value(2),
+            u"Appens webbvy är inte inloggad på Google. Logga in här för att läsa dokumentet i Wendlores — "
+            "eller öppna det i webbläsaren, där du redan är inloggad."_s);
         QCOMPARE(texts.value(3), u"Inloggningen sparas — nästa gång öppnas dokumentet direkt i appen."_s);
     }
 

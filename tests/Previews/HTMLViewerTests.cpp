@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
+#include "Look/SymbolView.h"
 #include "State/AppState.h"
 #include "Support/EngineTest.h"
 #include "Support/LoopbackSite.h"
@@ -117,6 +118,14 @@ private Q_SLOTS:
         QCOMPARE(shown.value(u"last.textContent"_s), u"Sist"_s);
     }
 
+    void whileTheFileIsReadTheIndicatorSaysSo()
+    {
+        Shown shown("<p>Hej");
+        shown.view = std::make_unique<HTMLViewer>(shown.state, shown.bucket.file(u"Sida.html"_s));
+        showAt(*shown.view, {800, 600});
+        QVERIFY(shown.says(u"Laddar…"_s));
+    }
+
     void aMissingFileGivesTheMessage()
     {
         Shown shown("");
@@ -128,8 +137,7 @@ private Q_SLOTS:
     void aWebLinkOpensTheBrowserAndThePageStays()
     {
         Shown shown("<p id=p>Kvar</p><a id=a href='https://example.org/x'>x</a>"
-                    "<a id=b href='mailto:anna@example.org'>b</a>"
-                    "<a id=c target=_blank href='https://example.org/ny'>c</a>");
+                    "<a id=b href='mailto:anna@example.org'>b</a>");
         QVERIFY(shown.finish());
 
         shown.click(u"a"_s);
@@ -139,6 +147,25 @@ private Q_SLOTS:
             shown.services.workspace.addresses,
             (QList{QUrl(u"https://example.org/x"_s), QUrl(u"mailto:anna@example.org"_s)}), patience);
         QCOMPARE(shown.value(u"p.textContent"_s), u"Kvar"_s);
+    }
+
+    void aLinkForAWindowOfItsOwnOpensTheBrowserOnce()
+    {
+        Shown shown("<a style='position:fixed;inset:0' target=_blank href='https://example.org/ny'>c</a>"
+                    "<p id=p>Kvar</p>");
+        QVERIFY(shown.finish());
+        // Clicks are for what is painted.
+        static_cast<void>(shown.value(
+            u"requestAnimationFrame(() => requestAnimationFrame(() => { window.isPainted = true }))"_s));
+        WAIT_VERIFY(shown.value(u"window.isPainted"_s).toBool());
+
+        QWidget* const page = shown.view->webView()->focusProxy();
+        QTest::mouseClick(page, Qt::LeftButton, {}, page->rect().center());
+
+        WAIT_VERIFY(!shown.services.workspace.addresses.isEmpty());
+        QCOMPARE(shown.services.workspace.addresses, QList{QUrl(u"https://example.org/ny"_s)});
+        QCOMPARE(shown.value(u"p.textContent"_s), u"Kvar"_s);
+        QCOMPARE(shown.services.workspace.addresses.size(), 1);
     }
 
     void aLinkToAnotherProgramStartsNone()
@@ -201,6 +228,9 @@ private Q_SLOTS:
         shown.services.scheduler.advance(8s);
 
         QVERIFY(shown.isFallback());
+        auto* symbol = shown.view->findChild<SymbolView*>();
+        QCOMPARE(symbol->name(), u"exclamationmark.triangle"_s);
+        QCOMPARE(symbol->size(), QSize(28, 28));
         site.letGo();
         QTRY_VERIFY_WITH_TIMEOUT(!shown.view->webView(), patience);
         QVERIFY(shown.isFallback());

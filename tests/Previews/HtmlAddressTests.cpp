@@ -74,6 +74,14 @@ private Q_SLOTS:
         QCOMPARE(int(actionOfLink(QUrl(link), FileURL::file(u"/b/sida.html"_s))), action);
     }
 
+    void addressesOfTheWebAndOfMailAreForTheDesktop()
+    {
+        for (const char* address : {"http://example.org", "HTTPS://example.org", "mailto:anna@example.org"})
+            QVERIFY2(isForTheDesktop(QUrl(QString::fromLatin1(address))), address);
+        for (const char* address : {"file:///etc/passwd", "ssh:example.org", "tel:112", "javascript:1", ""})
+            QVERIFY2(!isForTheDesktop(QUrl(QString::fromLatin1(address))), address);
+    }
+
     void otherSchemesAreNotForTheEngine()
     {
         for (const char* address : {"page://document/b/a.html", "https://example.org", "about:blank",
@@ -89,6 +97,8 @@ private Q_SLOTS:
                             "tt"),
                  QByteArray("sm\xc3\xa5tt"));
         QCOMPARE(htmlAsUtf8("sm\xc3\xa5tt"), QByteArray("sm\xc3\xa5tt"));
+        QCOMPARE(htmlAsUtf8("sm\xe5"), QByteArray("sm\xc3\xa5")); // what is cut off in a letter is no UTF-8
+        QCOMPARE(htmlAsUtf8("\xef\xbb\xbfsm\xc3\xa5"), QByteArray("\xef\xbb\xbfsm\xc3\xa5"));
         QCOMPARE(htmlAsUtf8(""), QByteArray());
     }
 };

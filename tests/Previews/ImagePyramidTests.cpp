@@ -42,6 +42,17 @@ private Q_SLOTS:
         QCOMPARE(image.size(), QSize(2048, 1024));
     }
 
+    void aSketchStandsForALargerImage()
+    {
+        QImage image(1024, 512, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        const ImagePyramid sketch(image, QSize(4096, 2048));
+        QCOMPARE(sketch.size(), QSize(4096, 2048));
+        QCOMPARE(sketch.levelFor(1).width(), 1024);
+        QCOMPARE(sketch.levelFor(0.25).width(), 1024);
+        QCOMPARE(sketch.levelFor(0.125).width(), 512);
+    }
+
     void aSmallImageIsTheOnlyVersion() { QCOMPARE(pyramid(40, 3000).levelFor(0.05).size(), QSize(40, 3000)); }
 
     void noImageIsEmpty()

@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
+#include "Look/SymbolView.h"
 #include "Previews/ZoomableImage.h"
 #include "State/AppState.h"
 #include "Support/Window.h"
@@ -72,6 +73,22 @@ private Q_SLOTS:
         QCOMPARE(pictureOf(*viewed.view).pixelColor(10, 10), QColor(Qt::red));
     }
 
+    void aLargePhotographIsSketchedUntilItIsDecoded()
+    {
+        Viewed viewed(u"Bild.png"_s);
+        QImage large(4000, 3000, QImage::Format_RGB32);
+        large.fill(Qt::red);
+        QVERIFY(large.save(viewed.bucket.file(u"Stor.jpg"_s).path()));
+        viewed.show(u"Stor.jpg"_s);
+
+        viewed.services.scheduler.finishBackgroundWork();
+
+        QVERIFY(viewed.image());
+        QCOMPARE(viewed.image()->magnification(), 0.25);
+        QVERIFY(pictureOf(*viewed.view).pixelColor(500, 300).red() > 200);
+        QCOMPARE(viewed.services.scheduler.pendingBackgroundWork(), 0);
+    }
+
     void theCloudProgramIsAskedBeforeTheFileIsRead()
     {
         Viewed viewed(u"Bild.png"_s);
@@ -92,6 +109,7 @@ private Q_SLOTS:
         Viewed viewed(name);
         viewed.services.scheduler.finishBackgroundWork();
         QCOMPARE(viewed.message(), u"Kunde inte ladda bilden"_s);
+        QCOMPARE(viewed.view->findChild<SymbolView*>()->name(), u"exclamationmark.triangle"_s);
     }
 
     void aFileTooLargeToReadGivesTheMessage()

@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
+#include "Look/SymbolView.h"
 #include "Previews/PdfFindBar.h"
 #include "Previews/PDFKitView.h"
 #include "Previews/PdfPasswordForm.h"
@@ -146,6 +147,7 @@ private Q_SLOTS:
     {
         Viewed viewed("hej");
         QVERIFY(viewed.says(u"Kunde inte ladda PDF:en"_s));
+        QCOMPARE(viewed.view->findChild<SymbolView*>()->name(), u"exclamationmark.triangle"_s);
         viewed.show(u"Borta.pdf"_s);
         QVERIFY(viewed.says(u"Kunde inte ladda PDF:en"_s));
     }

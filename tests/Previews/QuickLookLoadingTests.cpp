@@ -45,6 +45,8 @@ private Q_SLOTS:
             << u"a.eml"_s << QByteArray("bara text") << QByteArray("bara text");
         QTest::newRow("text that is called an archive")
             << u"a.zip"_s << QByteArray("text") << QByteArray("text");
+        QTest::newRow("half a drawing")
+            << u"a.svg"_s << QByteArray("<svg><path>") << QByteArray("&lt;svg&gt;");
         QTest::newRow("sound") << u"a.mp3"_s << QByteArray("x") << QByteArray("<audio");
     }
 
@@ -69,6 +71,7 @@ private Q_SLOTS:
         QTest::newRow("pipe") << u"pipa"_s;
         QTest::newRow("no archive") << u"a.zip"_s;
         QTest::newRow("no book") << u"a.epub"_s;
+        QTest::newRow("no font") << u"a.ttf"_s;
         QTest::newRow("document that only office programs can show") << u"a.rtf"_s;
         QTest::newRow("empty package") << u"a.pages"_s;
     }
@@ -77,7 +80,7 @@ private Q_SLOTS:
     {
         QFETCH(const QString, name);
         const Bucket bucket{{"tom.txt2", ""}, {"a.rtf", "{\\rtf1 a}"}, {"a.pages/", ""}};
-        for (const char* binary : {"a.bin", "a.zip", "a.epub"})
+        for (const char* binary : {"a.bin", "a.zip", "a.epub", "a.ttf"})
             bucket.write(QString::fromLatin1(binary), QByteArray("\0\1\2\3", 4));
         QCOMPARE(::mkfifo(bucket.file(u"pipa"_s).bytes().constData(), 0600), 0);
 

@@ -68,7 +68,27 @@ private Q_SLOTS:
 
         QVERIFY(page);
         QVERIFY(page->body.contains("<h1>&lt;img src=a&gt;</h1>"));
-        QVERIFY(page->body.contains("<pre>&lt;script&gt;</pre>"));
+        QVERIFY(page->body.contains("<div class=\"letter\">&lt;script&gt;</div>"));
+    }
+
+    void theDateIsSaidAsItIsHere_data()
+    {
+        QTest::addColumn<QByteArray>("header");
+        QTest::addColumn<QByteArray>("shown");
+        QTest::newRow("of another place")
+            << QByteArray("Fri, 17 May 2024 12:00:00 +0200") << QByteArray("17 maj 2024 10:00");
+        QTest::newRow("with a remark")
+            << QByteArray("Fri, 17 May 2024 12:00:00 +0000 (UTC)") << QByteArray("17 maj 2024 12:00");
+        QTest::newRow("no date") << QByteArray("i <fredags>") << QByteArray("i &lt;fredags&gt;");
+    }
+
+    void theDateIsSaidAsItIsHere()
+    {
+        QFETCH(const QByteArray, header);
+        QFETCH(const QByteArray, shown);
+        qputenv("TZ", "UTC");
+        const auto page = mailPage("Subject: Hej\nDate: " + header + "\n\nx");
+        QVERIFY2(page->body.contains("<td>Datum</td><td>" + shown + "</td>"), page->body.constData());
     }
 
     void whatIsNoMessageIsNoPage()

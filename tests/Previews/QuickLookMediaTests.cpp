@@ -1,5 +1,7 @@
 #include "Previews/QuickLookMedia.h"
 
+#include "Fakes/Bucket.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -13,23 +15,30 @@ private Q_SLOTS:
     void mediaAreShownByTheEngine_data()
     {
         QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QByteArray>("element");
         QTest::addColumn<QByteArray>("type");
         QTest::addColumn<int>("width");
-        QTest::newRow("sound") << u"a.mp3"_s << QByteArray("<audio controls") << QByteArray("audio/mpeg")
-                               << 0;
-        QTest::newRow("film") << u"a.MP4"_s << QByteArray("<video controls") << QByteArray("video/mp4") << 0;
-        QTest::newRow("drawing") << u"a.svg"_s << QByteArray("<img src") << QByteArray("image/svg+xml") << 0;
-        QTest::newRow("font") << u"a.ttf"_s << QByteArray("@font-face") << QByteArray("font/ttf") << 900;
+        QTest::newRow("sound") << u"a.mp3"_s << QByteArray("ID3") << QByteArray("<audio controls")
+                               << QByteArray("audio/mpeg") << 0;
+        QTest::newRow("film") << u"a.MP4"_s << QByteArray("film") << QByteArray("<video controls")
+                              << QByteArray("video/mp4") << 0;
+        QTest::newRow("drawing") << u"a.svg"_s << QByteArray("<?xml version='1.0'?><!-- x --><svg/>")
+                                 << QByteArray("<img src") << QByteArray("image/svg+xml") << 0;
+        QTest::newRow("font") << u"a.ttf"_s << QByteArray("\0\1\0\0", 4) << QByteArray("@font-face")
+                              << QByteArray("font/ttf") << 900;
     }
 
     void mediaAreShownByTheEngine()
     {
         QFETCH(const QString, name);
+        QFETCH(const QByteArray, bytes);
         QFETCH(const QByteArray, element);
         QFETCH(const QByteArray, type);
         QFETCH(const int, width);
-        const FileURL file = FileURL::file(u"/b/"_s + name);
+        const Bucket bucket;
+        bucket.write(name, bytes);
+        const FileURL file = bucket.file(name);
 
         const auto page = mediaPage(file);
 
@@ -39,11 +48,31 @@ private Q_SLOTS:
         QCOMPARE(page->width, width);
     }
 
-    void otherFilesAreNone() { QVERIFY(!mediaPage(FileURL::file(u"/b/a.xyz"_s))); }
+    void otherFilesAreNone_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("another kind") << u"a.xyz"_s << QByteArray("x");
+        QTest::newRow("nothing in it") << u"a.mp3"_s << QByteArray();
+        QTest::newRow("no font") << u"a.ttf"_s << QByteArray("hej");
+        QTest::newRow("half a drawing") << u"a.svg"_s << QByteArray("<svg><path>");
+        QTest::newRow("no drawing") << u"a.svg"_s << QByteArray("<html/>");
+    }
+
+    void otherFilesAreNone()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const QByteArray, bytes);
+        const Bucket bucket;
+        bucket.write(name, bytes);
+        QVERIFY(!mediaPage(bucket.file(name)));
+        QVERIFY(!mediaPage(bucket.file(u"borta-"_s + name)));
+    }
 
     void aNameIsNoMarkup()
     {
-        QVERIFY(mediaPage(FileURL::file(u"/b/\"><b>.mp3"_s))->body.contains("\"&quot;&gt;&lt;b&gt;.mp3\""));
+        const Bucket bucket{{"\"><b>.mp3", "x"}};
+        QVERIFY(mediaPage(bucket.file(u"\"><b>.mp3"_s))->body.contains("\"&quot;&gt;&lt;b&gt;.mp3\""));
     }
 };
 

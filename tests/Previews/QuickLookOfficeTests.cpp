@@ -3,7 +3,10 @@
 #include "Previews/QuickLookOfficeProcess.h"
 
 #include "Fakes/Bucket.h"
+#include "Support/DamagedFiles.h"
 
+#include <QElapsedTimer>
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -72,6 +75,28 @@ private Q_SLOTS:
         QVERIFY(std::holds_alternative<QuickLookPage>(content));
         const QByteArray body = std::get<QuickLookPage>(content).body;
         QVERIFY2(body.contains("<th>Namn</th>") && body.contains("Äpplen"), body.constData());
+    }
+
+    void damagedDocumentsDoNoHarm()
+    {
+        if (officeProgram().isEmpty())
+            QSKIP("there is no office program here");
+        const Bucket bucket{{"a.rtf", letter}};
+        QVERIFY(runOfficeProgram(officeProgram(), bucket.root().path(), bucket.file(u"a.rtf"_s).path(),
+                                 u"docx"_s, QuickLookLimits(60s)));
+        const QByteArray whole = bucket.read(u"a.docx"_s);
+        const QStringList names = bucket.names() + QStringList{u"cache"_s};
+        QRandomGenerator random(11);
+        for (int left = qEnvironmentVariableIsSet("LONG") ? 100 : 1; left > 0; --left) {
+            bucket.write(u"a.docx"_s, damagedCopy(whole, random));
+            QElapsedTimer time;
+            time.start();
+            static_cast<void>(convertDocument(bucket.file(u"a.docx"_s), QuickLookLimits(),
+                                              QuickLookCache(bucket.folder(u"cache"_s))));
+            QVERIFY2(time.elapsed() < 90'000, "a conversion ends after a minute");
+            for (const QString& name : bucket.names())
+                QVERIFY2(names.contains(name), qPrintable(name));
+        }
     }
 
     void whatCannotBeConvertedIsACardThatSaysSo()

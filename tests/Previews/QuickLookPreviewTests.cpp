@@ -5,6 +5,7 @@
 #include "Previews/FileCard.h"
 #include "Previews/PDFKitView.h"
 #include "Previews/QuickLookCache.h"
+#include "Previews/QuickLookWebView.h"
 #include "State/AppState.h"
 #include "Support/EngineTest.h"
 #include "Support/PdfFiles.h"
@@ -13,6 +14,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -96,6 +99,23 @@ private Q_SLOTS:
         QVERIFY(std::ranges::any_of(labels, [](const QLabel* label) {
             return label->text().endsWith(u"Installera LibreOffice för att se dokumentet här."_s);
         }));
+    }
+
+    void aPageThatTheEngineDiesOverGivesWayToTheCard()
+    {
+        const Bucket bucket{{"a.json", "1"}};
+        Previewed it;
+        it.preview.setItem(bucket.file(u"a.json"_s));
+        showAt(it.preview, {400, 300});
+        it.finish();
+        auto* view = it.preview.findChild<QuickLookWebView*>();
+        QVERIFY(view && !it.preview.findChild<FileCard*>());
+        QCOMPARE(shownText(*view), u"1"_s);
+
+        QCOMPARE(::kill(pid_t(view->page()->renderProcessPid()), SIGKILL), 0);
+
+        WAIT_VERIFY(it.preview.findChild<FileCard*>());
+        QVERIFY(it.preview.hasItem());
     }
 
     void closingDropsTheWork()

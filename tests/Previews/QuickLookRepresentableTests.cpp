@@ -8,7 +8,7 @@
 #include "Previews/QuickLookWebView.h"
 #include "State/AppState.h"
 #include "Support/EngineTest.h"
-#include "Support/Programs.h"
+#include "Support/SampleFiles.h"
 #include "Support/Window.h"
 
 using namespace Qt::StringLiterals;
@@ -38,16 +38,6 @@ public:
     AppState state;
     std::unique_ptr<QuickLookView> view;
 };
-
-QByteArray fontBytes()
-{
-    QProcess process;
-    process.start(u"fc-match"_s, {u"--format=%{file}"_s, u":fontformat=TrueType"_s});
-    if (!process.waitForFinished())
-        qFatal("fc-match does not answer");
-    QFile file(QString::fromLocal8Bit(process.readAllStandardOutput()));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 } // namespace
 
@@ -91,7 +81,7 @@ private Q_SLOTS:
     void aPageOfItsOwnWidthIsScaledToTheWindow()
     {
         const Bucket bucket;
-        bucket.write(u"a.ttf"_s, fontBytes());
+        bucket.write(u"a.ttf"_s, systemFont());
         Shown shown(bucket.file(u"a.ttf"_s));
         shown.finish();
         QVERIFY(shown.representable().webView());

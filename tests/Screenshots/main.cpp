@@ -17,6 +17,7 @@
 #include "Support/PdfFiles.h"
 #include "Support/Programs.h"
 #include "Support/RealDesktop.h"
+#include "Support/SampleFiles.h"
 #include "Support/Viewing.h"
 #include "Support/Window.h"
 #include "Wendlores/MainWindow.h"
@@ -179,10 +180,18 @@ void makeFiles(const Bucket& bucket)
     bucket.write(u"tabell.csv"_s, "Datum;Vad;Belopp\n2024-05-17;Porto;12,50\n2024-05-18;Papper;80,00\n");
     bucket.write(u"brev.eml"_s, "From: Anna <anna@exempel.se>\nTo: Bo <bo@exempel.se>\nSubject: Mötet\n"
                                 "Date: Fri, 17 May 2024 12:00:00 +0200\n\nHej!\n\nVi ses på fredag.\n");
+    bucket.write(u"data.json"_s, "{\n  \"namn\": \"Anna\",\n  \"antal\": 3,\n  \"aktiv\": true\n}\n");
+    bucket.write(u"bok.epub"_s, bookOf(3, 4));
+    bucket.write(u"ritning.svg"_s, drawing());
+    bucket.write(u"typsnitt.ttf"_s, systemFont());
+    bucket.write(u"ton.wav"_s, silence());
     bucket.write(u"pekare.gdoc"_s, "ingen pekare");
     bucket.write(u"okänd.bin"_s, QByteArray("\0\1\2", 3));
     runProgram(u"zip"_s, {u"-qj"_s, bucket.file(u"arkiv.zip"_s).path(), bucket.file(u"kod.cpp"_s).path(),
                           bucket.file(u"sida.html"_s).path(), bucket.file(u"tabell.csv"_s).path()});
+    if (hasProgram(u"ffmpeg"_s))
+        runProgram(u"ffmpeg"_s, {u"-loglevel"_s, u"error"_s, u"-f"_s, u"lavfi"_s, u"-i"_s,
+                                 u"testsrc=duration=2:size=640x360"_s, bucket.file(u"film.mp4"_s).path()});
     if (hasProgram(u"soffice"_s))
         runProgram(u"soffice"_s, {u"-env:UserInstallation=file://"_s + bucket.folder(u"profil"_s).path(),
                                   u"--headless"_s, u"--convert-to"_s, u"docx"_s, u"--outdir"_s,

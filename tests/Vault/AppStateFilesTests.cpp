@@ -1,6 +1,7 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "State/AppState.h"
+#include "Vault/FileTree.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -30,11 +31,13 @@ private Q_SLOTS:
     void aNamedNoteIsSelectedWithoutFocus();
     void aNamedNoteReplacesAFileAndKeepsItsText();
     void aNamedNoteThatCouldNotKeepATextLeavesIt();
+    void aNameWithAZeroByteMakesNothing();
     void newFoldersTakeTheFirstFreeNumber();
     void aNewFolderIsNotSelected();
     void aFolderThatCannotBeMadeIsLogged();
     void deletingTheSelectedNoteEmptiesTheSelection();
     void deletingTheFolderOfTheSelectedNoteDoesNot();
+    void aDeletedFolderIsNoLongerSelected();
     void sessionsHearOfADeletionBeforeAndAfter();
     void withoutATrashTheItemIsRemovedAndKept();
     void whatCannotBeDeletedStaysInTheTree();
@@ -43,6 +46,7 @@ private Q_SLOTS:
     void importingLeavesTheOriginalAndMakesTheFolder();
     void linksToAssetsAreEscaped_data();
     void linksToAssetsAreEscaped();
+    void aLinkIsImportedAsTheFileItLeadsTo();
     void whatCannotBeImportedGivesNoLink();
 
 private:
@@ -211,6 +215,7 @@ void AppStateFilesTests::aNamedNoteHoldsItsNameAsHeading()
 
     QCOMPARE(m_bucket->read(file), text);
     QCOMPARE(m_state->selectedFile(), m_bucket->file(file));
+    QVERIFY(m_state->fileTree() == buildTree(m_bucket->root()));
 }
 
 void AppStateFilesTests::aNamedNoteIsSelectedWithoutFocus()
@@ -251,6 +256,15 @@ void AppStateFilesTests::aNamedNoteThatCouldNotKeepATextLeavesIt()
     QCOMPARE(m_bucket->read(u"Mapp.md/A.md"_s), "a");
 }
 
+void AppStateFilesTests::aNameWithAZeroByteMakesNothing()
+{
+    open({});
+
+    m_state->createNote(u"a"_s + QChar(u'\0') + u"b/Plan"_s, m_bucket->root());
+
+    QCOMPARE(m_bucket->names(), QStringList());
+}
+
 void AppStateFilesTests::newFoldersTakeTheFirstFreeNumber()
 {
     open({{"Ny mapp/", ""}, {"Ny mapp 3/", ""}});
@@ -262,7 +276,9 @@ void AppStateFilesTests::newFoldersTakeTheFirstFreeNumber()
     QVERIFY(QFileInfo(m_bucket->file(u"Ny mapp 2"_s).path()).isDir());
     QVERIFY(QFileInfo(m_bucket->file(u"Ny mapp 4"_s).path()).isDir());
     QVERIFY(QFileInfo(m_bucket->file(u"saknad/inre/Ny mapp"_s).path()).isDir());
-    QVERIFY(treeNames().contains(u"Ny mapp 4"_s));
+    QCOMPARE(treeNames(),
+             QStringList({u"Ny mapp"_s, u"Ny mapp 2"_s, u"Ny mapp 3"_s, u"Ny mapp 4"_s, u"saknad"_s}));
+    QVERIFY(m_state->fileTree() == buildTree(m_bucket->root()));
 }
 
 void AppStateFilesTests::aNewFolderIsNotSelected()
@@ -293,7 +309,7 @@ void AppStateFilesTests::deletingTheSelectedNoteEmptiesTheSelection()
     open({{"A.md", "text"}, {"B.md", ""}});
     select(u"A.md"_s);
 
-    m_state->deleteFile(m_bucket->file(u"A.md"_s));
+    m_state->deleteFile(*m_state->selectedFile());
 
     QCOMPARE(m_state->selectedFile(), std::nullopt);
     QCOMPARE(treeNames(), QStringList(u"B.md"_s));
@@ -310,6 +326,20 @@ void AppStateFilesTests::deletingTheFolderOfTheSelectedNoteDoesNot()
 
     QCOMPARE(m_state->selectedFile(), m_bucket->file(u"mapp/A.md"_s));
     QCOMPARE(treeNames(), QStringList());
+}
+
+void AppStateFilesTests::aDeletedFolderIsNoLongerSelected()
+{
+    open({{"mapp/inre/", ""}, {"annan/", ""}});
+    m_state->setSelectedFolder(m_bucket->folder(u"mapp/inre"_s));
+
+    m_state->deleteFile(m_bucket->folder(u"annan"_s));
+    QCOMPARE(m_state->selectedFolder(), m_bucket->folder(u"mapp/inre"_s));
+    m_state->deleteFile(m_bucket->folder(u"mapp"_s));
+
+    QCOMPARE(m_state->selectedFolder(), std::nullopt);
+    m_state->newNote();
+    QVERIFY(m_bucket->exists(u"Ny not.md"_s));
 }
 
 void AppStateFilesTests::sessionsHearOfADeletionBeforeAndAfter()
@@ -392,6 +422,8 @@ void AppStateFilesTests::importingLeavesTheOriginalAndMakesTheFolder()
 
     QCOMPARE(outside.read(u"bild.png"_s), "bytes");
     QCOMPARE(m_bucket->read(u"assets/bild.png"_s), "bytes");
+    QCOMPARE(treeNames(), QStringList(u"assets"_s));
+    QCOMPARE(m_state->fileTree()[0].children->size(), 1);
 }
 
 void AppStateFilesTests::linksToAssetsAreEscaped_data()
@@ -415,6 +447,18 @@ void AppStateFilesTests::linksToAssetsAreEscaped()
     outside.write(name, "bytes");
 
     QCOMPARE(m_state->importAsset(outside.file(name)), link);
+}
+
+void AppStateFilesTests::aLinkIsImportedAsTheFileItLeadsTo()
+{
+    open({});
+    const Bucket outside({{"mapp/riktig.png", "bytes"}});
+    QVERIFY(QFile::link(u"mapp/riktig.png"_s, outside.file(u"bild.png"_s).path()));
+
+    QCOMPARE(m_state->importAsset(outside.file(u"bild.png"_s)), u"assets/bild.png"_s);
+
+    QCOMPARE(m_bucket->read(u"assets/bild.png"_s), "bytes");
+    QVERIFY(!QFileInfo(m_bucket->file(u"assets/bild.png"_s).path()).isSymLink());
 }
 
 void AppStateFilesTests::whatCannotBeImportedGivesNoLink()

@@ -3,6 +3,7 @@
 #include "Fakes/RecordingUndo.h"
 #include "State/AppState.h"
 #include "Vault/AtomicFile.h"
+#include "Vault/FileTree.h"
 #include "Vault/ReadFile.h"
 
 #include <QSignalSpy>
@@ -25,6 +26,9 @@ private Q_SLOTS:
     void renamingOntoAnExistingNameDoesNothing();
     void theSelectedNoteIsFollowedWhenRenamed();
     void aSelectedNoteInARenamedFolderIsNotFollowed();
+    void theSelectedFolderIsFollowed_data();
+    void theSelectedFolderIsFollowed();
+    void theSelectedFolderStaysWhenARenameFails();
     void aRenameThatFailsIsFollowedAllTheSame();
     void aNameTakenDuringTheRenameStaysWithItsOwner();
     void sessionsHearOfARenameBeforeAndAfter();
@@ -103,18 +107,22 @@ void AppStateMovesTests::renamesThatDoNothing_data()
     QTest::newRow("blanks") << u" \t "_s;
     QTest::newRow("unchanged") << u"Plan"_s;
     QTest::newRow("existing file") << u"Mål"_s;
+    QTest::newRow("place in a folder") << u"mapp/Plan"_s;
+    QTest::newRow("place in a missing folder") << u"Budget 2024/25"_s;
 }
 
 void AppStateMovesTests::renamesThatDoNothing()
 {
     QFETCH(QString, name);
-    open({{"Plan.md", "plan"}, {"Mål.md", "mål"}});
+    open({{"Plan.md", "plan"}, {"Mål.md", "mål"}, {"mapp/", ""}});
+    m_state->setSelectedFile(file(u"Plan.md"_s));
     const QSignalSpy moving(m_state.get(), &AppState::aboutToMove);
 
     m_state->renameFile(file(u"Plan.md"_s), name);
 
-    QCOMPARE(m_bucket->names(), QStringList({u"Mål.md"_s, u"Plan.md"_s}));
+    QCOMPARE(m_bucket->names(), QStringList({u"Mål.md"_s, u"Plan.md"_s, u"mapp"_s}));
     QCOMPARE(m_bucket->read(u"Mål.md"_s), "mål");
+    QCOMPARE(m_state->selectedFile(), file(u"Plan.md"_s));
     QCOMPARE(moving.count(), 0);
 }
 
@@ -150,6 +158,44 @@ void AppStateMovesTests::aSelectedNoteInARenamedFolderIsNotFollowed()
 
     QCOMPARE(m_state->selectedFile(), file(u"Arkiv/Plan.md"_s));
     QCOMPARE(m_state->fileTree().front().url, folder(u"Gamla"_s));
+    QVERIFY(m_state->fileTree() == buildTree(m_bucket->root()));
+}
+
+void AppStateMovesTests::theSelectedFolderIsFollowed_data()
+{
+    QTest::addColumn<QString>("selected");
+    QTest::addColumn<QString>("renamed");
+    QTest::addColumn<QString>("moved");
+    QTest::newRow("itself") << u"Arkiv"_s << u"Gamla"_s << u"mapp/Gamla"_s;
+    QTest::newRow("folder in it") << u"Arkiv/2024"_s << u"Gamla/2024"_s << u"mapp/Gamla/2024"_s;
+    QTest::newRow("another") << u"mapp"_s << u"mapp"_s << u"mapp"_s;
+}
+
+void AppStateMovesTests::theSelectedFolderIsFollowed()
+{
+    QFETCH(QString, selected);
+    QFETCH(QString, renamed);
+    QFETCH(QString, moved);
+    open({{"Arkiv/2024/Plan.md", ""}, {"mapp/", ""}});
+    m_state->setSelectedFolder(folder(selected));
+
+    m_state->renameFile(folder(u"Arkiv"_s), u"Gamla"_s);
+    QCOMPARE(m_state->selectedFolder(), folder(renamed));
+    m_state->moveFile(folder(u"Gamla"_s), folder(u"mapp"_s));
+    QCOMPARE(m_state->selectedFolder(), folder(moved));
+
+    QCOMPARE(m_state->loadUIStates()[m_bucket->root().path()].selectedFolderPath, folder(moved).path());
+}
+
+void AppStateMovesTests::theSelectedFolderStaysWhenARenameFails()
+{
+    open({{"Arkiv/", ""}});
+    m_state->setSelectedFolder(folder(u"Arkiv"_s));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^renameFile error: ."_s));
+
+    m_state->renameFile(folder(u"Arkiv"_s), QString(256, u'x'));
+
+    QCOMPARE(m_state->selectedFolder(), folder(u"Arkiv"_s));
 }
 
 void AppStateMovesTests::aRenameThatFailsIsFollowedAllTheSame()
@@ -159,9 +205,10 @@ void AppStateMovesTests::aRenameThatFailsIsFollowedAllTheSame()
     const QSignalSpy moved(m_state.get(), &AppState::didMove);
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^renameFile error: ."_s));
 
-    m_state->renameFile(file(u"Plan.md"_s), u"saknad mapp/Mål"_s);
+    const QString tooLong(256, u'x');
+    m_state->renameFile(file(u"Plan.md"_s), tooLong);
 
-    QCOMPARE(m_state->selectedFile(), file(u"saknad mapp/Mål.md"_s));
+    QCOMPARE(m_state->selectedFile(), file(tooLong + u".md"_s));
     QCOMPARE(m_bucket->read(u"Plan.md"_s), "text");
     QCOMPARE(moved.count(), 0);
 }
@@ -229,6 +276,7 @@ void AppStateMovesTests::aSelectedNoteInAMovedFolderIsNotFollowed()
 
     QCOMPARE(m_bucket->read(u"mapp/Arkiv/Plan.md"_s), "text");
     QCOMPARE(m_state->selectedFile(), file(u"Arkiv/Plan.md"_s));
+    QVERIFY(m_state->fileTree() == buildTree(m_bucket->root()));
 }
 
 void AppStateMovesTests::aFolderDoesNotMoveIntoItself_data()
@@ -306,12 +354,13 @@ void AppStateMovesTests::undoPutsTheItemBackAndOffersRedo()
     open({{"A/Plan.md", "text"}, {"B/", ""}});
     m_state->setSelectedFile(file(u"A/Plan.md"_s));
     RecordingUndo undo;
-    m_state->moveFile(file(u"A/Plan.md"_s), folder(u"B"_s), &undo);
+    m_state->moveFile(*m_state->selectedFile(), folder(u"B"_s), &undo);
     QCOMPARE(undo.names, QStringList(u"Flytta"_s));
 
     undo.runLast();
     QVERIFY(m_bucket->exists(u"A/Plan.md"_s));
     QCOMPARE(m_state->selectedFile(), file(u"A/Plan.md"_s));
+    QVERIFY(m_state->fileTree() == buildTree(m_bucket->root()));
     QCOMPARE(undo.names, QStringList({u"Flytta"_s, u"Flytta"_s}));
 
     undo.runLast();

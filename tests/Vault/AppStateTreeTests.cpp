@@ -21,6 +21,7 @@ private Q_SLOTS:
     void whatWasReadMeanwhileIsNotTakenBack();
     void anotherBucketIsReadInstead();
     void newItemsGoToTheSelectedFolderThenTheFilesThenTheBucket();
+    void foldersThatAreGoneReceiveNothing();
 };
 
 void AppStateTreeTests::reloadingWithoutABucketLeavesAnEmptyTree()
@@ -149,6 +150,21 @@ void AppStateTreeTests::newItemsGoToTheSelectedFolderThenTheFilesThenTheBucket()
 
     state.setSelectedFolder(bucket.folder(u"Annan"_s));
     QCOMPARE(state.activeDirectory(), bucket.folder(u"Annan"_s));
+}
+
+void AppStateTreeTests::foldersThatAreGoneReceiveNothing()
+{
+    const Bucket bucket({{"Mapp/A.md", ""}, {"Annan/", ""}});
+    FakeServices desktop;
+    AppState state(desktop.services());
+    state.addVault(bucket.root());
+    state.setSelectedFile(bucket.file(u"Mapp/A.md"_s));
+    state.setSelectedFolder(bucket.folder(u"Annan"_s));
+
+    QVERIFY(QDir(bucket.folder(u"Annan"_s).path()).removeRecursively());
+    QCOMPARE(state.activeDirectory(), bucket.folder(u"Mapp"_s));
+    QVERIFY(QDir(bucket.folder(u"Mapp"_s).path()).removeRecursively());
+    QCOMPARE(state.activeDirectory(), bucket.root());
 }
 
 QTEST_GUILESS_MAIN(AppStateTreeTests)

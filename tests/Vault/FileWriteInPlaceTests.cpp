@@ -36,7 +36,7 @@ void giveToOrdinaryUser(const FileURL& file)
 
 const char* nameOf(WriteOutcome outcome)
 {
-    constexpr const char* names[] = {"Unchanged", "Replaced", "InPlace", "Taken", "Failed"};
+    constexpr const char* names[] = {"Unchanged", "Replaced", "InPlace", "Taken", "Changed", "Failed"};
     return names[int(outcome)];
 }
 
@@ -52,6 +52,7 @@ private Q_SLOTS:
     void aReadOnlyFolderIsWrittenTo();
     void aReadOnlyFileInAReadOnlyFolderFails();
     void someoneElsesFileKeepsItsOwner();
+    void aFileThatChangedSinceItWasSeenIsLeft();
     void theBackupGoesAfterwards();
     void withoutAFolderForBackupsNothingIsTouched();
     void aBackupThatCannotBeWrittenLeavesTheFile();
@@ -146,6 +147,17 @@ void FileWriteInPlaceTests::someoneElsesFileKeepsItsOwner()
 
     QCOMPARE(said, "InPlace: ny text");
     QCOMPARE(statusOf(note()).st_uid, ::geteuid());
+}
+
+void FileWriteInPlaceTests::aFileThatChangedSinceItWasSeenIsLeft()
+{
+    linkNote();
+    FaultyCalls calls;
+    const auto write = [&] { return FileWrite(calls, m_backups, note(), "ny text").writeOver("sedd text"); };
+
+    QCOMPARE(outcome(write()), "Changed: gammal text");
+    m_bucket->write(u"mapp/A.md"_s, "sedd text");
+    QCOMPARE(outcome(write()), "InPlace: ny text");
 }
 
 void FileWriteInPlaceTests::theBackupGoesAfterwards()

@@ -18,6 +18,9 @@ private Q_SLOTS:
     void aSweepDuringTheWriteSparesIt();
     void aTemporaryFileSweptBeforeItsRenameIsMadeAgain();
     void aTargetThatVanishesIsMadeAnew();
+    void aTargetThatChangedSinceItWasSeenIsLeft_data();
+    void aTargetThatChangedSinceItWasSeenIsLeft();
+    void aTargetThatIsAsItWasSeenIsReplaced();
     void aTargetThatAppearsWhileCreatingIsKept_data();
     void aTargetThatAppearsWhileCreatingIsKept();
     void creatingWorksWithoutCall_data();
@@ -90,6 +93,47 @@ void FileWriteReplaceTests::aTargetThatVanishesIsMadeAnew()
     QVERIFY(FileWrite(calls, {}, bucket.file(u"A.md"_s), "ny").write().succeeded());
 
     QCOMPARE(bucket.read(u"A.md"_s), "ny");
+}
+
+void FileWriteReplaceTests::aTargetThatChangedSinceItWasSeenIsLeft_data()
+{
+    QTest::addColumn<QByteArray>("moment");
+    QTest::newRow("before the write") << QByteArray();
+    QTest::newRow("while the bytes go to disk") << QByteArray("fsync");
+}
+
+void FileWriteReplaceTests::aTargetThatChangedSinceItWasSeenIsLeft()
+{
+    QFETCH(QByteArray, moment);
+    const Bucket bucket({{"A.md", "sedd"}});
+    FaultyCalls calls;
+    if (moment.isEmpty())
+        bucket.write(u"A.md"_s, "deras");
+    calls.interfere = [&](int, const QByteArray& call) {
+        if (call == moment)
+            bucket.write(u"A.md"_s, "deras");
+        return 0;
+    };
+
+    const WriteResult result = FileWrite(calls, {}, bucket.file(u"A.md"_s), "vår").writeOver("sedd");
+
+    QCOMPARE(result.outcome, WriteOutcome::Changed);
+    QVERIFY(!result.succeeded());
+    QCOMPARE(bucket.read(u"A.md"_s), "deras");
+    QCOMPARE(bucket.names(), QStringList(u"A.md"_s));
+}
+
+void FileWriteReplaceTests::aTargetThatIsAsItWasSeenIsReplaced()
+{
+    const Bucket bucket({{"A.md", "sedd"}});
+    FaultyCalls calls;
+    const auto write = [&] { return FileWrite(calls, {}, bucket.file(u"A.md"_s), "vår").writeOver("sedd"); };
+
+    QCOMPARE(write().outcome, WriteOutcome::Replaced);
+    QCOMPARE(bucket.read(u"A.md"_s), "vår");
+    bucket.remove(u"A.md"_s);
+    QCOMPARE(write().outcome, WriteOutcome::Replaced);
+    QCOMPARE(bucket.read(u"A.md"_s), "vår");
 }
 
 void FileWriteReplaceTests::aTargetThatAppearsWhileCreatingIsKept_data()

@@ -79,16 +79,22 @@ export function copiedText(slice: Slice): string {
   const only = content.childCount === 1 ? content.firstChild! : null;
   if (only?.type.spec.code) return only.textContent;
   if (only?.isTextblock && openStart > 0) return writeBlock(paragraph.create(null, only.content));
-  return markdownOf(content.content.map(asBlock)).trimEnd();
+  return markdownOf(asBlocks(content)).trimEnd();
 }
 
 /** Parts of lists and tables can be selected without the whole. */
-function asBlock(node: Node): Node {
-  if (node.isInline) return paragraph.create(null, node);
-  if (node.type === schema.nodes.list_item) return schema.nodes.list.create(null, node);
-  if (node.type === schema.nodes.letter_item) return node.firstChild ?? paragraph.create();
-  if (node.type === schema.nodes.table_row) return schema.nodes.table.create(null, node);
-  return node;
+function asBlocks(content: Fragment): readonly Node[] {
+  const { list_item: item, letter_item: letter, table_row: row, list, table } = schema.nodes;
+  switch (content.firstChild?.type) {
+    case item:
+      return [list.create(null, content)];
+    case row:
+      return [table.create(null, content)];
+    case letter:
+      return content.content.map((one) => one.firstChild ?? paragraph.create());
+    default:
+      return content.firstChild?.isInline ? [paragraph.create(null, content)] : content.content;
+  }
 }
 
 /** Pasted Markdown as what it says. Whole blocks keep their own source. */

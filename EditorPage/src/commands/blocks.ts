@@ -62,7 +62,8 @@ export const toggleCodeBlock: Command = (state, dispatch) => {
   if (dispatch) {
     const text = texts.join('\n');
     const tr = state.tr.replaceWith(range.start, range.end, codeBlock.create(null, text === '' ? null : schema.text(text)));
-    dispatch(placeCaret(tr, range.start + 1 + text.length));
+    const behind = inlineAsText($to.parent.cut($to.parentOffset)).length;
+    dispatch(placeCaret(tr, range.start + 1 + text.length - behind));
   }
   return true;
 };

@@ -110,8 +110,18 @@ export const belowLast: Command = (state, dispatch, view) => {
   return true;
 };
 
-/** An empty paragraph at `pos`, with the caret in it. */
+/**
+ * An empty paragraph at `pos`, with the caret in it. No file can hold one at the end of an item or a quote: there it is a new
+ * item, or stands below the quote.
+ */
 function withParagraph(tr: Transaction, pos: number): Transaction {
-  tr.insert(pos, nodes.paragraph.create());
-  return tr.setSelection(TextSelection.create(tr.doc, pos + 1)).scrollIntoView();
+  const $pos = tr.doc.resolve(pos);
+  const holder = $pos.parent;
+  const isAtEnd = $pos.depth > 0 && $pos.index() === holder.childCount;
+  const isItem = holder.type === nodes.list_item;
+  const paragraph = nodes.paragraph.create();
+  const item = holder.attrs['checked'] === true ? { ...holder.attrs, checked: false } : holder.attrs;
+  const at = !isAtEnd ? pos : isItem ? $pos.after() : $pos.after(1);
+  tr.insert(at, isAtEnd && isItem ? holder.type.create(item, paragraph) : paragraph);
+  return tr.setSelection(TextSelection.near(tr.doc.resolve(at + 1))).scrollIntoView();
 }

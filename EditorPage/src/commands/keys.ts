@@ -1,5 +1,5 @@
 /** What each key does. Where several commands share a key, the first that applies wins. */
-import { baseKeymap, chainCommands, exitCode, setBlockType } from 'prosemirror-commands';
+import { baseKeymap, chainCommands, exitCode, newlineInCode, setBlockType } from 'prosemirror-commands';
 import { redo, undo } from 'prosemirror-history';
 import { undoInputRule } from 'prosemirror-inputrules';
 import { keymap } from 'prosemirror-keymap';
@@ -35,8 +35,19 @@ const tabInCode: Command = (state, dispatch) => {
   return true;
 };
 
-/** Tab where an item cannot go further in stays in the note; elsewhere the key goes on to the next control. */
-const tabInList: Command = (state) => state.selection.$from.node(-1)?.type.name.endsWith('_item') ?? false;
+/** What takes the keyboard inside the note. */
+const CONTROLS = 'button, summary';
+
+/**
+ * Tab goes on to a control of the note that follows the caret (or with Shift stands before it), and else stays: what is typed
+ * next must not end up in the buttons beside the note.
+ */
+const tabInNote = (side: 'FOLLOWING' | 'PRECEDING'): Command => ({ selection }, _, view) => {
+  const isInItem = selection.$from.node(-1)?.type.name.endsWith('_item') ?? false;
+  if (isInItem || !view) return true;
+  const caret = view.domAtPos(selection.head).node;
+  return ![...view.dom.querySelectorAll(CONTROLS)].some((control) => (caret.compareDocumentPosition(control) & Node[`DOCUMENT_POSITION_${side}`]) !== 0);
+};
 
 /** Deleting with the whole note selected leaves one empty paragraph, whatever stood there. */
 const deleteAll: Command = (state, dispatch) => {
@@ -66,13 +77,13 @@ const editing: Record<string, Command> = {
   'Mod-z': undo,
   'Mod-y': redo,
   'Mod-Shift-z': redo,
-  Enter: chainCommands(openCodeBlock, openFormula, openTable, leaveCodeBlock, leaveTable, cellBelow, splitItem, leaveQuote),
+  Enter: chainCommands(openCodeBlock, openFormula, openTable, leaveCodeBlock, newlineInCode, leaveTable, cellBelow, splitItem, leaveQuote),
   'Shift-Enter': lineBreak,
   'Mod-Enter': chainCommands(alone(toggleTask), exitCode),
   Backspace: chainCommands(undoInputRule, deleteAll, backspaceInItem, backspaceToParagraph, backspaceBelowList),
   Delete: chainCommands(deleteAll, deleteBesideItem),
-  Tab: chainCommands(goToNextCell(1), tabPastEnd, tabInCode, sinkItem, tabInList),
-  'Shift-Tab': chainCommands(goToNextCell(-1), liftItem),
+  Tab: chainCommands(goToNextCell(1), tabPastEnd, tabInCode, sinkItem, tabInNote('FOLLOWING')),
+  'Shift-Tab': chainCommands(goToNextCell(-1), liftItem, tabInNote('PRECEDING')),
   ArrowDown: belowLast,
   'Alt-ArrowUp': alone(moveBlock(-1)),
   'Alt-ArrowDown': alone(moveBlock(1)),

@@ -35,7 +35,8 @@ function movable(state: EditorState) {
     const isItemsOnlyBlock = parent.childCount === 1 && depth > 0;
     if (isItemsOnlyBlock || parent.type === schema.nodes.list_item || parent.type === schema.nodes.letter_item) continue;
     const from = $from.index(depth);
-    const to = $to.indexAfter(depth) === $to.index(depth) ? $to.index(depth) + 1 : $to.indexAfter(depth);
+    const to = Math.max($to.indexAfter(depth), from + 1);
+    if (to > parent.childCount) return null;
     if (parent.maybeChild(from)?.type === schema.nodes.front_matter) return null;
     return { parent, from, to, start: $from.posAtIndex(from, depth), end: $from.posAtIndex(to, depth) };
   }

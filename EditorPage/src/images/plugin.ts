@@ -13,7 +13,8 @@ type Order = { add: { id: number; pos: number; name: string } } | { remove: numb
 const key = new PluginKey<DecorationSet>('images');
 const WAIT_FOR_READER = 6_000;
 
-let lastId = 0;
+/** No number that an earlier page has used: an answer to that one may still come. */
+let lastId = Math.trunc(performance.timeOrigin) % 1_000_000_000;
 
 /** The plugin that takes pictures. */
 export function imageDrops(): Plugin {

@@ -116,9 +116,9 @@ export const mathFromMarkdown: FromMarkdown = {
   exit: { ...block.exit, mathInline: exitMath },
 };
 
-const writeMath: Handle = (node: MathInline) => {
+const writeMath: Handle = (node: MathInline, _parent, _state, { after }) => {
   const longest = Math.max(0, ...(node.value.match(/\$+/g) ?? []).map((run) => run.length));
-  const isSimple = longest === 0 && /^\S(.*\S)?$/s.test(node.value);
+  const isSimple = longest === 0 && /^\S(.*\S)?$/s.test(node.value) && !/^\d/.test(after);
   const fence = '$'.repeat(isSimple ? 1 : Math.max(2, longest + 1));
   return fence + node.value + fence;
 };

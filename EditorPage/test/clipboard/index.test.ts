@@ -1,6 +1,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import type { Slice } from 'prosemirror-model';
+import { CellSelection } from 'prosemirror-tables';
 import { copiedText, literalText } from '../../src/clipboard/index';
 import { withPlainTables } from '../../src/clipboard/tables';
 import { schema } from '../../src/schema';
@@ -27,6 +28,16 @@ for (const [marked, text] of copies) {
     assert.equal(copiedText(selected(marked)), text);
   });
 }
+
+test('copied cells are one table', () => {
+  const { state } = situation('| a | b |\n| - | - |\n| c | d |\n| e | f |\n');
+  const cells: number[] = [];
+  state.doc.descendants((node, pos) => void (/_cell|_header/.test(node.type.name) && cells.push(pos)));
+  const copied = (from: number, to: number) => copiedText(CellSelection.create(state.doc, cells[from]!, cells[to]!).content());
+  assert.equal(copied(2, 5), '| c | d |\n| - | - |\n| e | f |');
+  assert.equal(copied(1, 3), '| b |\n| - |\n| d |');
+  assert.equal(copied(0, 5), '| a | b |\n| - | - |\n| c | d |\n| e | f |');
+});
 
 test('a pasted table becomes a full grid with one head', () => {
   const { table, table_row: row, table_cell: cell, table_header: header, doc } = schema.nodes;

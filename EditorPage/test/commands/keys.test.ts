@@ -26,6 +26,13 @@ const cases: readonly (readonly [string, readonly string[], string])[] = [
   ['- a\n  - b‸\n- c\n', ['<Delete>'], '- a\n  - bc\n'],
   ['a‸\n\n- b\n- c\n', ['<Delete>'], 'ab\n\n- c\n'],
   ['- a‸\n\nb\n\n- c\n', ['<Delete>'], '- ab\n- c\n'],
+  // Another list below one, and blocks inside an item: what is typed next is in them.
+  ['- ett‸\n', ['<Enter>', '<Enter>', '[ ] göra', '<Enter>', 'mer'], '- ett\n\n- [ ] göra\n\n- [ ] mer\n'],
+  ['- ett\n  - två‸\n', ['<Enter>', '<Enter>', '<Enter>', '[ ] göra'], '- ett\n  - två\n\n- [ ] göra\n'],
+  ['- ett‸\n', ['<Enter>', '```js', '<Enter>', 'a', '<Enter>', 'b', '<Enter>', '<Enter>', '<Enter>', 'ut'], '- ett\n- ```js\n  a\n  b\n  ```\n- ut\n'],
+  ['- | a | b |\n  | - | - |\n  | c | d‸ |\n', ['<Enter>', '<Enter>', 'ut'], '- | a | b |\n  | - | - |\n  | c | d |\n- ut\n'],
+  ['> | a | b |\n> | - | - |\n> | c | d‸ |\n', ['<Enter>', '<Enter>', 'ut'], '> | a | b |\n> | - | - |\n> | c | d |\n\nut\n'],
+  ['ett‸ två\n', ['{codeBlock}', 'x'], '```\nettx två\n```\n'],
   // Blocks that a line and Enter open.
   ['‸\n', ['```js', '<Enter>', 'kod'], '```js\nkod\n```\n'],
   ['‸\n', ['$$', '<Enter>', 'x'], '$$\nx\n$$\n'],

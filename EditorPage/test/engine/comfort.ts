@@ -10,14 +10,15 @@ class Key {
 
 const key = (name: string) => new Key(name);
 
-const codes: Readonly<Record<string, number>> = { Enter: 13, Tab: 9, Backspace: 8, Shift: 16, ArrowUp: 38, ArrowDown: 40 };
+const codes: Readonly<Record<string, number>> = { Enter: 13, Tab: 9, Backspace: 8, Shift: 16, ArrowUp: 38, ArrowDown: 40, Delete: 46 };
 
-function press({ name }: Key): void {
+/** Presses a key; false when the page took it. */
+function press({ name }: Key): boolean {
   const held = name.split('+');
   const last = held.pop()!;
   const keyCode = codes[last] ?? last.toUpperCase().charCodeAt(0);
   const flags = { ctrlKey: held.includes('Ctrl'), altKey: held.includes('Alt'), shiftKey: held.includes('Shift') || last === 'Shift' };
-  surface().dispatchEvent(new KeyboardEvent('keydown', { key: last, keyCode, ...flags, bubbles: true, cancelable: true } as KeyboardEventInit));
+  return surface().dispatchEvent(new KeyboardEvent('keydown', { key: last, keyCode, ...flags, bubbles: true, cancelable: true } as KeyboardEventInit));
 }
 
 async function act(steps: readonly (string | Key)[]): Promise<void> {
@@ -56,6 +57,10 @@ const cases: readonly (readonly [string, string, readonly (string | Key)[], stri
   ['struck by its keys', 'a\n', [' ', key('Ctrl+Shift+x'), 'b', key('Ctrl+Shift+x'), ' c'], 'a ~~b~~ c\n'],
   ['a heading by Ctrl+Alt+2 and text again', 'a\n', [key('Ctrl+Alt+2'), 'b', enter, 'c', key('Ctrl+Alt+3'), key('Ctrl+Alt+0')], '## ab\n\nc\n'],
   ['a link by its letters', 'a\n', [' [b](c.md) d'], 'a [b](c.md) d\n'],
+  ['a picture and a formula by their letters', 'a\n', [' ![b](c.png) $x^2$ d'], 'a ![b](c.png) $x^2$ d\n'],
+  ['lines that begin like markers', 'a\n', [enter, '1.5 dl', enter, '#tagg', enter, '- ', '+46 70'], 'a\n\n1.5 dl\n\n#tagg\n\n- +46 70\n'],
+  ['a list left in its middle', '*  a\n*  b\n', [key('Alt+ArrowUp'), enter, enter, 'c'], '*  b\n\nc\n\n*  a\n'],
+  ['a line of a list joined with the next', '- a\n- b\n', [key('Alt+ArrowUp'), key('Delete')], '- ba\n'],
   ['a word before an embed with its width', '![[bild.png|300]]\n', [' å'], '![[bild.png|300]] å\n'],
 ];
 
@@ -71,6 +76,16 @@ const typingTests: Test[] = cases.map(([what, before, steps, after]) => [
 
 export const comfortTests: Test[] = [
   ...typingTests,
+  ['Tab in running text stays in the note, and goes to a control of it', async (recorder) => {
+    const isTaken = (one: Key): boolean => !press(one);
+    open('a\n\nb\n');
+    await turn();
+    recorder.clear();
+    expectEqual([isTaken(tab), isTaken(key('Shift+Tab')), recorder.of('changed').length], [true, true, 0], 'taken, and told');
+    open('![v](https://www.youtube.com/watch?v=dQw4w9WgXcQ)\n\nb\n');
+    await turn();
+    expectEqual([isTaken(tab), isTaken(key('Shift+Tab'))], [true, false], 'taken behind a control');
+  }],
   ['text pasted with Shift is taken letter by letter', async (recorder) => {
     open('a\n');
     await turn();
