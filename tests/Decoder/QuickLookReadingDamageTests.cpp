@@ -85,6 +85,8 @@ private Q_SLOTS:
         add(u"a.odt"_s, unchecked(openDocument));
         add(u"a.svg"_s, "<svg xmlns='http://www.w3.org/2000/svg'><g id='a'><path d='M0 0'/></g></svg>");
         add(u"a.pages"_s, unchecked(package));
+        for (const auto& format : {u"xlsx"_s, u"pptx"_s})
+            add(u"a."_s + format, packed({{u"docProps/thumbnail.jpeg"_s, "bild"}}, u"zip"_s));
         add(u"a.ogg"_s, mediaFile(u"a.ogg"_s));
     }
 

@@ -20,6 +20,7 @@ namespace {
 
 /// How many damaged files stand on one page.
 constexpr int perPage = 25;
+constexpr int loadingTime = 10'000; // milliseconds
 /// How long a page with damaged films may play them, in milliseconds; some say that they take hours.
 int playingTime()
 {
@@ -106,7 +107,8 @@ private Q_SLOTS:
             const QSignalSpy loaded(view.page(), &QWebEnginePage::loadFinished);
             const QSignalSpy failed(&view, &QuickLookWebView::failed);
             showAt(view, {300, 200});
-            WAIT_VERIFY(!loaded.isEmpty() || !failed.isEmpty());
+            // The engine need not come to an end with a page, only go on with the next.
+            static_cast<void>(waitFor([&] { return !loaded.isEmpty() || !failed.isEmpty(); }, loadingTime));
             waitUntilDone(view, failed, isPlayed ? playingTime() : patience);
             deaths += int(failed.size());
         }

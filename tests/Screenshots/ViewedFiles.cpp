@@ -110,11 +110,12 @@ void makeDocuments(const Bucket& bucket)
             runProgram(u"soffice"_s,
                        {u"-env:UserInstallation=file://"_s + bucket.folder(u"källor/profil"_s).path(),
                         u"--headless"_s, u"--convert-to"_s, format, u"--outdir"_s, bucket.root().path(),
-                        bucket.file(u"källor/"_s + source).path()});
+                        bucket.file(source).path()});
     };
-    convert(u"brev.html"_s, {u"docx"_s, u"doc"_s, u"odt:writer8"_s, u"rtf"_s});
-    convert(u"bilder.fodp"_s, {u"pptx"_s, u"ppt"_s, u"odp"_s});
-    convert(u"ark.csv"_s, {u"xlsx"_s, u"xls"_s, u"ods"_s});
+    convert(u"källor/brev.html"_s, {u"odt:writer8"_s}); // the others only come of a text document
+    convert(u"brev.odt"_s, {u"docx"_s, u"doc"_s, u"rtf"_s});
+    convert(u"källor/bilder.fodp"_s, {u"pptx"_s, u"ppt"_s, u"odp"_s});
+    convert(u"källor/ark.csv"_s, {u"xlsx"_s, u"xls"_s, u"ods"_s});
 }
 
 } // namespace
