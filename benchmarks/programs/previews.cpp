@@ -3,7 +3,8 @@
 // bench-previews make FOLDER makes the files. Ours is the product's own view, bare the least that shows the
 // same with the toolkit. Both stand in a window of the same size, and the time ends when the window's pixels
 // have what the file is known by: red in the middle, or for a log the first lines of its text. The editor's
-// page is there before, as it is in the program, and a decoder waits, as it does there after the first file.
+// page is there before, and a web engine that is needed, as in the program, and a decoder waits, as it does
+// there after the first file.
 // A document of an office program is shown as one that was converted before.
 
 #include "Editor/WebEditorController.h"
@@ -227,6 +228,15 @@ bool waitUntil(Condition isDone)
     return time.elapsed() <= patience;
 }
 
+void startTheEngine(QWebEngineView& view)
+{
+    bool isLoaded = false;
+    QObject::connect(&view, &QWebEngineView::loadFinished, &view, [&isLoaded] { isLoaded = true; });
+    view.setHtml(QStringLiteral("<p>Hej"));
+    view.show();
+    waitUntil([&isLoaded] { return isLoaded; });
+}
+
 void keepConverted(const QString& document)
 {
     QFile pages(QFileInfo(document).dir().filePath(QStringLiteral("sidor.pdf")));
@@ -273,6 +283,11 @@ int main(int argc, char** argv)
     const auto folder = FileURL::directory(home.path());
     Desktop desktop({folder, folder, folder});
     AppState state(desktop.services());
+    std::unique_ptr<QWebEngineView> engine;
+    if (file.endsWith(QStringLiteral(".html")) || (isText && isOurs)) {
+        engine = std::make_unique<QWebEngineView>();
+        startTheEngine(*engine);
+    }
     // The editor's page starts with the state, and in the program it is there long before a file is chosen.
     waitUntil([&state] { return state.editorController().isReady(); });
     if (file.endsWith(QStringLiteral(".docx")))
