@@ -73,14 +73,17 @@ void BucketTree::startReading()
         return; // when that one ends, it sees that it is old
     const auto read = [this, bucket = m_bucket, shown = std::shared_ptr<const Nodes>(m_nodes),
                        demands = m_demands]() -> std::function<void()> {
-        const auto found = std::make_shared<Nodes>(buildTree(bucket));
-        return [this, found, isChanged = *found != *shown, demands] {
+        auto found = std::make_shared<Nodes>(buildTree(bucket));
+        // A large tree is given back where nobody waits for it.
+        if (*found == *shown)
+            found.reset();
+        return [this, found, demands] {
             m_reading.reset();
             if (demands != m_demands) {
                 startReading();
                 return;
             }
-            if (isChanged)
+            if (found)
                 show(found);
             for (const auto& then : std::exchange(m_waiting, {}))
                 then();
