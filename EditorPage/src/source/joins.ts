@@ -4,7 +4,7 @@ import { schema } from '../schema';
 import { isPlainLine } from './cuts';
 import { readBlock, readEntries, type Entry } from './entries';
 import { isFolded } from './folded';
-import { isSame } from './normal';
+import { isSame, isSource } from './normal';
 import type { Context } from './reconcile';
 import { carryOver, unify, withLineEnd } from './text';
 
@@ -153,6 +153,13 @@ export function unremarked({ before, after, gap }: Joint, context: Context): Ent
   if (!old || !isSame(old.parsed, after.parsed)) return null;
   const isFree = before.parsed.type !== nodes.list || holds({ before, after: old, gap }, context);
   return isFree ? { ...old, node: after.node, gap: after.gap } : null;
+}
+
+/** The block with its own gap, where what stands before is a definition or HTML once more and no longer runs on into it. */
+export function unspaced({ before, after }: Joint, context: Context): Entry | null {
+  const { ownGap, ...entry } = after;
+  if (ownGap === undefined || !isSource(before.parsed)) return null;
+  return holds({ before, after, gap: ownGap }, context) ? { ...entry, gap: ownGap } : null;
 }
 
 /** What begins a note when nothing stands above it any more that made it text. Null where it stays what it is. */
