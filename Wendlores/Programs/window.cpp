@@ -1,5 +1,4 @@
 #include "Wendlores/CommandLine.h"
-#include "Wendlores/Companion.h"
 #include "Wendlores/OpenLocation.h"
 #include "Wendlores/SwedishTexts.h"
 #include "Wendlores/WendloreApp.h"
@@ -45,15 +44,6 @@ QStringList argumentsOf(int count, char** words)
     for (int i = 1; i < count; ++i)
         arguments.append(QFile::decodeName(words[i]));
     return arguments;
-}
-
-/// Carries out a command that needs no window; gives the exit status.
-int runCompanion(const QStringList& arguments)
-{
-    const Companion::Answer answer = Companion::run(arguments, QDir::currentPath());
-    std::fwrite(answer.output.constData(), 1, size_t(answer.output.size()), stdout);
-    std::fwrite(answer.errors.constData(), 1, size_t(answer.errors.size()), stderr);
-    return std::fflush(stdout) == 0 ? answer.status : Misused;
 }
 
 /// The web engine's sandbox refuses to work for root, and switching it off is nobody's decision but theirs.
@@ -117,8 +107,6 @@ int handOver(SingleInstance& instance, const CommandLine& commandLine)
 int main(int argc, char** argv)
 {
     const QStringList arguments = argumentsOf(argc, argv);
-    if (Companion::isCommand(arguments))
-        return runCompanion(arguments);
     const CommandLine commandLine = CommandLine::parse(arguments, QDir::currentPath());
     if (commandLine.action != CommandLine::Action::Run) {
         const bool isRefused = commandLine.action == CommandLine::Action::RefuseUsage;
