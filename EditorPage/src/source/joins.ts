@@ -135,17 +135,20 @@ export function* remarked(joint: Joint, context: Context, lineEnd: string): Gene
   const isListed = [before, after].every(({ parsed }) => parsed.type === nodes.list);
   if (!isListed || after.source.length > remarkedLimit) return;
   const markers = after.piece.children.map((child) => after.piece.start + child.start);
-  const source = [...markers].reverse().reduce((text, at) => text.slice(0, at) + otherMarker(text.slice(at)), after.source);
-  const block = readBlock(source, nodes.list, context.labels);
-  if (!block || !isSame(block.parsed, after.parsed)) return;
-  yield { ...joint, after: { ...after, ...block, raw: carryOver(after.raw, after.source, source, lineEnd), insteadOf: after } };
+  for (const others of otherMarkers) {
+    const remark = (item: string) => item.replace(/^(\d*)([-+*.)])/, (_all, number: string, marker: string) => number + others[marker]);
+    const source = [...markers].reverse().reduce((text, at) => text.slice(0, at) + remark(text.slice(at)), after.source);
+    const block = readBlock(source, nodes.list, context.labels);
+    if (!block || !isSame(block.parsed, after.parsed)) continue;
+    yield { ...joint, after: { ...after, ...block, raw: carryOver(after.raw, after.source, source, lineEnd), insteadOf: after } };
+  }
 }
 
-/** The text of an item with another marker than its own. */
-function otherMarker(item: string): string {
-  const others: Readonly<Record<string, string>> = { '-': '*', '*': '-', '+': '-', '.': ')', ')': '.' };
-  return item.replace(/^(\d*)([-+*.)])/, (_all, number: string, marker: string) => number + others[marker]);
-}
+/** What each marker may be exchanged for. An item that begins with a rule would be one after a marker of the same kind. */
+const otherMarkers: ReadonlyArray<Readonly<Record<string, string>>> = [
+  { '-': '*', '*': '-', '+': '-', '.': ')', ')': '.' },
+  { '-': '+', '*': '+', '+': '*', '.': ')', ')': '.' },
+];
 
 /** The list that was there before it got other markers, where nothing asks for them any more. */
 export function unremarked({ before, after, gap }: Joint, context: Context): Entry | null {

@@ -73,7 +73,8 @@ export function* inlineSplices(source: string, place: Place, next: Node, prefix:
     return;
   }
   for (const splice of plainSplices(source, place, next, change)) {
-    yield { ...splice, text: indentLines(splice.text, prefix) };
+    const goesOn = splice.text.endsWith('\n') && /[^\n]/.test(source[splice.to] ?? '');
+    yield { ...splice, text: indentLines(splice.text, prefix) + (goesOn ? prefix.slice(prefix.trimEnd().length) : '') };
   }
 }
 
