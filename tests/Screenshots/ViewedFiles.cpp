@@ -106,19 +106,17 @@ void makeDocuments(const Bucket& bucket)
     bucket.write(u"källor/bilder.fodp"_s, slides);
     bucket.write(u"källor/ark.csv"_s, "Datum,Vad,Belopp\n2024-05-17,Porto,12.50\n2024-05-18,Papper,80.00\n");
     const auto convert = [&bucket](const QString& source, const QStringList& formats,
-                                   const QString& sourceFormat = {}) {
-        QStringList arguments{u"-env:UserInstallation=file://"_s + bucket.folder(u"källor/profil"_s).path(),
-                              u"--headless"_s, u"--outdir"_s, bucket.root().path()};
-        if (!sourceFormat.isEmpty())
-            arguments.append(u"--infilter="_s + sourceFormat);
+                                   const QString& sourceFormat) {
         for (const QString& format : formats)
-            runProgram(u"soffice"_s, arguments + QStringList{u"--convert-to"_s, format,
-                                                             bucket.file(u"källor/"_s + source).path()});
+            runProgram(u"soffice"_s,
+                       {u"-env:UserInstallation=file://"_s + bucket.folder(u"källor/profil"_s).path(),
+                        u"--headless"_s, u"--infilter="_s + sourceFormat, u"--convert-to"_s, format,
+                        u"--outdir"_s, bucket.root().path(), bucket.file(u"källor/"_s + source).path()});
     };
     // As a text document, and not as a page of the web.
     convert(u"brev.html"_s, {u"docx"_s, u"doc"_s, u"odt"_s, u"rtf"_s}, u"HTML (StarWriter)"_s);
-    convert(u"bilder.fodp"_s, {u"pptx"_s, u"ppt"_s, u"odp"_s});
-    convert(u"ark.csv"_s, {u"xlsx"_s, u"xls"_s, u"ods"_s});
+    convert(u"bilder.fodp"_s, {u"pptx"_s, u"ppt"_s, u"odp"_s}, u"OpenDocument Presentation Flat XML"_s);
+    convert(u"ark.csv"_s, {u"xlsx"_s, u"xls"_s, u"ods"_s}, u"CSV:44,34,76"_s);
 }
 
 } // namespace
