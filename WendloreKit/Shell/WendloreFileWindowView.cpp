@@ -2,6 +2,7 @@
 
 #include "Shell/WindowClosing.h"
 
+#include "Editor/ConflictNotice.h"
 #include "Editor/EditorBar.h"
 #include "Editor/EditorSession.h"
 #include "Editor/EditorView.h"
@@ -82,6 +83,7 @@ QWidget* WendloreFileWindowView::makeEditor()
     m_title = new TitleField(bar);
     bar->setTitle(*m_title);
     layout->addWidget(bar);
+    layout->addWidget(new ConflictNotice(*m_editor, pane));
     layout->addWidget(m_editor, 1);
 
     EditorSession& session = m_editor->session();
