@@ -136,9 +136,10 @@ void WendloreFileWindowView::disappear()
 
 void WendloreFileWindowView::closeEvent(QCloseEvent* event)
 {
+    const bool mayClose = !m_closing || m_closing->mayClose(*event);
     if (m_editor)
-        m_editor->setEnabled(false); // no key may come after the last one is waited for
-    if (m_closing && !m_closing->mayClose(*event))
+        m_editor->setEnabled(false); // no key may come after the last one, which is waited for
+    if (!mayClose)
         return;
     if (m_editor)
         m_editor->session().close();
