@@ -5,9 +5,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
@@ -47,6 +49,8 @@ private Q_SLOTS:
     void folderPanelSaysWhatIsAsked();
     void cloudFoldersAreOfferedWhereThereAreAny_data();
     void cloudFoldersAreOfferedWhereThereAreAny();
+    void theFirstLookIsAtHome();
+    void namesHaveTheRoomThatDatesLeave();
     void chosenFolderIsGiven();
     void cancelledPanelGivesNothing();
     void filePanelOffersFilesOfItsKind();
@@ -149,6 +153,46 @@ void FilePanelsTests::picturesAreLookedForAmongTheUsersPictures()
     QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en bild"_s, {u"*.png"_s}, Panels::Start::pictures));
 
     QCOMPARE(place, home.folder(u"Pictures"_s).path());
+}
+
+void FilePanelsTests::theFirstLookIsAtHome()
+{
+    const Bucket home;
+    const Home inHome(home);
+    QFileDialog().setDirectory(QDir::current());
+    QString place;
+    inNextDialog([&place](QFileDialog& dialog) {
+        place = dialog.directory().path();
+        dialog.reject();
+    });
+
+    QVERIFY(!FilePanels().chooseFolder(u"Välj bucket"_s, u"Välj en mapp."_s));
+
+    QCOMPARE(place, home.root().path());
+}
+
+void FilePanelsTests::namesHaveTheRoomThatDatesLeave()
+{
+    const Bucket place({{"A.md", ""}});
+    bool isFilled = false;
+    bool isDateWhole = false;
+    inNextDialog([&](QFileDialog& dialog) {
+        dialog.setDirectory(place.root().path());
+        const auto* files = dialog.findChild<QTreeView*>(u"treeView"_s);
+        const QHeaderView* columns = files->header();
+        isFilled = QTest::qWaitFor([&] {
+            return files->model()->rowCount(files->rootIndex()) == 1 &&
+                   columns->length() == files->viewport()->width();
+        });
+        isDateWhole =
+            columns->sectionSize(columns->count() - 1) >= files->sizeHintForColumn(columns->count() - 1);
+        dialog.reject();
+    });
+
+    QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en fil"_s, {u"*.md"_s}, Panels::Start::lastPlace));
+
+    QVERIFY(isFilled);
+    QVERIFY(isDateWhole);
 }
 
 void FilePanelsTests::chosenFileIsGiven()
