@@ -75,7 +75,7 @@ QWidget* WendloreFileWindowView::makeEditor()
 {
     auto* pane = new QWidget(this);
     m_editor = new EditorView(*m_windowState, pane);
-    m_closing = std::make_unique<WindowClosing>(*this, m_editor->session());
+    m_closing = std::make_unique<WindowClosing>(*this, *m_editor);
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -136,10 +136,7 @@ void WendloreFileWindowView::disappear()
 
 void WendloreFileWindowView::closeEvent(QCloseEvent* event)
 {
-    const bool mayClose = !m_closing || m_closing->mayClose(*event);
-    if (m_editor)
-        m_editor->setEnabled(false); // no key may come after the last one, which is waited for
-    if (!mayClose)
+    if (m_closing && !m_closing->mayClose(*event))
         return;
     if (m_editor)
         m_editor->session().close();

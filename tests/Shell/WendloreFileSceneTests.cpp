@@ -278,24 +278,6 @@ private Q_SLOTS:
         QCOMPARE(windows.bucket.read(u"A.md"_s), QByteArray("Hej sent"));
     }
 
-    /// A page that takes no keys does not take the one either that tells it which was the last.
-    void theLastKeysAreAskedForWhileThePageTakesKeys()
-    {
-        Windows windows;
-        FakeEditorWebView& page = windows.open(u"A.md"_s);
-        page.answersDrains = false;
-        const auto* editor = windows.window().findChild<EditorView*>();
-        bool tookKeys = false;
-        page.drainAsked = [&] { tookKeys = editor->isEnabled(); };
-
-        windows.window().close();
-
-        QVERIFY(tookKeys);
-        QVERIFY(!editor->isEnabled());
-        page.drains.front()();
-        QVERIFY(windows.hasNoWindows());
-    }
-
     void aWindowFollowsItsFile()
     {
         Windows windows;
