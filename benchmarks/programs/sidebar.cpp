@@ -77,7 +77,7 @@ void fill(const QDir& bucket)
         const QDir place(bucket.filePath(folderName(folder)));
         place.mkpath(u"."_s);
         const QByteArray text = folder == 0 ? "Ett stycke om en plan.\n\nMötet om höstens förslag.\n" : "";
-        for (const QString& missing : QSet(names).subtract(sweep(place, names)))
+        for (const QString& missing : names - sweep(place, names))
             writeNote(place.filePath(missing), text);
     }
 }
