@@ -184,8 +184,9 @@ void FilePanelsTests::namesHaveTheRoomThatDatesLeave()
             return files->model()->rowCount(files->rootIndex()) == 1 &&
                    columns->length() == files->viewport()->width();
         });
-        isDateWhole =
-            columns->sectionSize(columns->count() - 1) >= files->sizeHintForColumn(columns->count() - 1);
+        const int last = columns->count() - 1;
+        const QString date = files->model()->index(0, last, files->rootIndex()).data().toString();
+        isDateWhole = columns->sectionSize(last) > files->fontMetrics().horizontalAdvance(date);
         dialog.reject();
     });
 
