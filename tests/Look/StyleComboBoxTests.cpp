@@ -22,6 +22,7 @@ private Q_SLOTS:
         box.addItem(u"Plats"_s);
         box.setGeometry(50, 30, 160, comboBoxHeight);
         showAt(window, {300, 100});
+        box.clearFocus();
         const Colors& colors = Colors::of(ColorScheme::light);
 
         const QImage picture = pictureOf(box);
