@@ -1,5 +1,7 @@
 #include "Wendlores/Companion.h"
 
+#include "Wendlores/CompanionCommands.h"
+
 #include "Vault/Blanks.h"
 #include "Vault/Collation.h"
 #include "Vault/FileTree.h"
@@ -15,14 +17,9 @@ namespace wendlore {
 
 namespace {
 
-enum Status { Succeeded = 0, NothingFound = 1, Misused = 2 };
-
-const QString searchCommand = u"search"_s;
-const QString treeCommand = u"tree"_s;
-
 Companion::Answer refusal(const QString& reason)
 {
-    return {Misused, {}, u"wendlores: %1\n"_s.arg(reason).toUtf8()};
+    return {Companion::Misused, {}, u"wendlores: %1\n"_s.arg(reason).toUtf8()};
 }
 
 QByteArray relativePath(const FileURL& url, const FileURL& root)
@@ -34,12 +31,12 @@ QByteArray relativePath(const FileURL& url, const FileURL& root)
 Companion::Answer search(const FileURL& root, const QString& text)
 {
     const QString query = withoutOuterBlanks(text);
-    Companion::Answer answer{NothingFound, {}, {}};
+    Companion::Answer answer{Companion::NothingFound, {}, {}};
     if (query.isEmpty())
         return answer;
     for (const SearchHit& hit : searchNotes(root, query, NameOrder(), userFoldingRule())) {
         answer.output += relativePath(hit.url, root) + '\t' + hit.snippet + '\n';
-        answer.status = Succeeded;
+        answer.status = Companion::Succeeded;
     }
     return answer;
 }
@@ -55,14 +52,9 @@ void writeTree(QByteArray& output, const std::vector<FileNode>& nodes, const Fil
 
 } // namespace
 
-bool Companion::isCommand(const QStringList& arguments)
-{
-    return !arguments.isEmpty() && (arguments.front() == searchCommand || arguments.front() == treeCommand);
-}
-
 Companion::Answer Companion::run(const QStringList& arguments, const QString& currentFolder)
 {
-    const bool isSearch = arguments.value(0) == searchCommand;
+    const bool isSearch = arguments.value(0).toStdString() == searchCommand;
     if (arguments.size() != (isSearch ? 3 : 2))
         return refusal(isSearch ? u"användning: wendlores search MAPP TEXT"_s
                                 : u"användning: wendlores tree MAPP"_s);

@@ -89,10 +89,13 @@ function addition(older: string, written: string): string | null {
   return kept === older.length ? added : null;
 }
 
+/** The kind of those that took older bytes away. */
+const writtenAnew = 'the block is written anew';
+
 /** A name for what an edit has written besides the word. */
 function kindOf(older: string, written: string): string {
   const added = addition(older, written);
-  if (added === null) return 'the block is written anew';
+  if (added === null) return writtenAnew;
   if (written.includes('][')) return "the word is in a link's label, which stays behind the link";
   if (added.trim() === '') return /[\r\n]/.test(added) ? 'a line end keeps the next block apart' : "a mark's edge has moved";
   if (/^[\s\\]+$/.test(added)) return 'backslashes keep a character from becoming a marker';
@@ -235,4 +238,11 @@ test('of all words typed so many are exactly that insertion', (context) => {
   for (const [kind, { length }] of total.inexact) context.diagnostic(`${length} not exact: ${kind}`);
   context.diagnostic(`${total.lookedInto} of these were looked into: the word alone would have read differently at every place`);
   assertShare(context, total, 0.978);
+});
+
+test('nearly all words typed take no older byte away', (context) => {
+  const anew = total.inexact.get(writtenAnew)?.length ?? 0;
+  const share = 1 - anew / total.edits;
+  context.diagnostic(`${percent(share)} of ${total.edits} words are in the note with every older byte in its place`);
+  assert.ok(share >= 0.99, `only ${percent(share)}`);
 });

@@ -4,6 +4,7 @@
 #include "Decoder/PdfFile.h"
 
 #include <QByteArray>
+#include <QFile>
 
 #include <optional>
 #include <span>
@@ -13,12 +14,14 @@ class QImage;
 
 namespace wendlore {
 
+enum class DecoderTask : quint8;
+
 /// Answers what is asked about one file, in the process that reads it.
 class DecoderAnswers final
 {
 public:
-    /// `memory` is where the pixels of pictures go.
-    DecoderAnswers(QByteArray file, std::span<uchar> memory);
+    /// `file` is open already, and stays so; `memory` is where the pixels of pictures go.
+    DecoderAnswers(int file, std::span<uchar> memory);
 
     /// The answer; empty where there is none.
     [[nodiscard]] QByteArray to(const QByteArray& question);
@@ -33,13 +36,20 @@ private:
     [[nodiscard]] QByteArray decodePicture();
     [[nodiscard]] QByteArray sketchPicture();
     [[nodiscard]] QByteArray nextFrame();
+    [[nodiscard]] QByteArray preview(DecoderTask task, QDataStream& question) const;
+
+    /// The whole file. Previews do not need it, and are made of files that are too large for that.
+    [[nodiscard]] const QByteArray& bytes();
+    [[nodiscard]] PdfFile& pdf();
 
     template <typename... Values>
     [[nodiscard]] QByteArray picture(const QImage& picture, const Values&... values);
 
-    QByteArray m_file;
+    int m_descriptor;
     std::span<uchar> m_memory;
-    PdfFile m_pdf;
+    QFile m_file;
+    QByteArray m_bytes;
+    std::optional<PdfFile> m_pdf;
     std::optional<MovingPicture> m_movingPicture;
 };
 

@@ -49,7 +49,8 @@ void allowReading(int rules, const QByteArray& path)
     ::close(rule.parent_fd);
 }
 
-/// Leaves nothing to be opened but what decoders load while they work: libraries, fonts and their tables.
+/// Leaves nothing to be opened but what decoders load while they work: libraries, fonts and their tables, and
+/// the time of this place.
 void closeOtherFiles()
 {
     const long version = ::syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
@@ -60,7 +61,7 @@ void closeOtherFiles()
     const int rules = int(::syscall(SYS_landlock_create_ruleset, &attributes, sizeof(attributes), 0));
     if (rules == -1)
         return;
-    for (const char* path : {"/usr", "/lib", "/lib64", "/etc/ld.so.cache", "/etc/fonts"})
+    for (const char* path : {"/usr", "/lib", "/lib64", "/etc/ld.so.cache", "/etc/fonts", "/etc/localtime"})
         allowReading(rules, path);
     for (const auto place : {QLibraryInfo::LibrariesPath, QLibraryInfo::PluginsPath})
         allowReading(rules, QFile::encodeName(QLibraryInfo::path(place)));

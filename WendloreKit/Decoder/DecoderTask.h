@@ -9,15 +9,18 @@ namespace wendlore {
 /// holds, stands beside each. A picture is its size (empty: there is none) and whether parts of it can be
 /// seen through; its pixels are in the memory for them until the next question.
 enum class DecoderTask : quint8 {
-    openPdf,       ///< password; gives the state and the pages' sizes
-    drawPage,      ///< page, size of the whole page, part of it; gives a picture
-    textOfPage,    ///< page; gives a PdfText
-    textBetween,   ///< two points; gives the text and its places
-    findText,      ///< page, words; gives the places
-    linksOfPage,   ///< page; gives the links
-    decodePicture, ///< gives a picture, and whether it moves
-    sketchPicture, ///< of a large photograph: gives a picture, coarser than it, and the photograph's size
-    nextFrame,     ///< of a moving picture; gives a picture and how many milliseconds it is shown
+    openPdf,         ///< password; gives the state and the pages' sizes
+    drawPage,        ///< page, size of the whole page, part of it; gives a picture
+    textOfPage,      ///< page; gives a PdfText
+    textBetween,     ///< two points; gives the text and its places
+    findText,        ///< page, words; gives the places
+    linksOfPage,     ///< page; gives the links
+    decodePicture,   ///< gives a picture, and whether it moves
+    sketchPicture,   ///< of a large photograph: gives a picture, coarser than it, and the photograph's size
+    nextFrame,       ///< of a moving picture; gives a picture and how many milliseconds it is shown
+    previewFile,     ///< the file's name, milliseconds that it may take; gives a QuickLookPage
+    previewDocument, ///< the same, of a document of an office program
+    pagesOfDocument, ///< the same; gives the PDF file that the document brings along
 };
 
 /// `values` as they are sent: a question when the first of them is its task, or an answer.

@@ -17,7 +17,7 @@ public:
     /// Descriptors of the file that is read, and of the memory for the pixels of pictures.
     using Files = std::array<int, 2>;
 
-    static constexpr qint64 maximumSize = 64 << 20;
+    static constexpr qint64 maximumSize = 128 << 20;
 
     /// Takes the stream socket over.
     explicit DecoderWire(int socket);

@@ -16,10 +16,10 @@ using namespace wendlore;
 
 namespace {
 
-/// The whole of a file that is open already; empty when it is not.
-std::span<uchar> contentsOf(QFile& file, int descriptor, QIODevice::OpenMode mode)
+/// The memory behind a file that is open already; empty when it is not.
+std::span<uchar> memoryOf(QFile& file, int descriptor)
 {
-    if (!file.open(descriptor, mode))
+    if (!file.open(descriptor, QIODevice::ReadWrite))
         return {};
     uchar* const bytes = file.map(0, file.size());
     return {bytes, bytes ? size_t(file.size()) : 0};
@@ -35,12 +35,8 @@ int main(int argc, char** argv)
     const auto files = wire.receiveFiles();
     if (!files)
         return 0;
-    QFile file;
     QFile memory;
-    const auto bytes = contentsOf(file, files->front(), QIODevice::ReadOnly);
-    DecoderAnswers answers(
-        QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size())),
-        contentsOf(memory, files->back(), QIODevice::ReadWrite));
+    DecoderAnswers answers(files->front(), memoryOf(memory, files->back()));
     while (const auto question = wire.receive()) {
         // Should the program be gone that would end it.
         ::alarm(decoder::mostSeconds);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Decoder/DecoderWire.h"
-#include "Previews/QuickLookLimits.h"
+#include "Decoder/QuickLookLimits.h"
 
 #include "Vault/FileSystemCalls.h"
 

@@ -1,55 +1,18 @@
 #include "Previews/QuickLookLoading.h"
 
-#include "Previews/QuickLookArchive.h"
-#include "Previews/QuickLookBook.h"
-#include "Previews/QuickLookDocument.h"
-#include "Previews/QuickLookEmbedded.h"
-#include "Previews/QuickLookMail.h"
-#include "Previews/QuickLookMedia.h"
+#include "Previews/QuickLookDecoding.h"
 #include "Previews/QuickLookOffice.h"
-#include "Previews/QuickLookTable.h"
-#include "Previews/QuickLookText.h"
+#include "Previews/QuickLookPackage.h"
 
 #include "Vault/FileCoordinator.h"
-#include "Vault/FilePreviewKind.h"
 
 #include <QFileInfo>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
 namespace {
-
-QuickLookContent loadText(const FileURL& file, const QString& extension)
-{
-    const auto beginning = readTextBeginning(file);
-    if (!beginning || beginning->text.isEmpty())
-        return QuickLookCard();
-    const bool isTable = extension == "csv"_L1 || extension == "tsv"_L1;
-    return isTable ? tablePage(*beginning) : textPage(*beginning, extension);
-}
-
-bool isArchive(const QString& name)
-{
-    static const QStringList endings{u".zip"_s,     u".tar"_s,     u".tgz"_s,    u".tbz2"_s,    u".txz"_s,
-                                     u".7z"_s,      u".rar"_s,     u".jar"_s,    u".iso"_s,     u".cab"_s,
-                                     u".deb"_s,     u".rpm"_s,     u".cpio"_s,   u".lzh"_s,     u".lha"_s,
-                                     u".xar"_s,     u".apk"_s,     u".tar.gz"_s, u".tar.bz2"_s, u".tar.xz"_s,
-                                     u".tar.zst"_s, u".tar.lzma"_s};
-    return std::ranges::any_of(
-        endings, [&name](const QString& ending) { return name.endsWith(ending, Qt::CaseInsensitive); });
-}
-
-/// The mail's beginning is enough: attachments come last.
-std::optional<QuickLookPage> loadMail(const FileURL& url)
-{
-    constexpr qint64 limit = 8'000'000;
-    QFile file(QFile::decodeName(url.bytes()));
-    return file.open(QIODevice::ReadOnly) ? mailPage(file.read(limit)) : std::nullopt;
-}
 
 /// Waits until the file is on this disk and nobody is writing it: that takes as long as it takes, and is no
 /// part of the time that the preview has.
@@ -66,45 +29,30 @@ QuickLookLimits whenArrived(FileCoordinator& coordinator, const FileURL& file, c
     return limits.withTime(QuickLookLimits::usualTime);
 }
 
-/// The first page that can be made.
-QuickLookContent loadDocument(const FileURL& file, const QuickLookLimits& limits)
+bool mayHavePages(const FileURL& document)
 {
-    if (auto pages = embeddedPages(file, limits))
-        return std::move(*pages);
-    for (const auto load : {&documentTextPage, &embeddedPreview}) {
-        if (auto page = load(file, limits))
-            return std::move(*page);
-    }
-    return QuickLookCard();
+    static const QStringList kinds{u"pages"_s, u"numbers"_s, u"key"_s};
+    return kinds.contains(document.pathExtension().toLower());
 }
 
-QuickLookContent loadPackage(const FileURL& package, const QuickLookLimits& limits)
+QuickLookContent shown(std::optional<QuickLookPage> page)
 {
-    if (auto pages = embeddedPages(package, limits))
-        return std::move(*pages);
-    for (const auto load : {&embeddedPreview, &packagePage}) {
-        if (auto page = load(package, limits))
-            return std::move(*page);
-    }
-    return QuickLookCard();
-}
-
-/// The page of those kinds that say by their name what they are; nothing for others, and for what is not what
-/// its name says.
-std::optional<QuickLookPage> loadPage(const FileURL& file, const QString& extension,
-                                      const QuickLookLimits& limits)
-{
-    if (extension == "epub"_L1)
-        return bookPage(file, limits);
-    if (extension == "eml"_L1)
-        return loadMail(file);
-    if (!isArchive(file.lastPathComponent()))
-        return mediaPage(file);
-    const auto listing = listArchive(file, limits);
-    return listing ? std::optional(listingPage(*listing)) : std::nullopt;
+    return page ? QuickLookContent(std::move(*page)) : QuickLookCard();
 }
 
 } // namespace
+
+std::optional<QuickLookPdf> embeddedPages(const FileURL& document, const QuickLookLimits& limits,
+                                          const QuickLookCache& cache)
+{
+    if (!mayHavePages(document))
+        return std::nullopt;
+    const FileURL place = cache.placeOf(document, u"medskickad.pdf"_s);
+    if (cache.has(place))
+        return QuickLookPdf{place};
+    const QByteArray pages = decodeDocumentPages(document, limits);
+    return !pages.isEmpty() && cache.keep(place, pages) ? std::optional(QuickLookPdf{place}) : std::nullopt;
+}
 
 QuickLookContent loadQuickLook(FileCoordinator& coordinator, const FileURL& file,
                                const QuickLookLimits& wanted)
@@ -117,12 +65,11 @@ QuickLookContent loadQuickLook(FileCoordinator& coordinator, const FileURL& file
         return loadPackage(file, limits);
     if (!info.isFile())
         return QuickLookCard();
-    const QString extension = file.pathExtension().toLower();
-    if (auto page = loadPage(file, extension, limits))
-        return std::move(*page);
-    if (isOfficeDocument(file)) // no text, whatever its bytes are
-        return loadDocument(file, limits);
-    return loadText(file, extension);
+    if (!isOfficeDocument(file))
+        return shown(decodeFilePreview(file, limits));
+    if (auto pages = embeddedPages(file, limits))
+        return std::move(*pages);
+    return shown(decodeDocumentPreview(file, limits));
 }
 
 } // namespace wendlore

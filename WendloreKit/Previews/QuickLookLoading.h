@@ -1,7 +1,8 @@
 #pragma once
 
-#include "Previews/QuickLookLimits.h"
-#include "Previews/QuickLookPage.h"
+#include "Decoder/QuickLookLimits.h"
+#include "Decoder/QuickLookPage.h"
+#include "Previews/QuickLookCache.h"
 
 #include <variant>
 
@@ -21,5 +22,11 @@ using QuickLookContent = std::variant<QuickLookCard, QuickLookPage, QuickLookPdf
 /// background. Never fails: what cannot be read, is damaged or takes too long gives the card.
 [[nodiscard]] QuickLookContent loadQuickLook(FileCoordinator& coordinator, const FileURL& file,
                                              const QuickLookLimits& limits);
+
+/// The pages that a document brings along as they are printed, kept in the cache; nothing when there are
+/// none.
+[[nodiscard]] std::optional<QuickLookPdf> embeddedPages(const FileURL& document,
+                                                        const QuickLookLimits& limits,
+                                                        const QuickLookCache& cache = QuickLookCache());
 
 } // namespace wendlore

@@ -1,7 +1,7 @@
 #include "Previews/QuickLookOffice.h"
 
+#include "Decoder/QuickLookTable.h"
 #include "Previews/QuickLookOfficeProcess.h"
-#include "Previews/QuickLookTable.h"
 
 #include "Vault/ReadFile.h"
 

@@ -5,10 +5,18 @@
 #include <QProcess>
 #include <QUrl>
 
+#include <cerrno>
 #include <csignal>
+#include <cstddef>
+
 #include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sched.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -48,8 +56,25 @@ void limitTo(__rlimit_resource resource, rlim_t most)
     ::setrlimit(resource, &limit);
 }
 
-/// In the child: a group of its own, so that all of it can be ended, limits, and no network where the system
-/// lets a process give that up.
+/// Refuses sockets that lead out of this computer. What the process starts has the same filter.
+void refuseNetwork()
+{
+    constexpr auto call = offsetof(seccomp_data, nr);
+    constexpr auto family = offsetof(seccomp_data, args); // the lower half of the first argument
+    static sock_filter steps[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, call),
+                                  BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_socket, 0, 3),
+                                  BPF_STMT(BPF_LD | BPF_W | BPF_ABS, family),
+                                  BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_INET, 2, 0),
+                                  BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_INET6, 1, 0),
+                                  BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+                                  BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EACCES)};
+    const sock_fprog filter{std::size(steps), steps};
+    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter);
+}
+
+/// In the child: a group of its own, so that all of it can be ended, limits, and no network, not even to this
+/// computer where the system lets a process give that up.
 void confine()
 {
     ::setpgid(0, 0);
@@ -59,6 +84,7 @@ void confine()
     limitTo(RLIMIT_CORE, 0);
     if (::unshare(CLONE_NEWNET) == -1)
         static_cast<void>(::unshare(CLONE_NEWUSER | CLONE_NEWNET));
+    refuseNetwork();
 }
 
 QProcessEnvironment environmentIn(const QString& folder)

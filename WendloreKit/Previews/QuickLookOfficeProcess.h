@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Previews/QuickLookLimits.h"
+#include "Decoder/QuickLookLimits.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Previews/QuickLookPage.h"
+#include "Decoder/QuickLookPage.h"
 
 #include <QWebEngineView>
 

@@ -51,6 +51,7 @@ FileTreeModel::FileTreeModel(AppState& state, QObject* parent)
     : QAbstractItemModel(parent)
     , m_state(state)
     , m_bucket(state.vaultURL())
+    , m_isRead(state.isFileTreeRead())
     , m_root(std::make_unique<Item>())
 {
     connect(&state, &AppState::fileTreeChanged, this, [this] { synchronise(); });
@@ -168,7 +169,7 @@ const std::vector<FileNode>& FileTreeModel::nodesOf(const Item& folder) const
 
 void FileTreeModel::open(Item& folder) const
 {
-    if (folder.isOpened || !folder.isFolder)
+    if (folder.isOpened || !folder.isFolder || !m_isRead)
         return;
     folder.isOpened = true;
     for (const FileNode& node : nodesOf(folder))
@@ -178,12 +179,13 @@ void FileTreeModel::open(Item& folder) const
 
 void FileTreeModel::synchronise()
 {
-    if (m_bucket == m_state.vaultURL()) {
+    if (m_isRead && m_bucket == m_state.vaultURL()) {
         synchronise(*m_root, m_state.fileTree());
         return;
     }
     beginResetModel();
     m_bucket = m_state.vaultURL();
+    m_isRead = m_state.isFileTreeRead();
     m_root = std::make_unique<Item>();
     endResetModel();
 }

@@ -55,6 +55,7 @@ private:
 
     AppState& m_state;
     std::optional<FileURL> m_bucket;
+    bool m_isRead; ///< until the tree is read there are no rows, and nobody is made to wait for it
     std::unique_ptr<Item> m_root;
 };
 

@@ -69,8 +69,10 @@ void AppState::addVault(const FileURL& folder)
 
 void AppState::switchVault(const FileURL& bucket)
 {
+    Operation operation(*this);
     m_services.defaults.setString(currentKey, bucket.path());
     openBucket(bucket);
+    reloadTree();
 }
 
 std::optional<FileURL> AppState::bucketHolding(const FileURL& file) const
@@ -123,7 +125,7 @@ void AppState::openBucket(const std::optional<FileURL>& bucket)
 {
     Operation operation(*this);
     store(m_vaultURL, bucket, &AppState::vaultURLChanged);
-    reloadTree();
+    m_tree.open(m_vaultURL);
     if (m_vaultURL)
         restoreSelection(*m_vaultURL);
 }

@@ -3,7 +3,6 @@
 #include "State/UserDefaults.h"
 
 #include "Vault/DiskEntry.h"
-#include "Vault/FileTree.h"
 
 #include <cmath>
 
@@ -21,18 +20,14 @@ std::optional<QString> pathOf(const std::optional<FileURL>& url)
     return url ? std::optional(url->path()) : std::nullopt;
 }
 
-/// The location that a stored path stands for, as `tree` holds it where it does; nothing when the disk has
-/// nothing of that kind there.
-std::optional<FileURL> storedLocation(const std::optional<QString>& path, DiskEntry kind,
-                                      const std::vector<FileNode>& tree)
+/// The location that a stored path stands for; nothing when the disk has nothing of that kind there.
+std::optional<FileURL> storedLocation(const std::optional<QString>& path, DiskEntry kind)
 {
     if (!path)
         return std::nullopt;
     const bool isFolder = kind == DiskEntry::Folder;
     const FileURL url = isFolder ? FileURL::directory(*path) : FileURL::file(*path);
-    if (diskEntry(url) != kind)
-        return std::nullopt;
-    return urlInTree(*path, tree).value_or(url);
+    return diskEntry(url) == kind ? std::optional(url) : std::nullopt;
 }
 
 } // namespace
@@ -54,9 +49,9 @@ void AppState::restoreSelection(const FileURL& bucket)
     const VaultUIState state = loadUIStates().value(bucket.path());
     // The folder is not saved on its own: with the file of another bucket beside it, it would lose this
     // one's.
-    store(m_selectedFolder, storedLocation(state.selectedFolderPath, DiskEntry::Folder, m_tree.nodes()),
+    store(m_selectedFolder, storedLocation(state.selectedFolderPath, DiskEntry::Folder),
           &AppState::selectedFolderChanged);
-    setSelectedFile(storedLocation(state.selectedFilePath, DiskEntry::File, m_tree.nodes()));
+    setSelectedFile(storedLocation(state.selectedFilePath, DiskEntry::File));
 }
 
 VaultUIStates AppState::loadUIStates() const

@@ -58,7 +58,9 @@ public:
     // Observable facts.
     [[nodiscard]] const std::vector<FileURL>& vaults() const { return m_vaults; }
     [[nodiscard]] const std::optional<FileURL>& vaultURL() const { return m_vaultURL; }
+    /// Read when it is first asked for, if that was not done in the background before.
     [[nodiscard]] const std::vector<FileNode>& fileTree() const { return m_tree.nodes(); }
+    [[nodiscard]] bool isFileTreeRead() const { return m_tree.isRead(); }
     [[nodiscard]] const std::optional<FileURL>& selectedFile() const { return m_selectedFile; }
     [[nodiscard]] const std::optional<FileURL>& selectedFolder() const { return m_selectedFolder; }
     [[nodiscard]] const QString& searchQuery() const { return m_searchQuery; }

@@ -2,6 +2,7 @@
 
 #include "Editor/Scheduler.h"
 #include "Vault/FileTree.h"
+#include "Vault/LowPriority.h"
 #include "Vault/TreeUpdate.h"
 
 #include <utility>
@@ -24,12 +25,33 @@ BucketTree::BucketTree(Scheduler& scheduler, std::function<void()> changed)
 
 BucketTree::~BucketTree() = default;
 
-void BucketTree::read(const std::optional<FileURL>& bucket)
+const std::vector<FileNode>& BucketTree::nodes() const
+{
+    if (!m_isRead) {
+        ++m_demands;
+        m_nodes = std::make_shared<Nodes>(buildTree(m_bucket));
+        m_isRead = true;
+    }
+    return *m_nodes;
+}
+
+void BucketTree::open(const std::optional<FileURL>& bucket)
 {
     m_bucket = bucket.value_or(FileURL());
     ++m_demands;
+    m_nodes = std::make_shared<Nodes>();
+    m_isRead = m_bucket.isEmpty();
+    tell();
+    m_isTold = m_isRead;
+    m_pause = m_isRead ? nullptr : m_scheduler.after(0ms, [this] { startReading(); });
+}
+
+void BucketTree::read()
+{
+    m_pause.reset();
+    ++m_demands;
     Nodes found = buildTree(m_bucket);
-    if (found != *m_nodes)
+    if (!m_isTold || found != *m_nodes)
         show(std::make_shared<Nodes>(std::move(found)));
 }
 
@@ -58,11 +80,12 @@ void BucketTree::update(const std::function<bool(Nodes&, const FileURL&)>& chang
 {
     if (m_bucket.isEmpty())
         return;
+    static_cast<void>(nodes());
     if (m_nodes.use_count() > 1)
         m_nodes = std::make_shared<Nodes>(*m_nodes);
     ++m_demands;
     if (change(*m_nodes, m_bucket))
-        m_changed();
+        tell();
     m_pause = m_scheduler.after(pause, [this] { startReading(); });
 }
 
@@ -73,14 +96,15 @@ void BucketTree::startReading()
         return; // when that one ends, it sees that it is old
     const auto read = [this, bucket = m_bucket, shown = std::shared_ptr<const Nodes>(m_nodes),
                        demands = m_demands]() -> std::function<void()> {
-        const auto found = std::make_shared<Nodes>(buildTree(bucket));
+        const auto found = std::make_shared<Nodes>();
+        atLowPriority([&] { *found = buildTree(bucket); });
         return [this, found, isChanged = *found != *shown, demands] {
             m_reading.reset();
             if (demands != m_demands) {
                 startReading();
                 return;
             }
-            if (isChanged)
+            if (isChanged || !m_isTold)
                 show(found);
             for (const auto& then : std::exchange(m_waiting, {}))
                 then();
@@ -92,6 +116,13 @@ void BucketTree::startReading()
 void BucketTree::show(std::shared_ptr<Nodes> nodes)
 {
     m_nodes = std::move(nodes);
+    m_isRead = true;
+    tell();
+}
+
+void BucketTree::tell()
+{
+    m_isTold = true;
     m_changed();
 }
 

@@ -21,11 +21,17 @@ public:
     BucketTree(Scheduler& scheduler, std::function<void()> changed);
     ~BucketTree();
 
-    [[nodiscard]] const std::vector<FileNode>& nodes() const { return *m_nodes; }
+    /// Reads the tree first if that has not been done yet.
+    [[nodiscard]] const std::vector<FileNode>& nodes() const;
+    /// Whether asking for the nodes takes no time.
+    [[nodiscard]] bool isRead() const { return m_isRead; }
 
-    /// Reads the whole tree of `bucket`; without one it becomes empty.
-    void read(const std::optional<FileURL>& bucket);
-    /// The same, of the bucket that was read last, without waiting; calls `then` when what a reading that
+    /// From now on the tree is that of `bucket`, empty without one. It is read soon, in the background, so
+    /// that opening a large bucket keeps nobody waiting who does not need the tree.
+    void open(const std::optional<FileURL>& bucket);
+    /// Reads the whole tree now.
+    void read();
+    /// The same without waiting; calls `then` when what a reading that
     /// began after this call found is shown.
     void readInBackground(std::function<void()> then);
     /// Shows what `folder` holds now, and soon after, read in the background, what else has changed.
@@ -40,13 +46,16 @@ private:
     void update(const std::function<bool(Nodes&, const FileURL& bucket)>& change);
     void startReading();
     void show(std::shared_ptr<Nodes> nodes);
+    void tell();
 
     Scheduler& m_scheduler;
     std::function<void()> m_changed;
     FileURL m_bucket; ///< empty while none is open
     /// Shared only with a reading in the background, which compares with it.
-    std::shared_ptr<Nodes> m_nodes = std::make_shared<Nodes>();
-    int m_demands = 0; ///< what a reading found that began before the last of these may be old
+    mutable std::shared_ptr<Nodes> m_nodes = std::make_shared<Nodes>();
+    mutable bool m_isRead = true;
+    mutable int m_demands = 0; ///< what a reading found that began before the last of these may be old
+    bool m_isTold = true;      ///< whether `m_changed` was called for the nodes as they are
     std::unique_ptr<ScheduledTask> m_pause; ///< before a reading that nobody waits for
     std::unique_ptr<ScheduledTask> m_reading;
     std::vector<std::function<void()>> m_waiting;

@@ -28,7 +28,8 @@ FileURL libraryFolder()
 FileURL findBundle()
 {
     const auto application = FileURL::directory(QCoreApplication::applicationDirPath());
-    const FileURL candidates[] = {application.appending(u"../share/wendlores"_s, true), libraryFolder(),
+    const FileURL candidates[] = {application.appending(u"../share/wendlores"_s, true),
+                                  application.appending(u"../../share/wendlores"_s, true), libraryFolder(),
                                   application};
     for (const FileURL& candidate : candidates) {
         const FileURL bundle = candidate.appendingBytes(QByteArray(bundleName) + ".bundle", true);

@@ -15,7 +15,7 @@ bool isFolderOnDisk(const FileURL& folder)
 
 void AppState::reloadTree()
 {
-    m_tree.read(m_vaultURL);
+    m_tree.read();
 }
 
 void AppState::reloadTreeInBackground(std::function<void()> then)

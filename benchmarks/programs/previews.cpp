@@ -2,10 +2,11 @@
 // answering meanwhile at most (in time of the processor, of which other programs take none), in milliseconds;
 // bench-previews make FOLDER makes the files. Ours is the product's own view, bare the least that shows the
 // same with the toolkit. Both stand in a window of the same size, and the time ends when the window's pixels
-// have what the file is known by: red in the middle, or for a log the first lines of its text. A web engine
-// that is needed runs before, as it does in the program, and a decoder waits, as it does there after the
-// first file. A document of an office program is shown as one that was converted before.
+// have what the file is known by: red in the middle, or for a log the first lines of its text. The editor's
+// page is there before, as it is in the program, and a decoder waits, as it does there after the first file.
+// A document of an office program is shown as one that was converted before.
 
+#include "Editor/WebEditorController.h"
 #include "Look/Colors.h"
 #include "Look/Style.h"
 #include "Platform/Desktop.h"
@@ -226,15 +227,6 @@ bool waitUntil(Condition isDone)
     return time.elapsed() <= patience;
 }
 
-void startTheEngine(QWebEngineView& view)
-{
-    bool isLoaded = false;
-    QObject::connect(&view, &QWebEngineView::loadFinished, &view, [&isLoaded] { isLoaded = true; });
-    view.setHtml(QStringLiteral("<p>Hej"));
-    view.show();
-    waitUntil([&isLoaded] { return isLoaded; });
-}
-
 void keepConverted(const QString& document)
 {
     QFile pages(QFileInfo(document).dir().filePath(QStringLiteral("sidor.pdf")));
@@ -276,17 +268,13 @@ int main(int argc, char** argv)
     const bool isOurs = arguments.value(1) == QStringLiteral("ours");
     const QString file = arguments.value(2);
     const bool isText = file.endsWith(QStringLiteral(".log")) || file.endsWith(QStringLiteral(".csv"));
-    const bool isPage = file.endsWith(QStringLiteral(".html"));
 
     const QTemporaryDir home;
     const auto folder = FileURL::directory(home.path());
     Desktop desktop({folder, folder, folder});
     AppState state(desktop.services());
-    std::unique_ptr<QWebEngineView> engine;
-    if (isPage || (isText && isOurs)) {
-        engine = std::make_unique<QWebEngineView>();
-        startTheEngine(*engine);
-    }
+    // The editor's page starts with the state, and in the program it is there long before a file is chosen.
+    waitUntil([&state] { return state.editorController().isReady(); });
     if (file.endsWith(QStringLiteral(".docx")))
         keepConverted(file);
     if (isOurs)

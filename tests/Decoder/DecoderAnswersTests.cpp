@@ -2,8 +2,11 @@
 
 #include "Decoder/DecoderTask.h"
 #include "Decoder/Picture.h"
+#include "Decoder/QuickLookPage.h"
+#include "Previews/DecoderProcess.h"
 #include "Support/PdfFiles.h"
 #include "Support/Pictures.h"
+#include "Support/SampleFiles.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -19,7 +22,8 @@ class Asked final
 public:
     explicit Asked(const QByteArray& file, qsizetype memorySize = qsizetype(96) * 64 * bytesPerPixel)
         : memory(memorySize, 'x')
-        , m_answers(file, {reinterpret_cast<uchar*>(memory.data()), size_t(memorySize)})
+        , m_file(memoryFile(file))
+        , m_answers(m_file.get(), {reinterpret_cast<uchar*>(memory.data()), size_t(memorySize)})
     {}
 
     /// The answer to a task with these values.
@@ -33,6 +37,7 @@ public:
     QByteArray memory;
 
 private:
+    Descriptor m_file;
     DecoderAnswers m_answers;
 };
 
@@ -104,6 +109,31 @@ private Q_SLOTS:
             QCOMPARE(asked.memory.first(4), pixel);
         }
         QVERIFY(Asked("hej").answer(DecoderTask::nextFrame).isEmpty());
+    }
+
+    void aPreviewIsAPageWithWhatItShows()
+    {
+        Asked asked(bookOf(1, 1));
+        QuickLookPage page;
+
+        QVERIFY(readAnswer(asked.answer(DecoderTask::previewFile, u"a.epub"_s, qint64(10'000)), page));
+
+        QVERIFY(page.body.contains("<h1>Kapitel 1</h1>"));
+        QCOMPARE(page.resources.value(u"OPS/omslag.png"_s).mimeType, QByteArray("image/png"));
+        QVERIFY(asked.answer(DecoderTask::previewFile, u"a.epub"_s, qint64(0)).isEmpty());
+    }
+
+    void aDocumentGivesThePagesThatItBringsAlong()
+    {
+        Asked asked(packed({{u"QuickLook/Preview.pdf"_s, "sidor"}, {u"preview.jpg"_s, "bild"}}, u"zip"_s));
+        QByteArray pages;
+        QuickLookPage picture;
+
+        QVERIFY(readAnswer(asked.answer(DecoderTask::pagesOfDocument, u"a.key"_s, qint64(10'000)), pages));
+        QVERIFY(readAnswer(asked.answer(DecoderTask::previewDocument, u"a.key"_s, qint64(10'000)), picture));
+
+        QCOMPARE(pages, QByteArray("sidor"));
+        QCOMPARE(picture.resources.value(u"bild"_s).bytes, QByteArray("bild"));
     }
 
     void whatIsLargerThanTheMemoryIsNoAnswer()

@@ -3,6 +3,7 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/ChildProcess.h"
 
+#include <QFile>
 #include <QTest>
 
 #include <cstdio>
@@ -131,6 +132,8 @@ private Q_SLOTS:
         QTest::addColumn<Attempt>("attempt");
         const auto add = [](const char* name, const Attempt& attempt) { QTest::newRow(name) << attempt; };
         add("libraries and fonts", [] { return canOpen("/usr/share", O_RDONLY | O_DIRECTORY); });
+        if (QFile::exists(u"/etc/localtime"_s))
+            add("the time of this place", [] { return canOpen("/etc/localtime", O_RDONLY); });
         add("threads", &canStartThread);
         add("memory", [] { return QByteArray(200'000'000, 'x').size() == 200'000'000; });
     }

@@ -28,7 +28,9 @@ private:
 private Q_SLOTS:
     void initTestCase()
     {
-        QVERIFY(QFile::copy(qEnvironmentVariable("WENDLORE_BIN_DIR") + u"/wendlores"_s, program()));
+        const QString built = qEnvironmentVariable("WENDLORE_BIN_DIR") + u"/wendlores"_s;
+        for (const QString& part : {u""_s, u"-window"_s})
+            QVERIFY(QFile::copy(built + part, program() + part));
     }
 
     void withoutItsBundleTheProgramStopsAndSaysWhy()

@@ -53,7 +53,7 @@ private Q_SLOTS:
         m_engine = std::make_unique<QWebEngineView>();
         m_engine->setHtml(u"<p>Hej"_s);
         m_engine->show();
-        QTRY_COMPARE_WITH_TIMEOUT(shownText(*m_engine), u"Hej"_s, patience);
+        QCOMPARE(shownText(*m_engine), u"Hej"_s);
     }
 
     void cleanupTestCase() { m_engine.reset(); }
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QWidget* const viewer = makeFileViewer(state, bucket.file(name), &window);
         layout->addWidget(viewer);
         work.end();
-        QTRY_VERIFY_WITH_TIMEOUT(showsItsFile(*viewer), patience);
+        WAIT_VERIFY(showsItsFile(*viewer));
 
         QVERIFY2(work.milliseconds() < most, qPrintable(QString::number(work.milliseconds())));
     }

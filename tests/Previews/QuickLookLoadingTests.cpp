@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
+#include "Support/SampleFiles.h"
 
 #include <QTest>
 
@@ -31,6 +32,9 @@ class QuickLookLoadingTests final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Before any process is started that reads files.
+    void initTestCase() { qputenv("TZ", "JST-9"); }
+
     void aFileIsShownByWhatItIs_data()
     {
         QTest::addColumn<QString>("name");
@@ -85,6 +89,46 @@ private Q_SLOTS:
         QCOMPARE(::mkfifo(bucket.file(u"pipa"_s).bytes().constData(), 0600), 0);
 
         QVERIFY(std::holds_alternative<QuickLookCard>(load(bucket.file(name))));
+    }
+
+    void theEngineReadsTheFileItselfThatItPlays()
+    {
+        const Bucket bucket{{"a.mp3", "x"}, {"a.cpp", "int a;"}};
+
+        const auto sound = load(bucket.file(u"a.mp3"_s));
+        const auto text = load(bucket.file(u"a.cpp"_s));
+
+        QCOMPARE(std::get<QuickLookPage>(sound).streamed, bucket.file(u"a.mp3"_s));
+        QVERIFY(!std::get<QuickLookPage>(text).streamed);
+    }
+
+    void timesAreThoseOfThisPlace()
+    {
+        const Bucket bucket{{"a.eml", "Subject: Hej\nDate: Fri, 17 May 2024 12:00:00 +0000\n\nx"}};
+
+        const QByteArray body = bodyOf(load(bucket.file(u"a.eml"_s)));
+
+        QVERIFY2(body.contains("17 maj 2024 21:00"), body.constData());
+    }
+
+    void thePagesThatADocumentBringsAlongAreKept()
+    {
+        const Bucket bucket;
+        const QuickLookCache cache(bucket.folder(u"cache"_s));
+        const QByteArray document = packed({{u"QuickLook/Preview.pdf"_s, "sidor"}}, u"zip"_s);
+        for (const auto& name : {u"a.key"_s, u"a.docx"_s})
+            bucket.write(name, document);
+        bucket.write(u"tom.key"_s, "inget");
+
+        const auto pages = embeddedPages(bucket.file(u"a.key"_s), QuickLookLimits(), cache);
+
+        QVERIFY(pages);
+        QCOMPARE(bucket.read(u"cache/"_s + pages->file.lastPathComponent()), QByteArray("sidor"));
+        QVERIFY(!embeddedPages(bucket.file(u"a.docx"_s), QuickLookLimits(), cache));
+        QVERIFY(!embeddedPages(bucket.file(u"tom.key"_s), QuickLookLimits(), cache));
+        const QuickLookLimits stopped;
+        stopped.stop();
+        QVERIFY2(embeddedPages(bucket.file(u"a.key"_s), stopped, cache), "they are kept");
     }
 
     void aPackageIsShownByItsPagesItsPictureOrItsFiles()

@@ -1,14 +1,58 @@
 #include "Previews/QuickLookWebView.h"
 
 #include "Fakes/Bucket.h"
+#include "Previews/QuickLookDecoding.h"
 #include "Support/EngineTest.h"
+#include "Support/SampleFiles.h"
 #include "Support/Window.h"
 
-#include <optional>
+#include <QWebEngineSettings>
+
+#include <memory>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
+
+namespace {
+
+/// Plays what is on the page, and says how far it is.
+const QString play = uR"((() => {
+    const medium = document.querySelector('audio, video');
+    if (medium && medium.paused && !medium.ended) {
+        medium.muted = true;
+        medium.play().catch(() => {});
+    }
+    return !medium ? 'nothing' : medium.error ? document.querySelector('[aria-label]').ariaLabel + ': ' + medium.error.message : medium.currentTime > 0 ? 'played' : 'not yet';
+})())"_s;
+
+/// A page that is played as soon as somebody asks for its state.
+class Playing final
+{
+public:
+    explicit Playing(const QuickLookPage& page)
+        : m_view(std::make_unique<QuickLookWebView>(page))
+    {
+        m_view->page()->settings()->setAttribute(QWebEngineSettings::JavascriptEnabled, true);
+        m_view->page()->settings()->setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, false);
+        showAt(*m_view, {400, 300});
+    }
+
+    /// What the page said last; asks again.
+    QString state()
+    {
+        m_view->page()->runJavaScript(play,
+                                      [said = m_said](const QVariant& answer) { *said = answer.toString(); });
+        return *m_said;
+    }
+
+private:
+    std::unique_ptr<QuickLookWebView> m_view;
+    std::shared_ptr<QString> m_said = std::make_shared<QString>();
+};
+
+} // namespace
 
 class QuickLookWebViewTests final : public QObject
 {
@@ -30,6 +74,21 @@ private Q_SLOTS:
 
         QCOMPARE(shownText(view), u"text"_s);
         QCOMPARE(view.url(), QUrl(u"quicklook://page/"_s));
+    }
+
+    void soundAndFilmArePlayed()
+    {
+        const Bucket bucket;
+        std::vector<Playing> playing;
+        for (const QString& name : {u"a.mp3"_s, u"a.m4a"_s, u"a.ogg"_s, u"a.opus"_s, u"a.flac"_s, u"a.wav"_s,
+                                    u"a.mp4"_s, u"a.mov"_s, u"a.webm"_s, u"a.mkv"_s, u"a.ogv"_s}) {
+            bucket.write(name, mediaFile(name));
+            const auto page = decodeFilePreview(bucket.file(name), QuickLookLimits());
+            QVERIFY(page);
+            playing.emplace_back(*page);
+        }
+        for (Playing& medium : playing)
+            WAIT_COMPARE(medium.state(), u"played"_s);
     }
 
     void aPageOfManyMegabytesIsShown()

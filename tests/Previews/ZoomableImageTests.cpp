@@ -3,6 +3,8 @@
 #include "Support/Window.h"
 
 #include <QApplication>
+#include <QNativeGestureEvent>
+#include <QPointingDevice>
 #include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
@@ -95,6 +97,46 @@ private Q_SLOTS:
         QVERIFY(view.magnification() > 0.5);
         const QPointF now = (view.scrollPosition() + pointer) / view.magnification();
         QVERIFY((now - below).manhattanLength() < 4);
+    }
+
+    void twoFingersOnATouchpadZoomAroundThePointer()
+    {
+        ZoomableImage view(image(4000, 3000));
+        showAt(view, {1000, 750});
+        const QPointF pointer(800, 300);
+        const QPointF below = (view.scrollPosition() + pointer) / view.magnification();
+
+        QNativeGestureEvent spread(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2,
+                                   pointer, pointer, view.viewport()->mapToGlobal(pointer), 1.0, {});
+        QApplication::sendEvent(view.viewport(), &spread);
+
+        QCOMPARE(view.magnification(), 0.5);
+        const QPointF now = (view.scrollPosition() + pointer) / view.magnification();
+        QVERIFY((now - below).manhattanLength() < 4);
+    }
+
+    void twoFingersOnTheScreenZoom()
+    {
+        ZoomableImage view(image(4000, 3000));
+        showAt(view, {1000, 750});
+        const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+        QWidget* const area = view.viewport();
+        const QPoint middle = area->rect().center();
+        const auto spread = [&](int distance) {
+            return std::pair(middle - QPoint(distance, 0), middle + QPoint(distance, 0));
+        };
+
+        const auto [left, right] = spread(100);
+        QTest::touchEvent(area, screen.get()).press(0, left, area).press(1, right, area);
+        for (int distance = 110; distance <= 200; distance += 10) {
+            const auto [first, second] = spread(distance);
+            QTest::touchEvent(area, screen.get()).move(0, first, area).move(1, second, area);
+        }
+        const auto [first, second] = spread(200);
+        QTest::touchEvent(area, screen.get()).release(0, first, area).release(1, second, area);
+
+        QVERIFY2(view.magnification() > 0.4 && view.magnification() < 0.6,
+                 qPrintable(QString::number(view.magnification())));
     }
 
     void theWheelAlonePans()

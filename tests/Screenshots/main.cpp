@@ -8,16 +8,15 @@
 #include "Fakes/Bucket.h"
 #include "Look/FlatButton.h"
 #include "Previews/FileViewer.h"
+#include "Previews/QuickLookOffice.h"
+#include "Screenshots/ViewedFiles.h"
 #include "Shell/SearchField.h"
 #include "Shell/SidebarView.h"
 #include "Shell/WendloreFileWindowView.h"
 #include "State/AppState.h"
 #include "State/CloudKeyValueStore.h"
 #include "Support/EngineTest.h"
-#include "Support/PdfFiles.h"
-#include "Support/Programs.h"
 #include "Support/RealDesktop.h"
-#include "Support/SampleFiles.h"
 #include "Support/Viewing.h"
 #include "Support/Window.h"
 #include "Wendlores/MainWindow.h"
@@ -165,51 +164,24 @@ void photographOwnWindow(MainWindow& window, RealDesktop& desktop, const FileURL
     photographer.take(window, u"elsewhere"_s);
 }
 
-/// Files of many kinds, as the programs that users have make them.
-void makeFiles(const Bucket& bucket)
-{
-    bucket.write(u"sidor.pdf"_s, pdfOf({u"Protokoll\nAtt minnas från mötet"_s, u"Sida två"_s}));
-    for (const auto& name : {u"bild.jpg"_s, u"bild.heic"_s})
-        runProgram(u"convert"_s,
-                   {u"-size"_s, u"1600x900"_s, u"gradient:#2f6f8f-#f0d9a8"_s, bucket.file(name).path()});
-    runProgram(u"convert"_s, {u"-size"_s, u"300x200"_s, u"-delay"_s, u"30"_s, u"xc:#b5523b"_s,
-                              u"xc:#3b6fb5"_s, bucket.file(u"rörlig.gif"_s).path()});
-    bucket.write(u"sida.html"_s,
-                 "<h1>En sida</h1><p>Med <a href='b.html'>en länk</a> och <b>fet</b> text.</p>");
-    bucket.write(u"kod.cpp"_s, "// Hälsar.\nint main()\n{\n    print(\"Hej\", 42);\n    return 0;\n}\n");
-    bucket.write(u"tabell.csv"_s, "Datum;Vad;Belopp\n2024-05-17;Porto;12,50\n2024-05-18;Papper;80,00\n");
-    bucket.write(u"brev.eml"_s, "From: Anna <anna@exempel.se>\nTo: Bo <bo@exempel.se>\nSubject: Mötet\n"
-                                "Date: Fri, 17 May 2024 12:00:00 +0200\n\nHej!\n\nVi ses på fredag.\n");
-    bucket.write(u"data.json"_s, "{\n  \"namn\": \"Anna\",\n  \"antal\": 3,\n  \"aktiv\": true\n}\n");
-    bucket.write(u"bok.epub"_s, bookOf(3, 4));
-    bucket.write(u"ritning.svg"_s, drawing());
-    bucket.write(u"typsnitt.ttf"_s, systemFont());
-    bucket.write(u"ton.wav"_s, silence());
-    bucket.write(u"pekare.gdoc"_s, "ingen pekare");
-    bucket.write(u"okänd.bin"_s, QByteArray("\0\1\2", 3));
-    runProgram(u"zip"_s, {u"-qj"_s, bucket.file(u"arkiv.zip"_s).path(), bucket.file(u"kod.cpp"_s).path(),
-                          bucket.file(u"sida.html"_s).path(), bucket.file(u"tabell.csv"_s).path()});
-    if (hasProgram(u"ffmpeg"_s))
-        runProgram(u"ffmpeg"_s, {u"-loglevel"_s, u"error"_s, u"-f"_s, u"lavfi"_s, u"-i"_s,
-                                 u"testsrc=duration=2:size=640x360"_s, bucket.file(u"film.mp4"_s).path()});
-    if (hasProgram(u"soffice"_s))
-        runProgram(u"soffice"_s, {u"-env:UserInstallation=file://"_s + bucket.folder(u"profil"_s).path(),
-                                  u"--headless"_s, u"--convert-to"_s, u"docx"_s, u"--outdir"_s,
-                                  bucket.root().path(), bucket.file(u"sida.html"_s).path()});
-}
-
 /// What every kind of file looks like that is no note.
 void photographViewers(const Photographer& photographer)
 {
     const Bucket bucket;
-    makeFiles(bucket);
+    makeViewedFiles(bucket);
     RealDesktop desktop;
     AppState state(desktop.services());
-    for (const QFileInfo& info : QDir(bucket.root().path()).entryInfoList(QDir::Files)) {
+    for (const QFileInfo& info :
+         QDir(bucket.root().path()).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
+        const auto file = FileURL::file(info.filePath());
+        if (info.fileName() == u"källor"_s)
+            continue;
+        if (isOfficeDocument(file)) // so that it is shown as it will be
+            static_cast<void>(convertDocument(file, QuickLookLimits()));
         QWidget window;
         auto* layout = new QVBoxLayout(&window);
         layout->setContentsMargins(0, 0, 0, 0);
-        auto* viewer = makeFileViewer(state, FileURL::file(info.filePath()), &window);
+        auto* viewer = makeFileViewer(state, file, &window);
         layout->addWidget(viewer);
         showAt(window, {820, 560});
         // A card and a message are there at once.

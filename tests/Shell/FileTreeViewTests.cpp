@@ -119,6 +119,30 @@ private Q_SLOTS:
         QVERIFY(tree.isExpanded(u"A/B"_s));
     }
 
+    void atTheStartTheRowsComeOnceTheTreeIsRead()
+    {
+        FakeServices services;
+        const Bucket bucket({{"A/1.md", ""}, {"B.md", ""}});
+        {
+            AppState last(services.services());
+            last.addVault(bucket.root());
+            last.setSelectedFile(bucket.file(u"A/1.md"_s));
+        }
+        AppState state(services.services());
+        FileTreeView view(state);
+        const auto& model = static_cast<FileTreeModel&>(*view.model());
+        showAt(view, {240, 400});
+        QCOMPARE(model.rowCount(), 0);
+        QVERIFY(!state.isFileTreeRead());
+
+        services.scheduler.advance(std::chrono::milliseconds(0));
+        services.scheduler.finishBackgroundWork();
+
+        QCOMPARE(model.rowCount(), 2);
+        QVERIFY(view.isExpanded(model.indexOf(bucket.folder(u"A"_s))));
+        QVERIFY(view.selectionModel()->isSelected(model.indexOf(bucket.file(u"A/1.md"_s))));
+    }
+
     void aRebuildKeepsWhatIsOpenChosenAndScrolledTo()
     {
         TreeFixture tree({{"A/1.md", ""}, {"B/2.md", ""}}, {240, 120});

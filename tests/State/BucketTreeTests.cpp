@@ -16,6 +16,9 @@ class BucketTreeTests final : public QObject
 
 private Q_SLOTS:
     void init();
+    void anOpenedBucketIsReadInTheBackground();
+    void whoNeedsTheTreeBeforeGetsIt();
+    void theReadingOfABucketThatWasLeftIsNotShown();
     void whatTheProgramChangedIsShownAtOnce();
     void whatElseChangedIsShownWhenItIsRead();
     void aMovedFolderIsShownAtOnce();
@@ -52,8 +55,54 @@ void BucketTreeTests::open()
 {
     m_bucket->write(u"A.md"_s, {});
     m_bucket->write(u"Mapp/B.md"_s, {});
-    m_tree->read(m_bucket->root());
+    m_tree->open(m_bucket->root());
+    readTheRest();
     m_changes = 0;
+}
+
+void BucketTreeTests::anOpenedBucketIsReadInTheBackground()
+{
+    m_bucket->write(u"A.md"_s, {});
+    m_tree->open(m_bucket->root());
+    QVERIFY(!m_tree->isRead());
+    m_changes = 0;
+
+    readTheRest();
+
+    QVERIFY(m_tree->isRead());
+    QCOMPARE(m_changes, 1);
+    QCOMPARE(m_tree->nodes().size(), 1);
+}
+
+void BucketTreeTests::whoNeedsTheTreeBeforeGetsIt()
+{
+    m_bucket->write(u"A.md"_s, {});
+    m_tree->open(m_bucket->root());
+    m_changes = 0;
+
+    QCOMPARE(m_tree->nodes().size(), 1);
+    QVERIFY(m_tree->isRead());
+
+    readTheRest();
+    QCOMPARE(m_changes, 1); // for those who did not ask
+    QCOMPARE(m_tree->nodes().size(), 1);
+}
+
+void BucketTreeTests::theReadingOfABucketThatWasLeftIsNotShown()
+{
+    m_bucket->write(u"A.md"_s, {});
+    const Bucket other;
+    m_tree->open(m_bucket->root());
+    m_scheduler->advance(1s);
+    QCOMPARE(m_scheduler->pendingBackgroundWork(), 1);
+
+    m_tree->open(other.root());
+    QVERIFY(m_scheduler->finishNextBackgroundWork());
+    QVERIFY(!m_tree->isRead());
+    readTheRest();
+
+    QVERIFY(m_tree->isRead());
+    QVERIFY(m_tree->nodes().empty());
 }
 
 void BucketTreeTests::whatTheProgramChangedIsShownAtOnce()
@@ -158,7 +207,7 @@ void BucketTreeTests::whoAsksDuringAReadingWaitsForANewOne()
 void BucketTreeTests::withoutABucketNothingIsRead()
 {
     open();
-    m_tree->read(std::nullopt);
+    m_tree->open(std::nullopt);
 
     m_tree->updateFolder(m_bucket->root());
 

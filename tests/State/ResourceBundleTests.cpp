@@ -64,6 +64,7 @@ class ResourceBundleTests final : public QObject
 private Q_SLOTS:
     void isFoundBesideTheProgram();
     void installedOneComesFirst();
+    void isFoundByAProgramThatIsNotMeantForTheShell();
     void missingOneStopsTheProgram();
     void fileInItsPlaceDoesNotCount();
     void themeInTheBundleReplacesTheBuiltInOne();
@@ -86,6 +87,15 @@ void ResourceBundleTests::installedOneComesFirst()
     place.write(u"share/wendlores/"_s + bundle, {});
 
     QCOMPARE(ask(place, u"bin/test"_s, u"bundle"_s).said,
+             place.folder(u"share/wendlores/"_s + bundle).path());
+}
+
+void ResourceBundleTests::isFoundByAProgramThatIsNotMeantForTheShell()
+{
+    const Bucket place;
+    place.write(u"share/wendlores/"_s + bundle, {});
+
+    QCOMPARE(ask(place, u"libexec/wendlores/test"_s, u"bundle"_s).said,
              place.folder(u"share/wendlores/"_s + bundle).path());
 }
 

@@ -6,6 +6,7 @@
 
 #include <QDataStream>
 #include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -94,6 +95,19 @@ QByteArray silence()
     stream.writeRawData("data", 4);
     stream << rate;
     return bytes + QByteArray(rate, '\x80');
+}
+
+QByteArray mediaFile(const QString& name)
+{
+    static const QStringList films{u"mp4"_s, u"webm"_s, u"mkv"_s, u"mov"_s, u"ogv"_s};
+    const bool isFilm = films.contains(QFileInfo(name).suffix());
+    QStringList arguments{u"-loglevel"_s, u"error"_s, u"-f"_s, u"lavfi"_s, u"-i"_s, u"sine=duration=3"_s};
+    if (isFilm)
+        arguments += {u"-f"_s,       u"lavfi"_s,  u"-i"_s, u"testsrc=duration=3:size=160x90:rate=10"_s,
+                      u"-pix_fmt"_s, u"yuv420p"_s};
+    const Bucket bucket;
+    runProgram(u"ffmpeg"_s, arguments + QStringList{bucket.file(name).path()});
+    return bucket.read(name);
 }
 
 QByteArray drawing()

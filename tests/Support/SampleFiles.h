@@ -24,6 +24,9 @@ using SampleFiles = QList<std::pair<QString, QByteArray>>;
 /// A second of silence as a WAV file.
 [[nodiscard]] QByteArray silence();
 
+/// Three seconds of a film, or of a tone, in the format of the file name `name`.
+[[nodiscard]] QByteArray mediaFile(const QString& name);
+
 /// A drawing of many lines: an SVG file.
 [[nodiscard]] QByteArray drawing();
 

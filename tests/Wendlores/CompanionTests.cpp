@@ -1,4 +1,5 @@
 #include "Wendlores/Companion.h"
+#include "Wendlores/CompanionCommands.h"
 
 #include "Fakes/Bucket.h"
 
@@ -56,29 +57,29 @@ void CompanionTests::initTestCase()
 
 void CompanionTests::onlyItsCommandsAreCommands_data()
 {
-    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("argument");
     QTest::addColumn<bool>("isCommand");
 
-    QTest::newRow("nothing") << QStringList() << false;
-    QTest::newRow("search") << QStringList{u"search"_s} << true;
-    QTest::newRow("tree") << QStringList{u"tree"_s, u"."_s} << true;
-    QTest::newRow("a folder of that name") << QStringList{u"./tree"_s} << false;
-    QTest::newRow("an option first") << QStringList{u"--help"_s, u"tree"_s} << false;
+    QTest::newRow("nothing") << QByteArray() << false;
+    QTest::newRow("search") << QByteArray("search") << true;
+    QTest::newRow("tree") << QByteArray("tree") << true;
+    QTest::newRow("a folder of that name") << QByteArray("./tree") << false;
+    QTest::newRow("an option") << QByteArray("--help") << false;
 }
 
 void CompanionTests::onlyItsCommandsAreCommands()
 {
-    QFETCH(const QStringList, arguments);
+    QFETCH(const QByteArray, argument);
     QFETCH(const bool, isCommand);
 
-    QCOMPARE(Companion::isCommand(arguments), isCommand);
+    QCOMPARE(isCompanionCommand(std::string_view(argument)), isCommand);
 }
 
 void CompanionTests::searchPrintsPathAndLineOfEveryHit()
 {
     const Companion::Answer answer = run(notes(), {u"search"_s, u"."_s, u" ÄPPLEN "_s});
 
-    QCOMPARE(answer.status, 0);
+    QCOMPARE(answer.status, Companion::Succeeded);
     QCOMPARE(QString::fromUtf8(answer.output),
              u"Möte 9.md\tÄpplen\nMöte 10.md\tVi talade om  äpplen\nArbete/Äpplen.md\t\n"_s);
     QVERIFY(answer.errors.isEmpty());
@@ -99,7 +100,7 @@ void CompanionTests::searchThatFindsNothingEndsWithOne()
 
     const Companion::Answer answer = run(notes(), {u"search"_s, u"."_s, query});
 
-    QCOMPARE(answer.status, 1);
+    QCOMPARE(answer.status, Companion::NothingFound);
     QVERIFY(answer.output.isEmpty());
     QVERIFY(answer.errors.isEmpty());
 }
@@ -108,7 +109,7 @@ void CompanionTests::treePrintsFoldersFirst()
 {
     const Companion::Answer answer = run(notes(), {u"tree"_s, u"."_s});
 
-    QCOMPARE(answer.status, 0);
+    QCOMPARE(answer.status, Companion::Succeeded);
     QCOMPARE(QString::fromUtf8(answer.output),
              u"Arbete/\nArbete/bild.png\nArbete/Äpplen.md\nAnnat.md\nMöte 9.md\nMöte 10.md\n"_s);
 }
@@ -117,7 +118,7 @@ void CompanionTests::emptyFolderHasAnEmptyTree()
 {
     const Companion::Answer answer = run(Bucket(), {u"tree"_s, u"."_s});
 
-    QCOMPARE(answer.status, 0);
+    QCOMPARE(answer.status, Companion::Succeeded);
     QVERIFY(answer.output.isEmpty());
 }
 
@@ -164,7 +165,7 @@ void CompanionTests::nonsenseEndsWithTwo()
 
     const Companion::Answer answer = run(notes(), arguments);
 
-    QCOMPARE(answer.status, 2);
+    QCOMPARE(answer.status, Companion::Misused);
     QVERIFY(answer.output.isEmpty());
     QVERIFY(QString::fromUtf8(answer.errors).contains(reason));
 }

@@ -1,6 +1,6 @@
 /** Commands that change what kind of block the text stands in. */
 import { wrapIn } from 'prosemirror-commands';
-import { Fragment, type Node } from 'prosemirror-model';
+import { Fragment, type Node, type NodeRange } from 'prosemirror-model';
 import { TextSelection, type Command, type EditorState, type Transaction } from 'prosemirror-state';
 import { liftTarget } from 'prosemirror-transform';
 import { schema } from '../schema';
@@ -9,7 +9,7 @@ import { liftFromLists } from './lists';
 import { withSameText } from './sameText';
 import { ancestorOf } from './selection';
 
-const { paragraph, heading, blockquote, code_block: codeBlock, horizontal_rule: rule, hard_break: hardBreak } = schema.nodes;
+const { paragraph, heading, blockquote, code_block: codeBlock, horizontal_rule: rule, hard_break: hardBreak, list, letter_list: letterList } = schema.nodes;
 
 /** A block of text that a command may turn into another kind, and where it starts. */
 interface TextBlock {
@@ -56,6 +56,7 @@ export const toggleCodeBlock: Command = (state, dispatch) => {
   const { $from, $to } = state.selection;
   if ($from.parent.type === codeBlock) return convertBlocks(state, dispatch, () => paragraph.create());
   const range = $from.blockRange($to);
+  if (range !== null && isList(range.parent)) return itemsToCode(state, dispatch, range);
   if (range === null || !range.parent.canReplaceWith(range.startIndex, range.endIndex, codeBlock)) return false;
   const texts = selectedBlocks(state).map(({ node }) => inlineAsText(node));
   if (texts.length === 0 || !holdsOnlyText(range.parent, range.startIndex, range.endIndex)) return false;
@@ -71,6 +72,37 @@ export const toggleCodeBlock: Command = (state, dispatch) => {
 function holdsOnlyText(parent: Node, from: number, to: number): boolean {
   for (let index = from; index < to; index++) {
     if (!parent.child(index).isTextblock) return false;
+  }
+  return true;
+}
+
+const isList = ({ type }: Node) => type === list || type === letterList;
+
+/** Makes one code block of the items in `range`, a line of each of their texts. The items around them stay lists. */
+function itemsToCode(state: EditorState, dispatch: ((tr: Transaction) => void) | undefined, range: NodeRange): boolean {
+  const { parent, startIndex, endIndex, depth, $from } = range;
+  const texts: string[] = [];
+  let isText = true;
+  state.doc.nodesBetween(range.start, range.end, (node) => {
+    if (node.isTextblock) texts.push(inlineAsText(node));
+    else if (node.isLeaf || node.type.spec.tableRole) isText = false;
+    return !node.isTextblock;
+  });
+  const text = texts.join('\n');
+  const before = parent.children.slice(0, startIndex);
+  const after = parent.children.slice(endIndex);
+  const start = (parent.attrs.start as number) + (parent.attrs.kind === 'bullet' ? 0 : endIndex);
+  const blocks = [
+    ...(before.length > 0 ? [parent.copy(Fragment.from(before))] : []),
+    codeBlock.create(null, text === '' ? null : schema.text(text)),
+    ...(after.length > 0 ? [parent.type.create({ ...parent.attrs, start }, after)] : []),
+  ];
+  const index = $from.index(depth - 1);
+  if (!isText || !$from.node(depth - 1).canReplace(index, index + 1, Fragment.from(blocks))) return false;
+  if (dispatch) {
+    const from = $from.before(depth);
+    const tr = state.tr.replaceWith(from, from + parent.nodeSize, blocks);
+    dispatch(placeCaret(tr, from + (before.length > 0 ? blocks[0]!.nodeSize : 0) + 1 + text.length));
   }
   return true;
 }

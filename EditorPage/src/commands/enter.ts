@@ -56,16 +56,37 @@ export const leaveQuote: Command = (state, dispatch) => {
   return isEmptyLine && $from.node(-1).type === nodes.blockquote && lift(state, dispatch);
 };
 
-/** On a second empty last line of code: out of the block, without the empty lines. */
-export const leaveCodeBlock: Command = (state, dispatch) => {
-  const { $from, empty } = state.selection;
-  const isAtEnd = $from.parent.type === nodes.code_block && $from.parentOffset === $from.parent.content.size;
-  if (!empty || !isAtEnd || !$from.parent.textContent.endsWith('\n\n')) return false;
-  const $after = state.doc.resolve($from.after());
-  if (!$after.parent.canReplaceWith($after.index(), $after.index(), nodes.paragraph)) return false;
-  dispatch?.(withParagraph(state.tr.delete($from.pos - 2, $from.pos), $after.pos - 2));
+/** After three stars or underscores: a rule. */
+export const openRule: Command = (state, dispatch) => {
+  const $end = endOfParagraph(state);
+  const isLine = $end && /^(?:\*\*\*|___)$/.test($end.parent.textContent);
+  if (!$end || !isLine || !mayBecome($end, nodes.horizontal_rule)) return false;
+  const tr = state.tr.replaceWith($end.before(), $end.after(), nodes.horizontal_rule.create());
+  dispatch?.(withParagraph(tr, $end.before() + 1));
   return true;
 };
+
+/** On a second empty last line of code, or one that would close code or a formula in a file: out of the block, without these lines. */
+export const leaveCodeBlock: Command = (state, dispatch) => {
+  const { $from, empty } = state.selection;
+  const isAtEnd = $from.parentOffset === $from.parent.content.size;
+  const length = empty && isAtEnd ? closingLength($from.parent) : 0;
+  const $after = length > 0 ? state.doc.resolve($from.after()) : null;
+  if (!$after?.parent.canReplaceWith($after.index(), $after.index(), nodes.paragraph)) return false;
+  dispatch?.(withParagraph(state.tr.delete($from.pos - length, $from.pos), $after.pos - length));
+  return true;
+};
+
+/** So many characters at the end of code or a formula ask for its end. */
+function closingLength({ type, textContent }: Node): number {
+  if (type !== nodes.code_block && type !== nodes.math_block) return 0;
+  if (type === nodes.code_block && textContent.endsWith('\n\n')) return 2;
+  const fence = type === nodes.code_block ? '```' : '$$';
+  const lines = textContent.split('\n');
+  // Code about Markdown has fences of its own.
+  const fences = lines.filter((line) => line.startsWith(fence)).length;
+  return lines.at(-1) === fence && fences % 2 === 1 ? Math.min(textContent.length, fence.length + 1) : 0;
+}
 
 /** The caret, when it stands at the end of a paragraph. */
 function endOfParagraph(state: EditorState): ResolvedPos | null {

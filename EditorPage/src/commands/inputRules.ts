@@ -91,8 +91,8 @@ const taskRule = blockRule(/^\[([ xX]?)\]\s$/, (state, match, start, end) => {
   return tr.wrap(range, wrapping).setNodeMarkup(range.start + 1, undefined, { checked });
 });
 
-/** Three dashes, stars or underscores alone in a block draw a rule. */
-const lineRule = blockRule(/^(?:---|\*\*\*|___)$/, (state, _match, start, end) => {
+/** Three dashes alone in a block draw a rule. Stars and underscores may begin a bold word: they draw one with Enter. */
+const lineRule = blockRule(/^---$/, (state, _match, start, end) => {
   const $start = state.doc.resolve(start);
   const isAlone = $start.parent.content.size === end - start;
   const line = [nodes.horizontal_rule.create(), nodes.paragraph.create()];

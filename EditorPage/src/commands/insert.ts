@@ -4,6 +4,7 @@ import { TextSelection, type Command, type EditorState, type Transaction } from 
 import { videoId } from '../addresses';
 import { schema } from '../schema';
 import { insertBlocks } from './blocks';
+import { atomAsText } from './inlineText';
 
 type Dispatch = ((tr: Transaction) => void) | undefined;
 
@@ -92,11 +93,19 @@ function imageAttrs(src: string): Attrs {
 /** Puts an inline node over the selection, with the caret after it. */
 function insertInline(state: EditorState, dispatch: Dispatch, node: Node): boolean {
   const { $from, from } = state.selection;
+  if ($from.parent.type.spec.code) return insertAtCode(state, dispatch, node);
   if (!$from.parent.inlineContent || !$from.parent.canReplaceWith($from.index(), $from.index(), node.type)) return false;
   if (node.marks.some((mark) => !$from.parent.type.allowsMarkType(mark.type))) return false;
   if (dispatch) {
     const tr = state.tr.replaceSelectionWith(node, false);
     dispatch(tr.setSelection(TextSelection.near(tr.doc.resolve(from + node.nodeSize))).setStoredMarks([]).scrollIntoView());
   }
+  return true;
+}
+
+/** In code a link is its text; a picture is seen only below it. */
+function insertAtCode(state: EditorState, dispatch: Dispatch, node: Node): boolean {
+  if (node.type === schema.nodes.image) return insertBlocks(state, dispatch, [schema.nodes.paragraph.create(null, node)], true);
+  dispatch?.(state.tr.insertText(atomAsText(node)).scrollIntoView());
   return true;
 }

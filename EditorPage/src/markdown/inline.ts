@@ -164,7 +164,7 @@ export class InlineReader {
     if (continues) {
       last.size += length;
       last.length += length;
-    } else if (length > 0) {
+    } else {
       this.segments.push({ at: start, size: length, from: source, length });
     }
   }

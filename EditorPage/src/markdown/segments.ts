@@ -42,7 +42,14 @@ function appendAndRecord(this: CompileContext, token: Token) {
   text.position.end = { ...token.end };
 }
 
+/** What stands right behind a character reference has a place too, be it a line end or another reference. */
+function recordEnd(this: CompileContext, token: Token) {
+  const text = this.stack.pop() as unknown as TextBeingRead;
+  ((text.data ??= {}).runs ??= []).push({ at: text.value.length, from: token.end.offset, length: 0 });
+  text.position.end = { ...token.end };
+}
+
 /** Makes every text node remember which parts of it stand in the source as they are: all but character references. */
 export const textRuns: Extension = {
-  exit: { data: appendAndRecord, characterEscapeValue: appendAndRecord },
+  exit: { data: appendAndRecord, characterEscapeValue: appendAndRecord, characterReference: recordEnd },
 };

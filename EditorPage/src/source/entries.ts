@@ -17,6 +17,8 @@ export interface Block {
   piece: Piece;
   /** Where in `source` backslashes stand that are there only because of what was typed last. In ascending order. */
   guards?: readonly number[];
+  /** Set where a text in it was a definition or HTML until something was typed into that, and may be one again with the next letter. */
+  wasSource?: boolean;
 }
 
 /** A top-level block of a note: the block as the document shows it, its bytes, and what stands before them. */
@@ -29,6 +31,8 @@ export interface Entry extends Block {
   gap: string;
   /** A list in the place of this one, with other markers: without them it would be one list with the one before. */
   insteadOf?: Entry;
+  /** The gap that stood here before a blank line had to keep the block apart from the one before. */
+  ownGap?: string;
 }
 
 /** The entries of a text, and what stands after the last one. */

@@ -4,7 +4,7 @@ import { schema } from '../schema';
 import { isPlainLine } from './cuts';
 import { readBlock, readEntries, type Entry } from './entries';
 import { isFolded } from './folded';
-import { isSame } from './normal';
+import { isSame, isSource } from './normal';
 import type { Context } from './reconcile';
 import { carryOver, unify, withLineEnd } from './text';
 
@@ -135,17 +135,20 @@ export function* remarked(joint: Joint, context: Context, lineEnd: string): Gene
   const isListed = [before, after].every(({ parsed }) => parsed.type === nodes.list);
   if (!isListed || after.source.length > remarkedLimit) return;
   const markers = after.piece.children.map((child) => after.piece.start + child.start);
-  const source = [...markers].reverse().reduce((text, at) => text.slice(0, at) + otherMarker(text.slice(at)), after.source);
-  const block = readBlock(source, nodes.list, context.labels);
-  if (!block || !isSame(block.parsed, after.parsed)) return;
-  yield { ...joint, after: { ...after, ...block, raw: carryOver(after.raw, after.source, source, lineEnd), insteadOf: after } };
+  for (const others of otherMarkers) {
+    const remark = (item: string) => item.replace(/^(\d*)([-+*.)])/, (_all, number: string, marker: string) => number + others[marker]);
+    const source = [...markers].reverse().reduce((text, at) => text.slice(0, at) + remark(text.slice(at)), after.source);
+    const block = readBlock(source, nodes.list, context.labels);
+    if (!block || !isSame(block.parsed, after.parsed)) continue;
+    yield { ...joint, after: { ...after, ...block, raw: carryOver(after.raw, after.source, source, lineEnd), insteadOf: after } };
+  }
 }
 
-/** The text of an item with another marker than its own. */
-function otherMarker(item: string): string {
-  const others: Readonly<Record<string, string>> = { '-': '*', '*': '-', '+': '-', '.': ')', ')': '.' };
-  return item.replace(/^(\d*)([-+*.)])/, (_all, number: string, marker: string) => number + others[marker]);
-}
+/** What each marker may be exchanged for. An item that begins with a rule would be one after a marker of the same kind. */
+const otherMarkers: ReadonlyArray<Readonly<Record<string, string>>> = [
+  { '-': '*', '*': '-', '+': '-', '.': ')', ')': '.' },
+  { '-': '+', '*': '+', '+': '*', '.': ')', ')': '.' },
+];
 
 /** The list that was there before it got other markers, where nothing asks for them any more. */
 export function unremarked({ before, after, gap }: Joint, context: Context): Entry | null {
@@ -153,6 +156,13 @@ export function unremarked({ before, after, gap }: Joint, context: Context): Ent
   if (!old || !isSame(old.parsed, after.parsed)) return null;
   const isFree = before.parsed.type !== nodes.list || holds({ before, after: old, gap }, context);
   return isFree ? { ...old, node: after.node, gap: after.gap } : null;
+}
+
+/** The block with its own gap, where what stands before is a definition or HTML once more and no longer runs on into it. */
+export function unspaced({ before, after }: Joint, context: Context): Entry | null {
+  const { ownGap, ...entry } = after;
+  if (ownGap === undefined || !isSource(before.parsed)) return null;
+  return holds({ before, after, gap: ownGap }, context) ? { ...entry, gap: ownGap } : null;
 }
 
 /** What begins a note when nothing stands above it any more that made it text. Null where it stays what it is. */

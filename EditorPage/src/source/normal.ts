@@ -4,6 +4,9 @@ import { letterLabel } from '../syntax/letters';
 
 const { nodes, marks } = schema;
 
+/** Blocks whose text is their source, whatever it then turns out to be. */
+export const isSource = ({ type }: Node) => type === nodes.html_block || type === nodes.definition || type === nodes.raw_block;
+
 /** Marks that Markdown writes with delimiters, which cannot stand beside blanks. */
 export const delimited: readonly MarkType[] = [marks.em, marks.strong, marks.strike, marks.highlight];
 

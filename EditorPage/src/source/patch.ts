@@ -73,7 +73,8 @@ export function* inlineSplices(source: string, place: Place, next: Node, prefix:
     return;
   }
   for (const splice of plainSplices(source, place, next, change)) {
-    yield { ...splice, text: indentLines(splice.text, prefix) };
+    const goesOn = splice.text.endsWith('\n') && /[^\n]/.test(source[splice.to] ?? '');
+    yield { ...splice, text: indentLines(splice.text, prefix) + (goesOn ? prefix.slice(prefix.trimEnd().length) : '') };
   }
 }
 
@@ -92,7 +93,7 @@ function* plainSplices(source: string, place: Place, next: Node, change: Differe
     yield* labelledSplices(source, place, wide.from, wide.to, textOf(wide.middle));
     if (wide.middle.size > 0) yield* escaped(source, place, wide);
   }
-  yield* rewritten(source, place, next);
+  yield* rewritten(source, place, next.content, wide);
 }
 
 /** So many equal characters in a row are looked at as one marker. */
@@ -189,21 +190,42 @@ function* writtenTexts(
 
 /** The markers to write with, those that a source has itself first. */
 function stylesOf(source: string): ReadonlyArray<Partial<Style>> {
-  const isEmphasised = /(?<![_\w])_(?![_\s])/.test(source);
-  const isStrong = /(?<![_\w])__(?!\s)/.test(source);
-  const own: Partial<Style> = { ...(isEmphasised && { emphasis: '_' }), ...(isStrong && { strong: '_' }) };
-  return [own, ...(isEmphasised || isStrong ? [{}] : []), { emphasis: '_', strong: '_', address: 'angled' }];
+  const emphasis: Partial<Style> = /(?<![_\w])_(?![_\s])/.test(source) ? { emphasis: '_' } : {};
+  const strong: Partial<Style> = /(?<![_\w])__(?!\s)/.test(source) ? { strong: '_' } : {};
+  const own = { ...emphasis, ...strong };
+  const part = emphasis.emphasis && strong.strong ? [emphasis, strong] : [];
+  return [own, ...part, ...(own.emphasis || own.strong ? [{}] : []), { emphasis: '_', strong: '_', address: 'angled' }];
 }
 
 const isCell = (node: Node) => node.type === schema.nodes.table_cell || node.type === schema.nodes.table_header;
 
-/** The whole content written anew between the ends of the old one. */
-function* rewritten(source: string, place: Place, next: Node): Generator<Splice> {
-  const from = place.start + place.piece.inner[0];
-  const to = place.start + place.piece.inner[1];
-  for (const style of stylesOf(source.slice(from, to))) {
-    yield { from, to, text: writeInline(next.content, { before: '\n', after: '\n', isCell: isCell(next) }, style) };
+/** The content around a difference written anew, from plain text to plain text where there is any; then all of it. */
+function* rewritten(source: string, place: Place, next: Fragment, change: Difference): Generator<Splice> {
+  const size = place.node.content.size;
+  const around = widenedToPlain(place, next, change);
+  for (const { from, to, middle } of around.middle.size < next.size ? [around, { from: 0, to: size, middle: next }] : [around]) {
+    const start = place.start + sourceOffsets(place.piece, from, size)[0]!;
+    const end = place.start + sourceOffsets(place.piece, to, size).at(-1)!;
+    const sides = {
+      before: from === 0 ? '\n' : (source[start - 1] ?? '\n'),
+      after: to === size ? '\n' : (source[end] ?? '\n'),
+      isCell: isCell(place.node),
+    };
+    for (const style of stylesOf(source.slice(start, end))) yield { from: start, to: end, text: writeInline(middle, sides, style) };
   }
+}
+
+/** Widens a difference to places in text without marks, each with one place in the source, or to the ends of the content. */
+function widenedToPlain(place: Place, after: Fragment, change: Difference): Difference {
+  const { content } = place.node;
+  const isPlainAt = (at: number) => {
+    const sides = [place.node.childBefore(at).node, place.node.childAfter(at).node];
+    return sides.every((side) => side?.isText && side.marks.length === 0) && sourceOffsets(place.piece, at, content.size).length === 1;
+  };
+  let { from, to } = change;
+  while (from > 0 && !isPlainAt(from)) from -= 1;
+  while (to < content.size && !isPlainAt(to)) to += 1;
+  return { from, to, middle: after.cut(from, after.size - (content.size - to)) };
 }
 
 /** So many cells may be missing in a row before the one that gets its first content. */

@@ -35,6 +35,13 @@ export function nodeAt(root: Node, path: readonly number[]): Node {
   return path.reduce((node, index) => node.child(index), root);
 }
 
+/** Whether there is a node at the end of a path. */
+export function leadsTo(root: Node, path: readonly number[]): boolean {
+  let node: Node | null = root;
+  for (const index of path) node = node?.maybeChild(index) ?? null;
+  return node !== null;
+}
+
 /** The root with other nodes in place of the children from `from` to `to` of the node that the path leads to. */
 export function withChildren(
   root: Node,

@@ -13,10 +13,11 @@ const { nodes } = schema;
 
 /**
  * The entry for a block that has become `next` by typing or deleting in one of its texts. Nothing but that text is looked
- * at, however long the block is. Null when more has changed, or when the text has to be read back, as near guards. The entry has no gap.
+ * at, however long the block is. Null when more has changed, or when the text has to be read back, as near guards or where
+ * it was source. The entry has no gap.
  */
 export function quickEntry(old: Entry, next: Node, lineEnd: string): Entry | null {
-  const path = old.node === old.parsed && !old.guards ? pathToChange(old.parsed, next) : null;
+  const path = old.node === old.parsed && !old.guards && !old.wasSource ? pathToChange(old.parsed, next) : null;
   const splice = path && typed(placesAlong(old, path).at(-1)!, nodeAt(next, path));
   const block = splice && quickEdit(old, splice, next, path!);
   return block && { ...block, node: next, raw: carryOver(old.raw, old.source, block.source, lineEnd), gap: '' };

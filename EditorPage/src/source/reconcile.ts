@@ -3,15 +3,15 @@ import type { Labels } from '../markdown/parse';
 import { attrSplices } from './attrs';
 import { changesBetween, type Change } from './changes';
 import { childSplices } from './children';
-import { readBlock, type Block } from './entries';
+import { readAnyBlock, readBlock, type Block } from './entries';
 import { readPart } from './local';
-import { isSame, isSameButLinks, tidy } from './normal';
+import { isSame, isSameButLinks, isSource, tidy } from './normal';
 import { bracketed, withBrackets } from './angled';
 import { withMovedEdges } from './edges';
 import { withGuards, withoutGuards } from './guards';
 import { inlineSplices, isCoded, spliced, type Splice } from './patch';
 import { quickEdit } from './quick';
-import { linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
+import { leadsTo, linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
 import type { Pool } from './pool';
 
 /** What reading a block depends on outside of it. */
@@ -36,7 +36,7 @@ export function reconcile(block: Block, target: Node, pool: Pool, context: Conte
     if (isSame(current.parsed, aim)) return current;
     const next = changed(current, aim, pool, context);
     if (!next) return null;
-    current = next.block;
+    current = current.wasSource && next.block.wasSource === undefined ? { ...next.block, wasSource: true } : next.block;
     // What has become a link by itself is one from now on.
     if (next.settled) aim = withNode(aim, next.settled, nodeAt(current.parsed, next.settled));
   }
@@ -54,6 +54,8 @@ type InlineChange = Change & { kind: 'inline' };
 function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed | null {
   for (const change of changesBetween(block.parsed, aim)) {
     const isInline = change.kind === 'inline';
+    const source = isInline && block.wasSource ? followingSource(block, change, pool, context) : null;
+    if (source) return { block: source, settled: change.path };
     const expected = outcome(block.parsed, change);
     const linked = isInline ? withLinksOfItsOwn(block, change, expected) : null;
     const coded: Splice[] = [];
@@ -70,7 +72,11 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
       attempts += 1;
       if (attempts === attemptLimit) break;
     }
-    const last = isInline ? (besideMarks(block, change, pool, context) ?? firstThatSays(block, coded, expected, context)) : null;
+    if (!isInline) continue;
+    const last =
+      besideMarks(block, change, pool, context) ??
+      firstThatSays(block, coded, expected, context) ??
+      followingSource(block, change, pool, context);
     if (last) return { block: last, settled: change.path };
   }
   return null;
@@ -85,6 +91,17 @@ function besideMarks(block: Block, change: InlineChange, pool: Pool, context: Co
     if (found) return found;
   }
   return null;
+}
+
+/** The block after typing in a definition or HTML, or in what was one: its source says what that text is now. */
+function followingSource(block: Block, change: InlineChange, pool: Pool, context: Context): Block | null {
+  const { path, node } = change;
+  const [splice] = splices(block, change, pool);
+  const next = splice ? readAnyBlock(spliced(block.source, splice), false, context.labels) : null;
+  if (!next || !leadsTo(next.parsed, path)) return null;
+  const isAlone = isSame(withNode(next.parsed, path, node), withNode(block.parsed, path, node));
+  const isSourceNow = isSource(nodeAt(next.parsed, path));
+  return isAlone && isSource(node) !== isSourceNow ? { ...next, wasSource: !isSourceNow } : null;
 }
 
 function firstThatSays(block: Block, attempts: readonly Splice[], expected: Node, context: Context): Block | null {

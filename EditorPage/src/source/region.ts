@@ -1,7 +1,7 @@
 import type { Node } from 'prosemirror-model';
 import type { Entry } from './entries';
 import { foldedEntry, isFolded, readFolded, sourceOf } from './folded';
-import { holds, isFoldedJointSafe, isRisky, merged, remarked, separations, standingFirst, unremarked, type Joint } from './joins';
+import { holds, isFoldedJointSafe, isRisky, merged, remarked, separations, standingFirst, unremarked, unspaced, type Joint } from './joins';
 import { isBlank } from './normal';
 import { quickEntry } from './quick';
 import { withLineEnd } from './text';
@@ -199,7 +199,7 @@ function settleJoint(region: Region, index: number, writing: Writing): boolean {
     for (const at of folded) entries.splice(at, 1, ...readFolded(entries[at]!, writing.labels));
     return true;
   }
-  const own = unremarked(joint, writing);
+  const own = unremarked(joint, writing) ?? (between.length === 0 ? unspaced(joint, writing) : null);
   if (own) {
     entries[other] = own;
     return true;
@@ -209,11 +209,9 @@ function settleJoint(region: Region, index: number, writing: Writing): boolean {
   const ways = [separations, ...(between.length > 0 ? [remarked] : [])];
   for (const other of ways.flatMap((way) => [...way(joint, writing, writing.lineEnd)])) {
     if (!holds(other, writing)) continue;
-    const gap = other.gap === joint.gap ? after.gap : other.gap;
-    entries.splice(index, between.length + 2, { ...other.before, gap: before.gap }, ...between, {
-      ...other.after,
-      gap,
-    });
+    const isSpaced = other.gap !== joint.gap;
+    const gap = isSpaced ? { gap: other.gap, ownGap: after.ownGap ?? after.gap } : { gap: after.gap };
+    entries.splice(index, between.length + 2, { ...other.before, gap: before.gap }, ...between, { ...other.after, ...gap });
     return other.before !== before || other.after !== after;
   }
   entries.splice(index, between.length + 2, ...merged(joint, writing));

@@ -1,5 +1,6 @@
 /** Takes over a text that was changed by somebody else, with as few new blocks as can be. */
 import { isPlainLine, safeCuts } from './cuts';
+import { schema } from '../schema';
 import { readEntries, type Entry } from './entries';
 import { foldedEntry, isFolded, lengthWithoutEmptyLines } from './folded';
 import { countLabels, differingLabels } from './labels';
@@ -106,9 +107,9 @@ function middleOf(note: Note, text: string): Middle | null {
   const { start, end } = commonEnds(note.text.whole, text);
   const starts = startsOf(note);
   let lo = starts.findIndex((at) => at + 1 > start);
-  lo = (lo < 0 ? starts.length : lo) - 1;
+  lo = Math.max(0, (lo < 0 ? starts.length : lo) - 1);
   while (lo > 0 && !isCut(note.entries, lo)) lo -= 1;
-  if (lo <= 0) return null;
+  if (lo === 0 && (start < (starts[0] ?? Infinity) || mayBeginWithFrontMatter(note, text))) return null;
   const from = starts[lo]!;
   const grown = text.length - note.text.length;
   const isKept = new Map<number, number>();
@@ -120,8 +121,12 @@ function middleOf(note: Note, text: string): Middle | null {
     const hi = isKept.get(from + cut);
     if (hi !== undefined && isCut(note.entries, hi)) return { lo, hi, from, to: from + cut };
   }
-  return { lo, hi: starts.length, from, to: text.length };
+  return lo === 0 ? null : { lo, hi: starts.length, from, to: text.length };
 }
+
+/** Whether what stands at the start of the note may be, or have been, front matter, which nothing else can. */
+const mayBeginWithFrontMatter = ({ mark, entries }: Note, text: string): boolean =>
+  entries[0]?.parsed.type === schema.nodes.front_matter || /^\s*(?:---|\+\+\+)/.test(text.slice(mark.length));
 
 /** Whether a block begins where a note can be cut: with a plain line behind an empty one. */
 function isCut(entries: readonly Entry[], index: number): boolean {

@@ -4,7 +4,7 @@ import { schema } from '../schema';
 import { adjusted } from './adjust';
 import { emptyEntry, readBlock, readEntries, type Block, type Entry } from './entries';
 import { allGuarded } from './guards';
-import { isBlank, isLoneLetter, isSame, tidy } from './normal';
+import { isBlank, isLoneLetter, isSame, isSource, tidy } from './normal';
 import type { Pool } from './pool';
 import { inlineSplices, sourceOffsets, spliced } from './patch';
 import { rootPlace } from './place';
@@ -12,10 +12,6 @@ import { reconcile, type Context } from './reconcile';
 import { carryOver, unify } from './text';
 
 const { nodes } = schema;
-
-/** Blocks whose text is their source, whatever it then turns out to be. */
-const isSource = (node: Node) =>
-  node.type === nodes.html_block || node.type === nodes.definition || node.type === nodes.raw_block;
 
 /** The text that entries come from, and what it needs to know about the rest of the note. */
 export interface Writing extends Context {
@@ -34,8 +30,8 @@ export function writeEntries(shown: Node, old: Entry | undefined, writing: Writi
     const node = adjusted(shown);
     const block = (old && patched(node, old, writing)) ?? written(node, old, writing);
     if (block) return [entryOf(block, node, old, writing.lineEnd)];
-    const text = isSource(node) ? sourceOf(node, old) : writeBlock(tidy(node), styleOf(old?.source ?? ''));
-    return reread(text, node, old, writing);
+    if (!isSource(node)) return reread(writeBlock(tidy(node), styleOf(old?.source ?? '')), node, old, writing);
+    return reread(sourceOf(node, old), node, old, writing).map((entry) => (isSource(entry.node) ? entry : { ...entry, wasSource: true }));
   } catch {
     // No fault of the writers may cost a word: what is left is the text itself.
     return reread(shown.textBetween(0, shown.content.size, '\n\n', '\n'), shown, old, writing);

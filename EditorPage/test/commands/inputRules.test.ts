@@ -34,6 +34,7 @@ const cases: readonly (readonly [string, string, string])[] = [
   ['‸\n', 'a [[B|c]] d', 'a [[B|c]] d‸\n'],
   ['‸\n', 'a ![[b.png]] d', 'a ![[b.png]] d‸\n'],
   ['‸\n', 'a ***b*** c', 'a ***b*** c‸\n'],
+  ['‸\n', '***b*** c', '***b*** c‸\n'],
   ['‸\n', 'a ![b](c.png) d', 'a ![b](c.png) d‸\n'],
   ['‸\n', 'a $x^2$ b $y$ c', 'a $x^2$ b $y$ c‸\n'],
   ['a‸\n\n[^1]: b\n', '[^1] c', 'a[^1] c‸\n\n[^1]: b\n'],

@@ -35,6 +35,14 @@ const cases: readonly (readonly [string, readonly string[], string])[] = [
   ['ett‸ två\n', ['{codeBlock}', 'x'], '```\nettx två\n```\n'],
   // Blocks that a line and Enter open.
   ['‸\n', ['```js', '<Enter>', 'kod'], '```js\nkod\n```\n'],
+  ['‸\n', ['```', '<Enter>', 'kod', '<Enter>', '```', '<Enter>', 'ut'], '```\nkod\n```\n\nut\n'],
+  ['‸\n', ['```', '<Enter>', '```', '<Enter>', 'ut'], '```\n```\n\nut\n'],
+  ['‸\n', ['```', '<Enter>', '```js', '<Enter>', '```', '<Enter>', 'in'], '````\n```js\n```\nin\n````\n'],
+  ['‸\n', ['$$', '<Enter>', 'x', '<Enter>', '$$', '<Enter>', 'ut'], '$$\nx\n$$\n\nut\n'],
+  ['‸\n', ['***', '<Enter>', 'ut'], '---\n\nut\n'],
+  ['> ‸\n', ['___', '<Enter>', 'ut'], '> ---\n\nut\n'],
+  ['> ett‸\n> två\n', ['<Enter>', 'x'], '> ett\n>\n> x\n> två\n'],
+  ['- ett‸\n  två\n', ['<Enter>', 'x'], '- ett\n- x\n  två\n'],
   ['‸\n', ['$$', '<Enter>', 'x'], '$$\nx\n$$\n'],
   ['‸\n', ['|a|b|', '<Enter>', 'c', '<Tab>', 'd', '<Tab>', '<Enter>', 'slut'], '| a | b |\n| - | - |\n| c | d |\n\nslut\n'],
   // A note that is written after the place that refers to it.

@@ -257,6 +257,26 @@ test('a text from outside replaces only the blocks that differ', () => {
   assert.equal(source.reload(source.text), null);
 });
 
+test('a long note that changed at its first block is not read further than that', () => {
+  const rest = Array.from({ length: 600 }, (_, index) => `Stycke ${index} om *allt* som står här.\n`).join('\n');
+  const source = SourceDocument.load(`\ufeff# Rubrik\n\nEtt\n\n${rest}`);
+  const before = source.doc.children;
+  for (const start of ['# En rubrik\n\nEtt', 'Ingen rubrik\n\nEtt', '```\nkod', '---\na: 1\n---\n\nEtt']) {
+    const text = `\ufeff${start}\n\n${rest}`;
+    source.reload(text);
+    assert.equal(source.text, text);
+    assert.equal(source.pieces.join(''), text);
+    assert.equal(disagreement(source), null, start);
+  }
+  source.reload(`\ufeff# Rubrik\n\nEtt\n\n${rest}`);
+  assert.equal(disagreement(source), null);
+  const kept = source.blocks[10]!.parsed;
+  const [change, ...more] = source.reload(`\ufeff# Rubriken\n\nEtt\n\n${rest}`)!;
+  assert.deepEqual([change!.from, change!.to, change!.nodes.length, more.length], [0, 1, 1, 0]);
+  assert.equal(before.length, source.doc.childCount);
+  assert.equal(source.blocks[10]!.parsed, kept);
+});
+
 test('pasted Markdown keeps its bytes', () => {
   const session = new Session('a\n');
   const pasted = session.source.adopt('* x\n*  y\n\n__z__');
