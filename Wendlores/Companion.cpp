@@ -35,7 +35,7 @@ Companion::Answer search(const FileURL& root, const QString& text)
     if (query.isEmpty())
         return answer;
     for (const SearchHit& hit : searchNotes(root, query, NameOrder(), userFoldingRule())) {
-        answer.output += relativePath(hit.url, root) + '\t' + hit.snippet + '\n';
+        answer.output += relativePath(hit.url(), root) + '\t' + hit.snippet() + '\n';
         answer.status = Companion::Succeeded;
     }
     return answer;

@@ -118,11 +118,12 @@ void EditorSession::wire()
 void EditorSession::load()
 {
     m_mustReadAgain = false;
-    m_read =
-        m_appState.services().scheduler.inBackground([this, &coordinator = m_appState.services().coordinator,
-                                                      note = *m_fileURL]() -> std::function<void()> {
+    m_read = m_appState.services().scheduler.inBackground(
+        [this, &coordinator = m_appState.services().coordinator, &recovered = m_appState.services().recovered,
+         note = *m_fileURL]() -> std::function<void()> {
             // What a cut-off save of an earlier run left beside the note goes now.
             AtomicFile::sweepLeftovers(note.deletingLastPathComponent());
+            AtomicFile::recoverDisplaced(note.deletingLastPathComponent(), recovered);
             coordinator.startDownloading(note);
             return [this, read = readNote(coordinator, note)] { didRead(read); };
         });

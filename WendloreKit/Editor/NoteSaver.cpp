@@ -8,8 +8,8 @@
 #include "Vault/AtomicFile.h"
 #include "Vault/DiskEntry.h"
 #include "Vault/FileCoordinator.h"
-#include "Vault/FileSystemCalls.h"
 #include "Vault/Log.h"
+#include "Vault/ReadFile.h"
 #include "Vault/RecoveredTexts.h"
 
 #include <fcntl.h>
@@ -24,10 +24,11 @@ namespace {
 constexpr int maximumAttempts = 10;
 
 /// Writes `ours`, unless there is something else by now than `theirs`, or anything where there was nothing.
-WriteResult write(const FileURL& note, const std::optional<QByteArray>& theirs, const QByteArray& ours)
+WriteResult write(const FileURL& note, const std::optional<QByteArray>& theirs, const QByteArray& ours,
+                  FileSystemCalls& calls)
 {
     if (theirs)
-        return AtomicFile::writeOver(note, *theirs, ours);
+        return AtomicFile::writeOver(note, *theirs, ours, calls);
     return existsOnDisk(note) ? AtomicFile::write(note, ours) : AtomicFile::create(note, ours);
 }
 
@@ -41,11 +42,12 @@ void logConflict(const FileURL& note, const QString& baseline, const QString& di
 } // namespace
 
 NoteSaver::NoteSaver(FileCoordinator& coordinator, RecoveredTexts& recovered, const Workspace& workspace,
-                     Clock now)
+                     Clock now, FileSystemCalls& calls)
     : m_coordinator(coordinator)
     , m_recovered(recovered)
     , m_workspace(workspace)
     , m_now(std::move(now))
+    , m_calls(calls)
 {}
 
 NoteSaver::Result NoteSaver::save(const FileURL& note, const QString& baseline, const QString& markdown)
@@ -57,17 +59,19 @@ NoteSaver::Result NoteSaver::save(const FileURL& note, const QString& baseline, 
         Result result;
         if (diskEntry(note) == DiskEntry::File) {
             theirs = m_coordinator.readWhole(note);
-            result = theirs ? keepTheirs(note, *theirs, baseline, markdown) : moveAside(note);
+            result = theirs ? keepTheirs(note, *theirs, baseline, markdown) : moveAside(note, note);
         }
         if (result.conflictCopy.isEmpty())
             result.conflictCopy = conflictCopy;
         if (!result.isKept)
             return result;
-        const WriteResult written = write(note, theirs, ours);
+        const WriteResult written = write(note, theirs, ours, m_calls);
         if (written.outcome == WriteOutcome::Changed || written.outcome == WriteOutcome::Taken) {
             conflictCopy = result.conflictCopy; // one more version came while ours was written
             continue;
         }
+        if (!written.displaced.isEmpty())
+            keepDisplaced(result, note, written.displaced, baseline, markdown);
         if (!written.succeeded()) {
             qCWarning(filesLog) << "cannot write" << note.path() << ":" << written.error;
             result.isKept =
@@ -92,6 +96,19 @@ NoteSaver::Result NoteSaver::keepTheirs(const FileURL& note, const QByteArray& t
     return copyAside(note, theirs);
 }
 
+void NoteSaver::keepDisplaced(Result& result, const FileURL& note, const FileURL& displaced,
+                              const QString& baseline, const QString& markdown)
+{
+    const auto theirs = readFile(displaced);
+    const Result kept = theirs ? keepTheirs(note, *theirs, baseline, markdown) : moveAside(displaced, note);
+    if (!kept.conflictCopy.isEmpty())
+        result.conflictCopy = kept.conflictCopy;
+    if (kept.isKept)
+        m_calls.remove(AT_FDCWD, displaced.bytes().constData());
+    else
+        qCWarning(filesLog) << "another version of" << note.path() << "stays in" << displaced.path();
+}
+
 NoteSaver::Result NoteSaver::copyAside(const FileURL& note, const QByteArray& theirs)
 {
     for (int attempt = 0; attempt < maximumAttempts; ++attempt) {
@@ -106,14 +123,14 @@ NoteSaver::Result NoteSaver::copyAside(const FileURL& note, const QByteArray& th
     return {.isKept = !m_recovered.keep(note, theirs, u"the conflict copy could not be written"_s).isEmpty()};
 }
 
-NoteSaver::Result NoteSaver::moveAside(const FileURL& note)
+NoteSaver::Result NoteSaver::moveAside(const FileURL& version, const FileURL& note)
 {
     const FileURL copy = copyURL(note);
-    if (FileSystemCalls::real().renameExclusively(AT_FDCWD, note.bytes().constData(), AT_FDCWD,
-                                                  copy.bytes().constData()) == 0)
+    if (m_calls.renameExclusively(AT_FDCWD, version.bytes().constData(), AT_FDCWD,
+                                  copy.bytes().constData()) == 0)
         return {.conflictCopy = copy};
     // A file that is gone by now has nothing left to lose.
-    return {.isKept = !existsOnDisk(note)};
+    return {.isKept = !existsOnDisk(version)};
 }
 
 FileURL NoteSaver::copyURL(const FileURL& note) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vault/FileSystemCalls.h"
 #include "Vault/FileURL.h"
 
 #include <QDateTime>
@@ -29,7 +30,8 @@ public:
         FileURL conflictCopy = {};
     };
 
-    NoteSaver(FileCoordinator& coordinator, RecoveredTexts& recovered, const Workspace& workspace, Clock now);
+    NoteSaver(FileCoordinator& coordinator, RecoveredTexts& recovered, const Workspace& workspace, Clock now,
+              FileSystemCalls& calls = FileSystemCalls::real());
 
     /// Puts `markdown` into `note`. `baseline` is the text that the caller believes to be on disk: another
     /// text there is a conflict, unless it is empty or `markdown` itself.
@@ -41,14 +43,18 @@ private:
                                     const QString& markdown);
     /// Their version as a conflict copy, or else as a recovered text.
     [[nodiscard]] Result copyAside(const FileURL& note, const QByteArray& theirs);
-    /// A file that cannot be read cannot be copied: it is moved to where the copy would go.
-    [[nodiscard]] Result moveAside(const FileURL& note);
+    /// A version of `note` that cannot be read cannot be copied: it is moved to where the copy would go.
+    [[nodiscard]] Result moveAside(const FileURL& version, const FileURL& note);
+    /// Keeps a version that our text displaced at the very moment it came, and adds that to `result`.
+    void keepDisplaced(Result& result, const FileURL& note, const FileURL& displaced, const QString& baseline,
+                       const QString& markdown);
     [[nodiscard]] FileURL copyURL(const FileURL& note) const;
 
     FileCoordinator& m_coordinator;
     RecoveredTexts& m_recovered;
     const Workspace& m_workspace;
     Clock m_now;
+    FileSystemCalls& m_calls;
 };
 
 } // namespace wendlore

@@ -12,6 +12,16 @@ using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
+/// The rows of a folder that may differ from its nodes: those between its first and its last ones.
+struct FileTreeModel::Difference final
+{
+    std::size_t first = 0;
+    std::size_t rowsEnd = 0;
+    std::size_t nodesEnd = 0;
+
+    [[nodiscard]] bool isEmpty() const { return first == rowsEnd && first == nodesEnd; }
+};
+
 /// One row. A folder's rows are made when they are first asked for.
 struct FileTreeModel::Item final
 {
@@ -194,69 +204,87 @@ void FileTreeModel::synchronise(Item& folder, const std::vector<FileNode>& nodes
 {
     if (!folder.isOpened)
         return;
-    const auto isSame = [](const auto& child, const FileNode& node) {
-        return child->url == node.url && child->isFolder == node.isDirectory;
-    };
-    if (!std::ranges::equal(folder.children, nodes, isSame)) {
-        removeVanished(folder, nodes);
-        insertNew(folder, nodes);
+    if (Difference difference = differenceOf(folder, nodes); !difference.isEmpty()) {
+        removeVanished(folder, nodes, difference);
+        insertNew(folder, nodes, difference);
     }
     for (std::size_t i = 0; i < nodes.size(); ++i)
         synchronise(*folder.children[i], childrenOf(nodes[i]));
 }
 
-/// Removes the rows that `nodes` does not have, and those that come in another order there.
-void FileTreeModel::removeVanished(Item& folder, const std::vector<FileNode>& nodes)
+FileTreeModel::Difference FileTreeModel::differenceOf(const Item& folder, const std::vector<FileNode>& nodes)
 {
-    QHash<FileURL, int> places;
-    for (const FileNode& node : nodes)
-        places.insert(node.url, static_cast<int>(places.size()));
-    std::vector<bool> stays;
-    int last = -1;
-    for (const auto& child : folder.children) {
-        const int place = places.value(child->url, -1);
-        const bool isKept =
-            place > last && nodes[static_cast<std::size_t>(place)].isDirectory == child->isFolder;
-        stays.push_back(isKept);
-        if (isKept)
-            last = place;
+    const auto isSame = [](const std::unique_ptr<Item>& child, const FileNode& node) {
+        // What was not read again lies in the same memory.
+        const bool isSamePath = child->url.bytes().constData() == node.url.bytes().constData();
+        return (isSamePath || child->url == node.url) && child->isFolder == node.isDirectory;
+    };
+    Difference difference{0, folder.children.size(), nodes.size()};
+    const std::size_t common = std::min(difference.rowsEnd, difference.nodesEnd);
+    while (difference.first < common && isSame(folder.children[difference.first], nodes[difference.first]))
+        ++difference.first;
+    while (std::min(difference.rowsEnd, difference.nodesEnd) > difference.first &&
+           isSame(folder.children[difference.rowsEnd - 1], nodes[difference.nodesEnd - 1])) {
+        --difference.rowsEnd;
+        --difference.nodesEnd;
+    }
+    return difference;
+}
+
+/// Removes the rows that `nodes` does not have, and those that come in another order there.
+void FileTreeModel::removeVanished(Item& folder, const std::vector<FileNode>& nodes, Difference& difference)
+{
+    QHash<FileURL, std::size_t> places;
+    for (std::size_t place = difference.first; place < difference.nodesEnd; ++place)
+        places.insert(nodes[place].url, place);
+    std::vector<bool> stays(difference.rowsEnd);
+    std::size_t next = difference.first;
+    for (std::size_t row = difference.first; row < difference.rowsEnd; ++row) {
+        const Item& child = *folder.children[row];
+        const auto place = places.constFind(child.url);
+        stays[row] =
+            place != places.constEnd() && *place >= next && nodes[*place].isDirectory == child.isFolder;
+        if (stays[row])
+            next = *place + 1;
     }
 
-    for (std::size_t end = stays.size(); end > 0;) {
+    for (std::size_t end = difference.rowsEnd; end > difference.first;) {
         if (stays[end - 1]) {
             --end;
             continue;
         }
         std::size_t first = end;
-        while (first > 0 && !stays[first - 1])
+        while (first > difference.first && !stays[first - 1])
             --first;
         beginRemoveRows(indexOf(folder), static_cast<int>(first), static_cast<int>(end) - 1);
         folder.children.erase(folder.children.begin() + static_cast<std::ptrdiff_t>(first),
                               folder.children.begin() + static_cast<std::ptrdiff_t>(end));
         folder.renumberFrom(first);
         endRemoveRows();
+        difference.rowsEnd -= end - first;
         end = first;
     }
 }
 
 /// Inserts the rows that are missing. What `folder` holds is a part of `nodes`, in their order.
-void FileTreeModel::insertNew(Item& folder, const std::vector<FileNode>& nodes)
+void FileTreeModel::insertNew(Item& folder, const std::vector<FileNode>& nodes, Difference difference)
 {
-    for (std::size_t first = 0; first < nodes.size();) {
-        if (first < folder.children.size() && folder.children[first]->url == nodes[first].url) {
+    for (std::size_t first = difference.first; first < difference.nodesEnd;) {
+        const FileURL* next = first < difference.rowsEnd ? &folder.children[first]->url : nullptr;
+        if (next && nodes[first].url == *next) {
             ++first;
             continue;
         }
-        const FileURL* next = first < folder.children.size() ? &folder.children[first]->url : nullptr;
         std::size_t end = first;
         std::vector<std::unique_ptr<Item>> added;
-        for (; end < nodes.size() && !(next && nodes[end].url == *next); ++end)
+        for (; end < difference.nodesEnd && !(next && nodes[end].url == *next); ++end)
             added.push_back(std::make_unique<Item>(nodes[end], folder));
         beginInsertRows(indexOf(folder), static_cast<int>(first), static_cast<int>(end) - 1);
         folder.children.insert(folder.children.begin() + static_cast<std::ptrdiff_t>(first),
                                std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));
         folder.renumberFrom(first);
         endInsertRows();
+        difference.rowsEnd += end - first;
         first = end;
     }
 }

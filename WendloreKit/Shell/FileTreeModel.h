@@ -43,6 +43,7 @@ public:
 
 private:
     struct Item;
+    struct Difference;
 
     [[nodiscard]] Item& itemAt(const QModelIndex& index) const;
     [[nodiscard]] QModelIndex indexOf(const Item& item) const;
@@ -50,8 +51,9 @@ private:
     void open(Item& folder) const;
     void synchronise();
     void synchronise(Item& folder, const std::vector<FileNode>& nodes);
-    void removeVanished(Item& folder, const std::vector<FileNode>& nodes);
-    void insertNew(Item& folder, const std::vector<FileNode>& nodes);
+    [[nodiscard]] static Difference differenceOf(const Item& folder, const std::vector<FileNode>& nodes);
+    void removeVanished(Item& folder, const std::vector<FileNode>& nodes, Difference& difference);
+    void insertNew(Item& folder, const std::vector<FileNode>& nodes, Difference difference);
 
     AppState& m_state;
     std::optional<FileURL> m_bucket;

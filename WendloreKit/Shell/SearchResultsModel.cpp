@@ -31,25 +31,25 @@ QVariant SearchResultsModel::data(const QModelIndex& index, int role) const
     const SearchHit& hit = m_state.searchResults()[static_cast<std::size_t>(index.row())];
     switch (role) {
     case Qt::DisplayRole:
-        return hit.url.nameWithoutExtension();
+        return hit.url().nameWithoutExtension();
     case Qt::ToolTipRole:
-        return hit.url.path();
+        return hit.url().path();
     case Qt::AccessibleTextRole:
-        return hit.snippet.isEmpty()
-                   ? hit.url.nameWithoutExtension()
-                   : u"%1: %2"_s.arg(hit.url.nameWithoutExtension(), QString::fromUtf8(hit.snippet));
+        return hit.snippet().isEmpty()
+                   ? hit.url().nameWithoutExtension()
+                   : u"%1: %2"_s.arg(hit.url().nameWithoutExtension(), QString::fromUtf8(hit.snippet()));
     case SnippetRole:
-        return QString::fromUtf8(hit.snippet);
+        return QString::fromUtf8(hit.snippet());
     case IsSelectedFileRole:
-        return m_state.selectedFile() && hit.url.bytes() == m_state.selectedFile()->bytes();
+        return m_state.selectedFile() && hit.url().bytes() == m_state.selectedFile()->bytes();
     default:
         return {};
     }
 }
 
-const FileURL& SearchResultsModel::noteAt(const QModelIndex& index) const
+FileURL SearchResultsModel::noteAt(const QModelIndex& index) const
 {
-    return m_state.searchResults().at(static_cast<std::size_t>(index.row())).url;
+    return m_state.searchResults().at(static_cast<std::size_t>(index.row())).url();
 }
 
 } // namespace wendlore

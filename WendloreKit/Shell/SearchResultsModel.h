@@ -24,7 +24,7 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
     /// The note of a valid row.
-    [[nodiscard]] const FileURL& noteAt(const QModelIndex& index) const;
+    [[nodiscard]] FileURL noteAt(const QModelIndex& index) const;
 
 private:
     AppState& m_state;

@@ -96,16 +96,19 @@ void BucketTree::startReading()
         return; // when that one ends, it sees that it is old
     const auto read = [this, bucket = m_bucket, shown = std::shared_ptr<const Nodes>(m_nodes),
                        demands = m_demands]() -> std::function<void()> {
-        const auto found = std::make_shared<Nodes>();
+        auto found = std::make_shared<Nodes>();
         atLowPriority([&] { *found = buildTree(bucket); });
-        return [this, found, isChanged = *found != *shown, demands] {
+        // A large tree that is known already is given back here, where nobody waits for it.
+        if (*found == *shown)
+            found.reset();
+        return [this, found, demands] {
             m_reading.reset();
             if (demands != m_demands) {
                 startReading();
                 return;
             }
-            if (isChanged || !m_isTold)
-                show(found);
+            if (found || !m_isTold)
+                show(found ? found : m_nodes);
             for (const auto& then : std::exchange(m_waiting, {}))
                 then();
         };

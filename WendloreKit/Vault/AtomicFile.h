@@ -1,9 +1,12 @@
 #pragma once
 
+#include "Vault/FileSystemCalls.h"
 #include "Vault/FileURL.h"
 
 #include <QByteArray>
 #include <QString>
+
+#include <chrono>
 
 namespace wendlore {
 
@@ -25,7 +28,10 @@ enum class WriteOutcome {
 struct WriteResult final
 {
     WriteOutcome outcome = WriteOutcome::Failed;
-    QString error;
+    QString error = {};
+    /// After `writeOver`: a hidden file beside the written one with a version that nobody has seen, as it
+    /// came at the very moment of the replacement. Whoever wrote gives it a name that people find.
+    FileURL displaced = {};
 
     [[nodiscard]] bool succeeded() const
     {
@@ -51,8 +57,10 @@ int settleInterruptedWrites(RecoveredTexts& recovered);
 [[nodiscard]] WriteResult write(const FileURL& url, const QByteArray& bytes);
 
 /// The same, unless the file holds something else than `seen` by the time the bytes would take its place
-/// (`Changed`). A file that is gone is made again.
-[[nodiscard]] WriteResult writeOver(const FileURL& url, const QByteArray& seen, const QByteArray& bytes);
+/// (`Changed`). A file that is gone is made again. Where the file system can exchange two names, not even
+/// what comes in the last moment is lost (`displaced`).
+[[nodiscard]] WriteResult writeOver(const FileURL& url, const QByteArray& seen, const QByteArray& bytes,
+                                    FileSystemCalls& calls = FileSystemCalls::real());
 
 /// Creates `url` holding `bytes`, unless anything of that name exists, also when it appears meanwhile
 /// (`Taken`).
@@ -60,6 +68,11 @@ int settleInterruptedWrites(RecoveredTexts& recovered);
 
 /// Removes leftovers of interrupted writes that lie directly in `directory`; gives how many there were.
 int sweepLeftovers(const FileURL& directory);
+
+/// Moves what lies in `directory` as `displaced` for longer than `age` into `recovered`: its writer was
+/// killed before it could look at it. Gives how many there were.
+int recoverDisplaced(const FileURL& directory, RecoveredTexts& recovered,
+                     std::chrono::seconds age = std::chrono::seconds(10));
 
 } // namespace AtomicFile
 

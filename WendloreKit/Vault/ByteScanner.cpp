@@ -1,5 +1,6 @@
 #include "Vault/ByteScanner.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -19,7 +20,36 @@ std::size_t findNothing(const BytePattern*, const Byte*, std::size_t size, std::
     return size;
 }
 
+[[gnu::always_inline]] inline bool stands(const BytePattern::Probe& probe, const Byte* place)
+{
+    return (place[probe.offset] | probe.mask) == probe.value;
+}
+
+template <int Count>
+[[gnu::always_inline]] inline bool isCandidate(const BytePattern* patterns, const Byte* place)
+{
+    for (int k = 0; k < Count; ++k) {
+        const BytePattern& each = patterns[k];
+        if (each.beginsAt(place) && stands(each.first, place) && stands(each.second, place))
+            return true;
+    }
+    return false;
+}
+
 #if defined(__x86_64__)
+
+/// The first candidate among the places from `text` on whose bits are set.
+template <int Count>
+[[gnu::always_inline]] inline const Byte* firstCandidate(const BytePattern* patterns, const Byte* text,
+                                                         unsigned bits)
+{
+    for (; bits != 0; bits &= bits - 1) {
+        const Byte* const place = text + __builtin_ctz(bits);
+        if (isCandidate<Count>(patterns, place))
+            return place;
+    }
+    return nullptr;
+}
 
 template <int Count>
 std::size_t findSse2(const BytePattern* patterns, const Byte* text, std::size_t size, std::size_t from)
@@ -41,10 +71,9 @@ std::size_t findSse2(const BytePattern* patterns, const Byte* text, std::size_t 
                 _mm_or_si128(found, _mm_and_si128(_mm_cmpeq_epi8(_mm_or_si128(one, mask1[k]), value1[k]),
                                                   _mm_cmpeq_epi8(_mm_or_si128(two, mask2[k]), value2[k])));
         }
-        if (const auto bits = static_cast<unsigned>(_mm_movemask_epi8(found)); bits != 0) {
-            const std::size_t place = i + static_cast<std::size_t>(__builtin_ctz(bits));
-            return place < size ? place : size;
-        }
+        const auto bits = static_cast<unsigned>(_mm_movemask_epi8(found));
+        if (const Byte* const place = firstCandidate<Count>(patterns, text + i, bits))
+            return std::min(static_cast<std::size_t>(place - text), size);
     }
     return size;
 }
@@ -72,10 +101,9 @@ __attribute__((target("avx2"))) std::size_t findAvx2(const BytePattern* patterns
                 found, _mm256_and_si256(_mm256_cmpeq_epi8(_mm256_or_si256(one, mask1[k]), value1[k]),
                                         _mm256_cmpeq_epi8(_mm256_or_si256(two, mask2[k]), value2[k])));
         }
-        if (const auto bits = static_cast<unsigned>(_mm256_movemask_epi8(found)); bits != 0) {
-            const std::size_t place = i + static_cast<std::size_t>(__builtin_ctz(bits));
-            return place < size ? place : size;
-        }
+        const auto bits = static_cast<unsigned>(_mm256_movemask_epi8(found));
+        if (const Byte* const place = firstCandidate<Count>(patterns, text + i, bits))
+            return std::min(static_cast<std::size_t>(place - text), size);
     }
     return size;
 }
@@ -103,17 +131,12 @@ Find findFor(std::size_t patterns, ByteScanner::Width width)
 #else
 
 /// The same by one byte at a time, for processors that have no fast path here.
-template <std::size_t Count>
+template <int Count>
 std::size_t findPlainly(const BytePattern* patterns, const Byte* text, std::size_t size, std::size_t from)
 {
-    const auto stands = [text](const BytePattern::Probe& probe, std::size_t at) {
-        return (text[at + probe.offset] | probe.mask) == probe.value;
-    };
     for (std::size_t i = from; i < size; ++i) {
-        for (std::size_t k = 0; k < Count; ++k) {
-            if (stands(patterns[k].first, i) && stands(patterns[k].second, i))
-                return i;
-        }
+        if (isCandidate<Count>(patterns, text + i))
+            return i;
     }
     return size;
 }
@@ -129,6 +152,14 @@ Find findFor(std::size_t patterns, ByteScanner::Width)
 #endif
 
 } // namespace
+
+void BytePattern::setBeginning(std::string_view bytes, std::string_view masks)
+{
+    const std::size_t size = std::min(bytes.size(), sizeof beginning);
+    std::memcpy(&beginning, bytes.data(), size);
+    std::memcpy(&mask, masks.data(), size);
+    std::memset(&compared, 0xFF, size);
+}
 
 ByteScanner::ByteScanner(std::vector<BytePattern> patterns, Width width)
     : m_patterns(std::move(patterns))

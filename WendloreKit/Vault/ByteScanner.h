@@ -2,12 +2,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <string_view>
 #include <vector>
 
 namespace wendlore {
 
-/// Two bytes at fixed distances from a place: the place is a candidate when both, with their mask bits set,
-/// have these values. A mask of 0x20 takes an ASCII letter in either case.
+/// Bytes at fixed distances from a place: the place is a candidate when all of them, with their mask bits
+/// set, have these values. A mask of 0x20 takes an ASCII letter in either case. Two of the bytes are looked
+/// for, and where they stand the first bytes are compared.
 struct BytePattern final
 {
     struct Probe final
@@ -19,6 +22,18 @@ struct BytePattern final
 
     Probe first;
     Probe second;
+    std::uint64_t beginning = 0; ///< the bytes from the place on, in the order of memory
+    std::uint64_t mask = 0;
+    std::uint64_t compared = 0; ///< 0xFF for each byte of them that counts
+
+    /// Compares the first bytes from the place on with `bytes`, as far as both reach.
+    void setBeginning(std::string_view bytes, std::string_view masks);
+    [[nodiscard]] bool beginsAt(const std::uint8_t* place) const
+    {
+        std::uint64_t found = 0;
+        std::memcpy(&found, place, sizeof found);
+        return ((found | mask) & compared) == beginning;
+    }
 };
 
 /// Finds the places in a text where any of up to eight byte patterns stands, many bytes at a time.

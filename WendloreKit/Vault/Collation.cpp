@@ -10,6 +10,7 @@
 #include <unicode/stringpiece.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <mutex>
 #include <numeric>
@@ -21,7 +22,7 @@ namespace wendlore {
 namespace {
 
 /// So many names are sorted sooner in two halves at a time.
-constexpr std::size_t worthTwoThreads = 10'000;
+constexpr std::size_t worthTwoThreads = 2'000;
 
 /// The rules for `locale`, which names no charset: "sv_SE". Never leaves the choice of the locale to ICU,
 /// which would take the "C" locale's own order with all capitals first.
@@ -55,25 +56,34 @@ std::unique_ptr<icu::Collator> collatorFor(const QByteArray& locale)
     return collator;
 }
 
-/// The keys of many names in one piece of memory.
+/// The keys of many names, made in two parts that different threads can fill.
 class SortKeys final
 {
 public:
-    SortKeys(std::span<const std::string_view> names, const std::optional<LatinOrder>& latin)
+    explicit SortKeys(std::size_t count)
+        : m_keys(count)
+    {}
+
+    /// Makes the keys of the names from place `from` up to `to`, for `part` 0 or 1.
+    void fill(std::size_t part, std::span<const std::string_view> names, std::size_t from, std::size_t to,
+              const std::optional<LatinOrder>& latin)
     {
-        m_keys.reserve(names.size());
+        std::string& bytes = m_bytes[part];
         std::size_t size = sizeof(quint64);
-        for (const std::string_view name : names)
-            size += name.size() + 2;
-        m_bytes.reserve(size);
-        for (const std::string_view name : names) {
-            const std::size_t start = m_bytes.size();
-            const bool isLatin = latin && latin->appendKey(name, m_bytes);
-            m_keys.push_back({0, std::uint32_t(start), std::uint32_t(m_bytes.size() - start), isLatin});
+        for (std::size_t place = from; place < to; ++place)
+            size += names[place].size() + 2;
+        bytes.reserve(size);
+        for (std::size_t place = from; place < to; ++place) {
+            Key& key = m_keys[place];
+            key.start = std::uint32_t(bytes.size());
+            key.isLatin = latin && latin->appendKey(names[place], bytes);
+            key.size = std::uint32_t(bytes.size() - key.start);
         }
-        m_bytes.append(sizeof(quint64), '\0');
-        for (Key& key : m_keys)
-            key.beginning = qFromBigEndian<quint64>(m_bytes.data() + key.start);
+        bytes.append(sizeof(quint64), '\0');
+        for (std::size_t place = from; place < to; ++place) {
+            m_keys[place].part = std::uint32_t(part);
+            m_keys[place].beginning = qFromBigEndian<quint64>(bytes.data() + m_keys[place].start);
+        }
     }
 
     /// Nothing where one of the names has no key.
@@ -86,7 +96,7 @@ public:
         const std::size_t common = std::min<std::size_t>(one.size, two.size);
         if (common >= sizeof one.beginning && one.beginning != two.beginning)
             return one.beginning <=> two.beginning;
-        const int order = std::memcmp(m_bytes.data() + one.start, m_bytes.data() + two.start, common);
+        const int order = std::memcmp(bytesOf(one), bytesOf(two), common);
         return order != 0 ? order <=> 0 : std::size_t(one.size) <=> std::size_t(two.size);
     }
 
@@ -95,12 +105,15 @@ private:
     {
         quint64 beginning = 0; ///< decides most comparisons
         std::uint32_t start = 0;
-        std::uint32_t size : 31 = 0;
+        std::uint32_t size : 30 = 0;
+        std::uint32_t part : 1 = 0;
         std::uint32_t isLatin : 1 = 0;
     };
 
+    [[nodiscard]] const char* bytesOf(const Key& key) const { return m_bytes[key.part].data() + key.start; }
+
     std::vector<Key> m_keys;
-    std::string m_bytes;
+    std::array<std::string, 2> m_bytes;
 };
 
 } // namespace
@@ -145,7 +158,7 @@ std::weak_ordering NameOrder::compare(QByteArrayView left, QByteArrayView right)
 std::vector<std::uint32_t> NameOrder::sorted(std::span<const std::string_view> names,
                                              const IsBefore& isBefore) const
 {
-    const SortKeys keys(names, m_rules->latin);
+    SortKeys keys(names.size());
     std::vector<std::uint32_t> places(names.size());
     std::iota(places.begin(), places.end(), 0U);
     const auto isFirst = [&](std::uint32_t left, std::uint32_t right) {
@@ -153,16 +166,20 @@ std::vector<std::uint32_t> NameOrder::sorted(std::span<const std::string_view> n
         const auto known = order ? *order : compare(names[left], names[right]);
         return known == 0 ? isBefore(left, right) : known < 0;
     };
-    if (places.size() < worthTwoThreads) {
-        std::ranges::sort(places, isFirst);
+    const auto sortPart = [&](std::size_t part, std::size_t from, std::size_t to) {
+        keys.fill(part, names, from, to, m_rules->latin);
+        std::sort(places.begin() + std::ptrdiff_t(from), places.begin() + std::ptrdiff_t(to), isFirst);
+    };
+    const std::size_t middle = places.size() < worthTwoThreads ? places.size() : places.size() / 2;
+    if (middle == places.size()) {
+        sortPart(0, 0, middle);
         return places;
     }
-    const auto middle = places.begin() + std::ptrdiff_t(places.size() / 2);
     {
-        const std::jthread other([&] { std::sort(middle, places.end(), isFirst); });
-        std::sort(places.begin(), middle, isFirst);
+        const std::jthread other([&] { sortPart(1, middle, places.size()); });
+        sortPart(0, 0, middle);
     }
-    std::inplace_merge(places.begin(), middle, places.end(), isFirst);
+    std::inplace_merge(places.begin(), places.begin() + std::ptrdiff_t(middle), places.end(), isFirst);
     return places;
 }
 

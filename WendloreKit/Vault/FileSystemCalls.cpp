@@ -116,6 +116,11 @@ int FileSystemCalls::renameExclusively(int fromDirectory, const char* from, int 
                 [&] { return ::renameat2(fromDirectory, from, toDirectory, to, RENAME_NOREPLACE); });
 }
 
+int FileSystemCalls::exchange(int directory, const char* one, const char* other)
+{
+    return make("exchange", [&] { return ::renameat2(directory, one, directory, other, RENAME_EXCHANGE); });
+}
+
 int FileSystemCalls::link(int fromDirectory, const char* from, int toDirectory, const char* to)
 {
     return make("linkat", [&] { return ::linkat(fromDirectory, from, toDirectory, to, 0); });

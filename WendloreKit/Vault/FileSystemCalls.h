@@ -45,6 +45,8 @@ public:
     int rename(int directory, const char* from, const char* to);
     /// Renames, and fails with `EEXIST` when `to` exists.
     int renameExclusively(int fromDirectory, const char* from, int toDirectory, const char* to);
+    /// Makes each of two names in `directory` the other one's, in one step.
+    int exchange(int directory, const char* one, const char* other);
     int link(int fromDirectory, const char* from, int toDirectory, const char* to);
     int makeDirectory(int directory, const char* name, mode_t mode);
     int remove(int directory, const char* name, int flags = 0);

@@ -30,7 +30,7 @@ FileNode nodeOf(const Entry& entry, const FileURL& folder)
     return node;
 }
 
-/// Appends the nodes of `entries` in their order by display name.
+/// Appends the nodes of `entries` in their order by display name, equal ones by the bytes of their names.
 void appendSorted(std::vector<FileNode>& nodes, std::span<const Entry> entries, const FileURL& folder,
                   const NameOrder& order)
 {
@@ -38,7 +38,10 @@ void appendSorted(std::vector<FileNode>& nodes, std::span<const Entry> entries, 
     names.reserve(entries.size());
     for (const Entry& entry : entries)
         names.push_back(displayName(entry));
-    for (const std::uint32_t place : order.sorted(names))
+    const auto isBefore = [entries](std::uint32_t left, std::uint32_t right) {
+        return entries[left].name < entries[right].name;
+    };
+    for (const std::uint32_t place : order.sorted(names, isBefore))
         nodes.push_back(nodeOf(entries[place], folder));
 }
 
@@ -74,7 +77,7 @@ std::vector<FileNode> nodesOfFolder(const FileURL& folder, FollowLink followLink
     std::vector<Entry> entries = listing.entries();
     for (Entry& entry : entries)
         entry.isDirectory = entry.isDirectory && !isPackageName(QByteArrayView(entry.name));
-    const auto files = std::ranges::stable_partition(entries, &Entry::isDirectory);
+    const auto files = std::ranges::partition(entries, &Entry::isDirectory);
     std::vector<FileNode> nodes;
     nodes.reserve(entries.size());
     appendSorted(nodes, {entries.begin(), files.begin()}, folder, order);
@@ -103,12 +106,16 @@ std::vector<FileURL> allMarkdownFiles(const FileURL& root)
 {
     std::vector<FileNode> tree = walkFolders(root, [](const FileURL& location, FollowLink followLink) {
         const FolderListing listing(location, followLink);
+        std::vector<Entry> entries;
+        entries.reserve(listing.entries().size());
+        std::ranges::copy_if(listing.entries(), std::back_inserter(entries), [](const Entry& entry) {
+            return entry.isDirectory || isNoteName(QByteArrayView(entry.name));
+        });
+        std::ranges::sort(entries, {}, &Entry::name);
         std::vector<FileNode> nodes;
-        nodes.reserve(listing.entries().size());
-        for (const Entry& entry : listing.entries()) {
-            if (entry.isDirectory || isNoteName(QByteArrayView(entry.name)))
-                nodes.push_back(nodeOf(entry, location));
-        }
+        nodes.reserve(entries.size());
+        for (const Entry& entry : entries)
+            nodes.push_back(nodeOf(entry, location));
         return nodes;
     });
     std::vector<FileURL> notes;

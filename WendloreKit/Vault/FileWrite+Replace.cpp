@@ -51,7 +51,16 @@ public:
 
     /// Makes the bytes reach the disk and closes the file.
     [[nodiscard]] bool finish() { return m_write.m_calls.sync(m_file.get()) == 0 && m_file.close() == 0; }
-    /// The file has its real name now.
+    /// Takes a hidden name that no sweep removes.
+    [[nodiscard]] bool becomeDisplaced()
+    {
+        const QByteArray name = displacedName();
+        if (m_write.m_calls.rename(m_write.m_directory.get(), m_name.constData(), name.constData()) == -1)
+            return false;
+        m_name = name;
+        return true;
+    }
+    /// The file is not this write's to remove any more.
     void release() { m_isMade = false; }
 
 private:
@@ -75,13 +84,55 @@ FileWrite::Attempt FileWrite::replace()
     // As late as can be: what took long is done.
     if (!isAsSeen())
         return Attempt::Outdated;
+    const Attempt named = !m_seen    ? giveName(temporary)
+                          : m_status ? exchange(temporary)
+                                     : publishAgain(temporary);
+    return named != Attempt::Succeeded || syncDirectory() ? named : failed();
+}
+
+FileWrite::Attempt FileWrite::giveName(Temporary& temporary)
+{
     if (m_calls.rename(m_directory.get(), temporary.name(), m_name.constData()) == -1) {
         if (errno == ENOENT)
             return Attempt::Disturbed;
         return m_status && isRefusal(errno) ? Attempt::WouldLose : failed();
     }
     temporary.release();
-    return syncDirectory() ? Attempt::Succeeded : failed();
+    return Attempt::Succeeded;
+}
+
+/// Makes a file that has gone away again, unless another program does so first.
+FileWrite::Attempt FileWrite::publishAgain(Temporary& temporary)
+{
+    if (publishExclusively(temporary))
+        return Attempt::Succeeded;
+    if (errno == EEXIST)
+        return Attempt::Outdated;
+    if (errno == ENOENT)
+        return Attempt::Disturbed;
+    return isUnknownCall(errno) || errno == EPERM ? giveName(temporary) : failed();
+}
+
+/// Takes the old file's place and looks at what was there: between the last look and a plain renaming another
+/// program could have put something there that would be gone.
+FileWrite::Attempt FileWrite::exchange(Temporary& temporary)
+{
+    // From here on no sweep may take the file away: soon it is the old one.
+    if (!temporary.becomeDisplaced())
+        return errno == ENOENT ? Attempt::Disturbed : failed();
+    if (m_calls.exchange(m_directory.get(), temporary.name(), m_name.constData()) == -1) {
+        if (isUnknownCall(errno))
+            return giveName(temporary);
+        if (errno == ENOENT)
+            return Attempt::Disturbed; // The note has gone away just now.
+        return isRefusal(errno) ? Attempt::WouldLose : failed();
+    }
+    if (contents(temporary.name()) != m_seen) {
+        const qsizetype separator = m_path.lastIndexOf('/');
+        m_displaced = FileURL::fromBytes(m_path.left(separator + 1) + temporary.name(), false);
+        temporary.release();
+    }
+    return Attempt::Succeeded;
 }
 
 FileWrite::Attempt FileWrite::createExclusively()

@@ -47,7 +47,7 @@ WriteResult FileWrite::write()
         if (isInPlace)
             ended = writeInPlace();
         if (ended == Attempt::Succeeded)
-            return {isInPlace ? WriteOutcome::InPlace : WriteOutcome::Replaced, {}};
+            return {isInPlace ? WriteOutcome::InPlace : WriteOutcome::Replaced, {}, m_displaced};
         if (ended == Attempt::Outdated)
             return {WriteOutcome::Changed, m_url.path() + u": has changed"_s};
         if (ended == Attempt::Failed)
@@ -165,9 +165,15 @@ bool FileWrite::isAsSeen() const
 {
     if (!m_seen)
         return true;
+    const auto bytes = contents(m_name);
+    return bytes ? bytes == m_seen : errno == ENOENT;
+}
+
+std::optional<QByteArray> FileWrite::contents(const QByteArray& name) const
+{
     const Descriptor file(
-        m_calls, m_calls.openAt(m_directory.get(), m_name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
-    return file.isOpen() ? readFile(file.get(), m_calls) == m_seen : errno == ENOENT;
+        m_calls, m_calls.openAt(m_directory.get(), name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
+    return file.isOpen() ? readFile(file.get(), m_calls) : std::nullopt;
 }
 
 bool FileWrite::writeAll(int file, const QByteArray& bytes)

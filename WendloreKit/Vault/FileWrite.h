@@ -42,8 +42,12 @@ private:
     [[nodiscard]] std::optional<bool> holdsBytesAlready();
     /// Whether replacing the file now would take away nothing that the caller has not seen.
     [[nodiscard]] bool isAsSeen() const;
+    [[nodiscard]] std::optional<QByteArray> contents(const QByteArray& name) const;
 
     [[nodiscard]] Attempt replace();
+    [[nodiscard]] Attempt giveName(Temporary& temporary);
+    [[nodiscard]] Attempt publishAgain(Temporary& temporary);
+    [[nodiscard]] Attempt exchange(Temporary& temporary);
     [[nodiscard]] Attempt createExclusively();
     [[nodiscard]] Attempt createDirectly();
     [[nodiscard]] bool publishExclusively(Temporary& temporary);
@@ -71,6 +75,7 @@ private:
     std::optional<struct stat> m_status;
     int m_error = 0;
     QString m_note;
+    FileURL m_displaced; ///< as `WriteResult` has it
 };
 
 } // namespace wendlore

@@ -36,7 +36,6 @@ FolderListing::FolderListing(const FileURL& folder, FollowLink followLink)
     if (m_descriptor < 0)
         return;
     addEntries(readBatches());
-    std::ranges::sort(m_entries, {}, &Entry::name);
 }
 
 FolderListing::~FolderListing()
@@ -83,6 +82,7 @@ std::vector<FolderEntry> visibleEntries(const FileURL& folder, FollowLink follow
     entries.reserve(listing.entries().size());
     for (const auto& [name, isDirectory, isRegularFile, inode] : listing.entries())
         entries.push_back({QByteArray(name.data(), qsizetype(name.size())), isDirectory, inode});
+    std::ranges::sort(entries, {}, &FolderEntry::name);
     return entries;
 }
 

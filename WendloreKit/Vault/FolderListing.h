@@ -11,8 +11,8 @@ namespace wendlore {
 /// Whether a location that is a symbolic link may be listed as the folder that it leads to.
 enum class FollowLink { Yes, No };
 
-/// The entries of one folder whose names do not begin with a full stop, in the order of their names' bytes.
-/// Empty when the folder cannot be read. Made for walks through many folders: names are not copied.
+/// The entries of one folder whose names do not begin with a full stop, in no particular order. Empty when
+/// the folder cannot be read. Made for walks through many folders: names are not copied.
 class FolderListing final
 {
 public:
@@ -54,7 +54,7 @@ struct FolderEntry final
     quint64 inode = 0;        ///< as the folder lists it; of a mount point it is the covered directory's
 };
 
-/// The same as a list that lives on its own.
+/// The same as a list that lives on its own, in the order of the names' bytes.
 [[nodiscard]] std::vector<FolderEntry> visibleEntries(const FileURL& folder, FollowLink followLink);
 
 } // namespace wendlore

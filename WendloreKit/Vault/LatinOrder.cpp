@@ -152,19 +152,22 @@ void LatinOrder::learnCompositions()
 }
 
 /// The character at `place`, which moves behind it; `latinEnd` for everything beyond Latin-1.
-char32_t LatinOrder::nextCharacter(std::string_view name, std::size_t& place) const
+[[gnu::always_inline]] inline char32_t LatinOrder::nextCharacter(std::string_view name,
+                                                                 std::size_t& place) const
 {
     const auto byteAt = [name](std::size_t at) {
         return at < name.size() ? static_cast<std::uint8_t>(name[at]) : std::uint8_t(0);
     };
     const std::uint8_t first = byteAt(place++);
+    if (first < 0x80 && byteAt(place) != 0xCC)
+        return first;
     const bool hasSecond = (byteAt(place) & 0xC0) == 0x80;
     if (first >= 0x80) {
         if ((first != 0xC2 && first != 0xC3) || !hasSecond)
             return latinEnd;
         return static_cast<char32_t>((first & 0x03) << 6 | (byteAt(place++) & 0x3F));
     }
-    if (byteAt(place) != 0xCC || (byteAt(place + 1) & 0xC0) != 0x80)
+    if ((byteAt(place + 1) & 0xC0) != 0x80)
         return first;
     const std::size_t mark = byteAt(place + 1) & 0x3F;
     if (mark >= markCount || m_composed[first][mark] == 0)
@@ -173,8 +176,9 @@ char32_t LatinOrder::nextCharacter(std::string_view name, std::size_t& place) co
     return m_composed[first][mark];
 }
 
-/// Appends a number so that it compares by its value: how many digits it has, and then these.
-bool LatinOrder::appendNumber(std::string_view name, std::size_t& place, std::string& keys) const
+/// Writes a number so that it compares by its value: how many digits it has, and then these. Gives the end of
+/// what it wrote, or nothing when the number is too long.
+char* LatinOrder::writeNumber(std::string_view name, std::size_t& place, char* key) const
 {
     const auto isDigit = [name](std::size_t at) {
         return at < name.size() && name[at] >= '0' && name[at] <= '9';
@@ -184,42 +188,45 @@ bool LatinOrder::appendNumber(std::string_view name, std::size_t& place, std::st
     std::size_t end = place;
     while (isDigit(end))
         ++end;
-    if (end - place > longestNumber)
-        return false;
-    keys += static_cast<char>(m_weights['0'].letter);
-    keys += static_cast<char>(end - place);
-    keys.append(name, place, end - place);
+    const std::size_t size = end - place;
+    if (size > longestNumber)
+        return nullptr;
+    *key++ = static_cast<char>(m_weights['0'].letter);
+    *key++ = static_cast<char>(size);
+    key += name.copy(key, size, place);
     place = end;
-    return true;
+    return key;
 }
 
 bool LatinOrder::appendKey(std::string_view name, std::string& keys) const
 {
     constexpr std::size_t longestName = 512;
-    const std::size_t start = keys.size();
+    if (name.size() > longestName)
+        return false;
+    std::array<char, 3 * longestName + 1> key; // a digit alone takes three bytes
     std::array<char, longestName> accents;
+    char* end = key.data();
     std::size_t count = 0;
     bool hasAccents = false;
-    bool isKnown = name.size() <= longestName;
-    for (std::size_t place = 0; isKnown && place < name.size();) {
+    for (std::size_t place = 0; place < name.size();) {
         const std::size_t before = place;
         const char32_t character = nextCharacter(name, place);
         const Weight weight = character < latinEnd ? m_weights[character] : Weight{};
-        isKnown = weight.letter != 0;
-        if (isKnown && character >= '0' && character <= '9') {
+        if (weight.letter == 0)
+            return false;
+        if (character >= '0' && character <= '9') {
             place = before;
-            isKnown = appendNumber(name, place, keys);
+            end = writeNumber(name, place, end);
+            if (end == nullptr)
+                return false;
         } else {
-            keys += static_cast<char>(weight.letter);
+            *end++ = static_cast<char>(weight.letter);
         }
         accents[count++] = static_cast<char>(weight.accent);
-        hasAccents = hasAccents || weight.accent > 1;
+        hasAccents |= weight.accent > 1;
     }
-    if (!isKnown) {
-        keys.resize(start);
-        return false;
-    }
-    keys += separator;
+    *end++ = separator;
+    keys.append(key.data(), end);
     if (hasAccents)
         keys.append(accents.data(), count);
     return true;

@@ -37,7 +37,7 @@ private:
     void dropCharactersAmongDigits();
     void learnCompositions();
     [[nodiscard]] char32_t nextCharacter(std::string_view name, std::size_t& place) const;
-    [[nodiscard]] bool appendNumber(std::string_view name, std::size_t& place, std::string& keys) const;
+    [[nodiscard]] char* writeNumber(std::string_view name, std::size_t& place, char* key) const;
 
     std::array<Weight, 256> m_weights{};
     std::array<std::array<std::uint8_t, markCount>, 128> m_composed{};

@@ -18,9 +18,8 @@ namespace {
 using Units = std::vector<icu::UnicodeString>;
 using Spellings = std::vector<std::string>;
 
-constexpr std::size_t maximumWindowUnits = 3;
-/// More raw spellings than this cannot merge into few enough patterns.
-constexpr std::size_t maximumSpellings = 512;
+/// Longer than this, a window is hardly rarer.
+constexpr std::size_t maximumWindowUnits = 8;
 
 std::string utf8(const icu::UnicodeString& text)
 {
@@ -153,6 +152,7 @@ struct MaskedSpelling final
     std::string bytes;
     std::string mask;
 };
+using MaskedSpellings = std::vector<MaskedSpelling>;
 
 /// Merges `right` into `left` when they differ only in the case bit of one byte.
 bool mergeCase(MaskedSpelling& left, const MaskedSpelling& right)
@@ -167,9 +167,9 @@ bool mergeCase(MaskedSpelling& left, const MaskedSpelling& right)
     return true;
 }
 
-std::vector<MaskedSpelling> mergeCases(const Spellings& spellings)
+MaskedSpellings mergeCases(const Spellings& spellings)
 {
-    std::vector<MaskedSpelling> merged;
+    MaskedSpellings merged;
     for (const std::string& spelling : spellings)
         merged.push_back({spelling, std::string(spelling.size(), '\0')});
     for (bool changed = true; changed;) {
@@ -245,22 +245,23 @@ Candidate rarestProbes(const MaskedSpelling& spelling)
                 best = {{probe(i), probe(j)}, probability};
         }
     }
+    best.pattern.setBeginning(spelling.bytes, spelling.mask);
     return best;
 }
 
 /// Every spelling of the units [from, to) together; nothing when a unit cannot be listed or there are too
 /// many.
-std::optional<Spellings> spellingsOfWindow(const std::vector<Spellings>& units, std::size_t from,
-                                           std::size_t to)
+std::optional<MaskedSpellings> spellingsOfWindow(const std::vector<MaskedSpellings>& units, std::size_t from,
+                                                 std::size_t to)
 {
-    Spellings all{std::string()};
+    MaskedSpellings all{{}};
     for (std::size_t unit = from; unit < to; ++unit) {
-        if (units[unit].empty() || all.size() * units[unit].size() > maximumSpellings)
+        if (units[unit].empty() || all.size() * units[unit].size() > ByteScanner::maximumPatterns)
             return std::nullopt;
-        Spellings longer;
-        for (const std::string& prefix : all) {
-            for (const std::string& spelling : units[unit])
-                longer.push_back(prefix + spelling);
+        MaskedSpellings longer;
+        for (const MaskedSpelling& prefix : all) {
+            for (const MaskedSpelling& spelling : units[unit])
+                longer.push_back({prefix.bytes + spelling.bytes, prefix.mask + spelling.mask});
         }
         all = std::move(longer);
     }
@@ -273,9 +274,9 @@ NeedleWindow NeedleWindow::choose(const icu::UnicodeString& form, FoldingRule ru
 {
     const InverseForms& inverse = InverseForms::of(rule);
     const Units units = splitIntoUnits(form);
-    std::vector<Spellings> spellings;
+    std::vector<MaskedSpellings> spellings;
     for (const icu::UnicodeString& unit : units)
-        spellings.push_back(spellingsOfUnit(unit, inverse));
+        spellings.push_back(mergeCases(spellingsOfUnit(unit, inverse)));
 
     NeedleWindow best;
     double lowestCost = HUGE_VAL;
@@ -284,15 +285,14 @@ NeedleWindow NeedleWindow::choose(const icu::UnicodeString& form, FoldingRule ru
             auto window = spellingsOfWindow(spellings, from, to);
             if (!window)
                 continue;
-            const Spellings expanders = expandersOver(units, from, to, inverse);
+            const MaskedSpellings expanders = mergeCases(expandersOver(units, from, to, inverse));
             window->insert(window->end(), expanders.begin(), expanders.end());
-            const std::vector<MaskedSpelling> merged = mergeCases(*window);
-            if (merged.size() > ByteScanner::maximumPatterns)
+            if (window->size() > ByteScanner::maximumPatterns)
                 continue;
             // Each pattern costs a compare on every byte, each candidate a closer look.
-            double cost = 0.03 * static_cast<double>(merged.size());
+            double cost = 0.03 * static_cast<double>(window->size());
             std::vector<BytePattern> patterns;
-            for (const MaskedSpelling& spelling : merged) {
+            for (const MaskedSpelling& spelling : *window) {
                 const Candidate candidate = rarestProbes(spelling);
                 patterns.push_back(candidate.pattern);
                 cost += 25 * candidate.probability;

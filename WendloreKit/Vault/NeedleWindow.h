@@ -7,8 +7,8 @@
 
 namespace wendlore {
 
-/// The part of a query that a byte scan looks for: one to three of its units (a base character with its
-/// marks), in every spelling that UTF-8 text can have for them. Whoever holds the query has these bytes
+/// The part of a query that a byte scan looks for: a few of its units (a base character with its marks),
+/// in every spelling that UTF-8 text can have for them. Whoever holds the query has these bytes
 /// somewhere, so no match is missed.
 struct NeedleWindow final
 {

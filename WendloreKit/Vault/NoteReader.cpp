@@ -8,8 +8,10 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 namespace wendlore {
@@ -20,6 +22,19 @@ constexpr std::size_t usualCapacity = 256 * 1024;
 constexpr std::size_t keptCapacity = 4 * 1024 * 1024;
 /// Few enough to stay far from the limit of open files, many enough to keep a disk busy.
 constexpr std::size_t batchSize = 64;
+
+/// Every size of a page is a multiple of this.
+constexpr std::size_t smallestPage = 4096;
+
+/// True on the usual file systems of a disk: there a read stops inside a page only where the file ends, and
+/// need not be followed by another that finds nothing. Others may stop anywhere.
+bool givesWholePages(int folder)
+{
+    constexpr auto usual = std::to_array<long>(
+        {EXT4_SUPER_MAGIC, BTRFS_SUPER_MAGIC, XFS_SUPER_MAGIC, F2FS_SUPER_MAGIC, TMPFS_MAGIC});
+    struct statfs status;
+    return ::fstatfs(folder, &status) == 0 && std::ranges::find(usual, status.f_type) != usual.end();
+}
 
 bool isRegular(int descriptor)
 {
@@ -85,7 +100,10 @@ bool NoteReader::readOne(int descriptor, std::size_t index, Patience patience, c
             return patience == Patience::full;
         if (taken == 0)
             break;
+        const bool isFull = static_cast<std::size_t>(taken) == m_capacity - size;
         size += static_cast<std::size_t>(taken);
+        if (m_endsInsidePage && !isFull && size % smallestPage != 0)
+            break;
     }
     std::memset(m_buffer.get() + size, 0, ByteScanner::padding);
     receive(index, {m_buffer.get(), size});
@@ -99,6 +117,7 @@ void NoteReader::read(int folder, std::span<const FolderListing::Entry> files, c
         int descriptor;
         std::size_t index;
     };
+    m_endsInsidePage = !files.empty() && givesWholePages(folder);
     std::array<Waiting, batchSize> waiting;
     for (std::size_t start = 0; start < files.size(); start += batchSize) {
         std::size_t count = 0;

@@ -35,6 +35,7 @@ private:
 
     std::unique_ptr<char[]> m_buffer;
     std::size_t m_capacity = 0;
+    bool m_endsInsidePage = false; ///< a read that stops inside a page has met the end of its file
 };
 
 } // namespace wendlore

@@ -27,28 +27,28 @@ public:
         : m_needle(needle)
     {}
 
-    /// The notes in `folder` that match. `listing` is its listing.
-    [[nodiscard]] std::vector<SearchHit> hits(const FileURL& folder, const FolderListing& listing) const
+    /// Appends the notes in `folder` that match, in any order. `listing` is its listing.
+    void appendHits(std::vector<SearchHit>& hits, const FileURL& folder, const FolderListing& listing) const
     {
         thread_local NoteReader reader;
         const std::vector<Entry> notes = notesOf(listing);
-        std::vector<std::optional<QByteArray>> snippets(notes.size());
+        std::vector<bool> isFound(notes.size());
+        const auto append = [&](const Entry& note, std::string_view snippet) {
+            hits.emplace_back(folder, note.name, note.isDirectory, snippet);
+        };
         reader.read(listing.descriptor(), notes, [&](std::size_t note, std::string_view text) {
             const auto line = m_needle.firstLine(text);
             // Text is checked only where it matters; a file that is not UTF-8 counts as empty.
             if (!line || !isUtf8(text))
                 return;
-            const std::string_view snippet = snippetOf(text.substr(line->start, line->end - line->start));
-            snippets[note] = QByteArray(snippet.data(), qsizetype(snippet.size()));
+            append(notes[note], snippetOf(text.substr(line->start, line->end - line->start)));
+            isFound[note] = true;
         });
         reader.shrink();
-        std::vector<SearchHit> hits;
         for (std::size_t note = 0; note < notes.size(); ++note) {
-            if (snippets[note] || nameMatches(notes[note].name))
-                hits.push_back({folder.entry(notes[note].name, notes[note].isDirectory),
-                                std::move(snippets[note]).value_or(QByteArray())});
+            if (!isFound[note] && nameMatches(notes[note].name))
+                append(notes[note], {});
         }
-        return hits;
     }
 
 private:
@@ -80,12 +80,6 @@ bool isListedBefore(const FileURL& left, const FileURL& right)
         [](char byte) { return byte == '/' ? 0 : static_cast<unsigned char>(byte) + 1; });
 }
 
-std::string_view fileName(const FileURL& url)
-{
-    const std::string_view path(url.bytes().constData(), std::size_t(url.bytes().size()));
-    return path.substr(path.rfind('/') + 1);
-}
-
 /// Puts the element of place `places[i]` at place i, without a second list.
 void reorder(std::vector<SearchHit>& hits, std::vector<std::uint32_t> places)
 {
@@ -109,9 +103,9 @@ void sortByName(std::vector<SearchHit>& hits, const NameOrder& order)
     std::vector<std::string_view> names;
     names.reserve(hits.size());
     for (const SearchHit& hit : hits)
-        names.push_back(fileName(hit.url));
+        names.push_back(hit.name());
     const auto isBefore = [&](std::uint32_t left, std::uint32_t right) {
-        return isListedBefore(hits[left].url, hits[right].url);
+        return isListedBefore(hits[left].url(), hits[right].url());
     };
     reorder(hits, order.sorted(names, isBefore));
 }
@@ -132,7 +126,8 @@ std::vector<SearchHit> searchNotes(const FileURL& root, const QString& query, co
             if (entry.isDirectory)
                 subfolders.push_back({folder.entry(entry.name, true), true, std::vector<FileNode>()});
         }
-        std::vector<SearchHit> found = search.hits(folder, listing);
+        std::vector<SearchHit> found;
+        search.appendHits(found, folder, listing);
         const std::lock_guard lock(mutex);
         std::ranges::move(found, std::back_inserter(hits));
         return subfolders;

@@ -8,13 +8,12 @@ namespace wendlore {
 
 namespace {
 
-constexpr QByteArrayView prefix = ".wendlores-";
+constexpr QByteArrayView temporaryPrefix = ".wendlores-";
+constexpr QByteArrayView displacedPrefix = ".wendlores-former-";
 constexpr QByteArrayView alphabet = "abcdefghijklmnopqrstuvwxyz234567";
 constexpr int randomLetters = 12;
 
-} // namespace
-
-QByteArray temporaryName()
+QByteArray freshName(QByteArrayView prefix)
 {
     QByteArray name = prefix.toByteArray();
     for (int letter = 0; letter < randomLetters; ++letter)
@@ -22,11 +21,33 @@ QByteArray temporaryName()
     return name;
 }
 
-bool isTemporaryName(QByteArrayView name)
+bool isFreshName(QByteArrayView name, QByteArrayView prefix)
 {
     return name.size() == prefix.size() + randomLetters && name.startsWith(prefix) &&
            std::all_of(name.begin() + prefix.size(), name.end(),
                        [](char letter) { return alphabet.contains(letter); });
+}
+
+} // namespace
+
+QByteArray temporaryName()
+{
+    return freshName(temporaryPrefix);
+}
+
+bool isTemporaryName(QByteArrayView name)
+{
+    return isFreshName(name, temporaryPrefix);
+}
+
+QByteArray displacedName()
+{
+    return freshName(displacedPrefix);
+}
+
+bool isDisplacedName(QByteArrayView name)
+{
+    return isFreshName(name, displacedPrefix);
 }
 
 } // namespace wendlore

@@ -10,4 +10,10 @@ namespace wendlore {
 /// True for names that `temporaryName` gives.
 [[nodiscard]] bool isTemporaryName(QByteArrayView name);
 
+/// A fresh hidden name for a file that a new one takes the place of: nobody may simply remove it.
+[[nodiscard]] QByteArray displacedName();
+
+/// True for names that `displacedName` gives.
+[[nodiscard]] bool isDisplacedName(QByteArrayView name);
+
 } // namespace wendlore

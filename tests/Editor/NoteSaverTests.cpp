@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeDesktop.h"
+#include "Fakes/FaultyCalls.h"
 #include "Vault/AtomicFile.h"
 #include "Vault/RecoveredTexts.h"
 
@@ -48,13 +49,23 @@ struct Fixture final
 
     [[nodiscard]] NoteSaver::Result save(const QString& baseline, const QString& markdown)
     {
-        return NoteSaver(coordinator, recovered, workspace, [] { return now; })
+        return NoteSaver(
+                   coordinator, recovered, workspace, [] { return now; }, calls)
             .save(note, baseline, markdown);
     }
     [[nodiscard]] NoteSaver::Result saveAsOrdinaryUser(const QString& baseline, const QString& markdown)
     {
         const OrdinaryUser user;
         return save(baseline, markdown);
+    }
+    /// Lets something happen between our last look at the note and the moment when our text takes its place.
+    void atExchange(std::function<void()> happen)
+    {
+        calls.interfere = [happen = std::move(happen)](int, const QByteArray& call) {
+            if (call == "exchange")
+                happen();
+            return 0;
+        };
     }
     /// Puts a file where the folder of the recovered texts would have to be made.
     void blockRecoveredTexts() const
@@ -80,6 +91,7 @@ struct Fixture final
     QTemporaryDir stateFolder;
     FakeFileCoordinator coordinator;
     FakeWorkspace workspace;
+    FaultyCalls calls;
     RecoveredTexts recovered{FileURL::directory(stateFolder.filePath(u"recovered"_s))};
     FileURL note = bucket.file(u"Möte.md"_s);
 };
@@ -97,6 +109,9 @@ private Q_SLOTS:
     void anotherVersionGoesToAConflictCopy();
     void aVersionThatArrivesDuringTheSaveIsKeptToo_data();
     void aVersionThatArrivesDuringTheSaveIsKeptToo();
+    void aVersionThatComesWithTheReplacementIsKeptToo();
+    void whatComesWithTheReplacementButIsKnownIsNoConflict();
+    void aFileThatComesWithTheReplacementAndCannotBeReadIsKeptToo();
     void aNoteThatAppearsDuringTheSaveIsKeptToo();
     void aNoteThatNeverRestsIsLeftForLater();
     void aConflictIsLoggedWithTheNumbersOfCharacters();
@@ -180,6 +195,47 @@ void NoteSaverTests::aVersionThatArrivesDuringTheSaveIsKeptToo()
     QCOMPARE(f.bucket.names(), names);
     QCOMPARE(result.conflictCopy, f.bucket.file(names.first()));
     QCOMPARE(f.bucket.read(names.first()), "deras sista");
+    QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+}
+
+void NoteSaverTests::aVersionThatComesWithTheReplacementIsKeptToo()
+{
+    Fixture f("gammalt");
+    f.atExchange([&f] { f.bucket.write(u"Möte.md"_s, "deras sista"); });
+
+    const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+
+    QVERIFY(result.isKept);
+    QCOMPARE(f.bucket.names(), QStringList({copyName, u"Möte.md"_s}));
+    QCOMPARE(result.conflictCopy, f.bucket.file(copyName));
+    QCOMPARE(f.bucket.read(copyName), "deras sista");
+    QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
+}
+
+void NoteSaverTests::whatComesWithTheReplacementButIsKnownIsNoConflict()
+{
+    Fixture f("gammalt");
+    f.atExchange([&f] { f.bucket.write(u"Möte.md"_s, "vårt"); });
+
+    const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+
+    QVERIFY(result.isKept);
+    QVERIFY(result.conflictCopy.isEmpty());
+    QCOMPARE(f.bucket.names(), QStringList(u"Möte.md"_s));
+}
+
+void NoteSaverTests::aFileThatComesWithTheReplacementAndCannotBeReadIsKeptToo()
+{
+    Fixture f("gammalt");
+    f.atExchange([&f] {
+        f.bucket.remove(u"Möte.md"_s);
+        QCOMPARE(::symlink("annan fil", f.note.bytes().constData()), 0);
+    });
+
+    const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+
+    QVERIFY(result.isKept);
+    QCOMPARE(QFile::symLinkTarget(f.bucket.file(copyName).path()), f.bucket.file(u"annan fil"_s).path());
     QCOMPARE(f.bucket.read(u"Möte.md"_s), "vårt");
 }
 

@@ -9,6 +9,15 @@
 using namespace wendlore;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+SearchHit hit(const Bucket& bucket, std::string_view name, std::string_view snippet)
+{
+    return {bucket.root(), name, false, snippet};
+}
+
+} // namespace
+
 class AppStateSearchTests final : public QObject
 {
     Q_OBJECT
@@ -38,8 +47,8 @@ void AppStateSearchTests::theQuerysOuterBlanksDoNotCount()
     state.performSearch();
 
     QCOMPARE(changes.count(), 1);
-    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{{bucket.file(u"B.md"_s), "vårt MÖTE"},
-                                                            {bucket.file(u"Möte.md"_s), {}}}));
+    QCOMPARE(state.searchResults(),
+             (std::vector<SearchHit>{hit(bucket, "B.md", "vårt MÖTE"), hit(bucket, "Möte.md", "")}));
 }
 
 void AppStateSearchTests::aBlankQueryFindsNothing()
@@ -83,7 +92,7 @@ void AppStateSearchTests::everySearchReadsTheDiskAnew()
     bucket.write(u"Ny.md"_s, "ring Anna");
     state.performSearch();
 
-    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{{bucket.file(u"Ny.md"_s), "ring Anna"}}));
+    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{hit(bucket, "Ny.md", "ring Anna")}));
 }
 
 void AppStateSearchTests::aSearchInTheBackgroundShowsItsResultsWhenItEnds()
@@ -100,7 +109,7 @@ void AppStateSearchTests::aSearchInTheBackgroundShowsItsResultsWhenItEnds()
     desktop.scheduler.finishBackgroundWork();
 
     QVERIFY(!state.isSearching());
-    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{{bucket.file(u"A.md"_s), "ring Anna"}}));
+    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{hit(bucket, "A.md", "ring Anna")}));
 }
 
 void AppStateSearchTests::ofSearchesInTheBackgroundTheLastQueryWins()
@@ -121,7 +130,7 @@ void AppStateSearchTests::ofSearchesInTheBackgroundTheLastQueryWins()
     desktop.scheduler.finishNextBackgroundWork();
 
     QVERIFY(!state.isSearching());
-    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{{bucket.file(u"B.md"_s), "två"}}));
+    QCOMPARE(state.searchResults(), (std::vector<SearchHit>{hit(bucket, "B.md", "två")}));
 }
 
 void AppStateSearchTests::aBlankQueryEndsASearchInTheBackground()

@@ -2,6 +2,7 @@
 
 #include "Fakes/Bucket.h"
 #include "Fakes/ChildProcess.h"
+#include "Vault/RecoveredTexts.h"
 #include "Vault/TemporaryName.h"
 
 #include <QTest>
@@ -13,6 +14,7 @@
 
 using namespace wendlore;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -50,6 +52,7 @@ private Q_SLOTS:
     void ofManyProcessesOneCreatesTheFile();
     void sweepingRemovesLeftoversOnly();
     void sweepingSparesAWriteInProgress();
+    void displacedVersionsOfAKilledWriterAreRecovered();
 };
 
 void AtomicFileTests::anExistingFileIsReplaced()
@@ -365,6 +368,22 @@ void AtomicFileTests::sweepingSparesAWriteInProgress()
     QCOMPARE(AtomicFile::sweepLeftovers(bucket.root()), 0);
     ::close(file);
     QCOMPARE(AtomicFile::sweepLeftovers(bucket.root()), 1);
+}
+
+void AtomicFileTests::displacedVersionsOfAKilledWriterAreRecovered()
+{
+    const Bucket bucket({{"A.md", "text"}, {"återfunna/", ""}});
+    bucket.write(QString::fromLatin1(displacedName()), "deras");
+    bucket.write(QString::fromLatin1(displacedName()), "");
+    RecoveredTexts recovered(bucket.folder(u"återfunna"_s));
+
+    QCOMPARE(AtomicFile::sweepLeftovers(bucket.root()), 0);
+    QCOMPARE(AtomicFile::recoverDisplaced(bucket.root(), recovered), 0); // its writer may still live
+    QCOMPARE(AtomicFile::recoverDisplaced(bucket.root(), recovered, 0s), 2);
+
+    QCOMPARE(bucket.names(), QStringList({u"A.md"_s, u"återfunna"_s}));
+    QCOMPARE(bucket.names(u"återfunna"_s).size(), 1);
+    QCOMPARE(bucket.read(u"återfunna/"_s + bucket.names(u"återfunna"_s).first()), "deras");
 }
 
 QTEST_APPLESS_MAIN(AtomicFileTests)

@@ -3,7 +3,13 @@
 #include "Vault/AtomicFile.h"
 #include "Vault/FileWrite.h"
 
+#include <QSemaphore>
 #include <QTest>
+
+#include <cstdio>
+#include <thread>
+
+#include <fcntl.h>
 
 using namespace wendlore;
 using namespace Qt::StringLiterals;
@@ -21,6 +27,11 @@ private Q_SLOTS:
     void aTargetThatChangedSinceItWasSeenIsLeft_data();
     void aTargetThatChangedSinceItWasSeenIsLeft();
     void aTargetThatIsAsItWasSeenIsReplaced();
+    void aVersionThatComesWithTheReplacementIsKept();
+    void whateverComesInTheLastMomentNothingIsLost();
+    void aTargetThatVanishesWithTheReplacementIsMadeAgain();
+    void aTargetThatAppearsAgainIsLeft();
+    void replacingWorksWithoutExchange();
     void aTargetThatAppearsWhileCreatingIsKept_data();
     void aTargetThatAppearsWhileCreatingIsKept();
     void creatingWorksWithoutCall_data();
@@ -134,6 +145,106 @@ void FileWriteReplaceTests::aTargetThatIsAsItWasSeenIsReplaced()
     bucket.remove(u"A.md"_s);
     QCOMPARE(write().outcome, WriteOutcome::Replaced);
     QCOMPARE(bucket.read(u"A.md"_s), "vår");
+}
+
+void FileWriteReplaceTests::aVersionThatComesWithTheReplacementIsKept()
+{
+    const Bucket bucket({{"A.md", "sedd"}});
+    FaultyCalls calls;
+    calls.interfere = [&](int, const QByteArray& call) {
+        if (call == "exchange")
+            bucket.write(u"A.md"_s, "deras");
+        return 0;
+    };
+
+    const WriteResult result = FileWrite(calls, {}, bucket.file(u"A.md"_s), "vår").writeOver("sedd");
+
+    QCOMPARE(result.outcome, WriteOutcome::Replaced);
+    QCOMPARE(bucket.read(u"A.md"_s), "vår");
+    QCOMPARE(bucket.names(), QStringList({result.displaced.lastPathComponent(), u"A.md"_s}));
+    QCOMPARE(bucket.read(result.displaced.lastPathComponent()), "deras");
+    QCOMPARE(AtomicFile::sweepLeftovers(bucket.root()), 0);
+}
+
+void FileWriteReplaceTests::whateverComesInTheLastMomentNothingIsLost()
+{
+    constexpr int rounds = 150;
+    for (int round = 0; round < rounds; ++round) {
+        const Bucket bucket({{"A.md", "sedd"}, {"B.md", "deras"}});
+        const QByteArray here = bucket.file(u"A.md"_s).bytes();
+        const QByteArray there = bucket.file(u"B.md"_s).bytes();
+        QSemaphore hasLooked;
+        std::jthread other([&] {
+            hasLooked.acquire();
+            ::renameat2(AT_FDCWD, there.constData(), AT_FDCWD, here.constData(), RENAME_EXCHANGE);
+        });
+        FaultyCalls calls;
+        calls.interfere = [&](int, const QByteArray& call) {
+            if (call == "renameat" && hasLooked.available() == 0)
+                hasLooked.release();
+            return 0;
+        };
+
+        const WriteResult result = FileWrite(calls, {}, bucket.file(u"A.md"_s), "vår").writeOver("sedd");
+        hasLooked.release(); // in case it never looked
+        other.join();
+
+        QByteArrayList kept;
+        for (const QString& name : bucket.names())
+            kept.append(bucket.read(name));
+        QVERIFY(kept.contains("deras"));
+        QCOMPARE(kept.contains("vår"), result.outcome == WriteOutcome::Replaced);
+    }
+}
+
+void FileWriteReplaceTests::aTargetThatVanishesWithTheReplacementIsMadeAgain()
+{
+    const Bucket bucket({{"A.md", "sedd"}});
+    FaultyCalls calls;
+    calls.interfere = [&](int, const QByteArray& call) {
+        if (call == "exchange")
+            bucket.remove(u"A.md"_s);
+        return 0;
+    };
+
+    const WriteResult result = FileWrite(calls, {}, bucket.file(u"A.md"_s), "vår").writeOver("sedd");
+
+    QCOMPARE(result.outcome, WriteOutcome::Replaced);
+    QCOMPARE(bucket.read(u"A.md"_s), "vår");
+    QCOMPARE(bucket.names(), QStringList(u"A.md"_s));
+}
+
+void FileWriteReplaceTests::aTargetThatAppearsAgainIsLeft()
+{
+    const Bucket bucket;
+    FaultyCalls calls;
+    calls.interfere = [&](int, const QByteArray& call) {
+        if (call == "renameat2")
+            bucket.write(u"A.md"_s, "deras");
+        return 0;
+    };
+
+    const WriteResult result = FileWrite(calls, {}, bucket.file(u"A.md"_s), "vår").writeOver("sedd");
+
+    QCOMPARE(result.outcome, WriteOutcome::Changed);
+    QCOMPARE(bucket.read(u"A.md"_s), "deras");
+    QCOMPARE(bucket.names(), QStringList(u"A.md"_s));
+}
+
+void FileWriteReplaceTests::replacingWorksWithoutExchange()
+{
+    for (const int error : {EINVAL, ENOSYS, EOPNOTSUPP}) {
+        const Bucket bucket({{"A.md", "sedd"}});
+        FaultyCalls calls;
+        calls.interfere = [&](int, const QByteArray& call) { return call == "exchange" ? error : 0; };
+
+        const WriteResult result = FileWrite(calls, {}, bucket.file(u"A.md"_s), "vår").writeOver("sedd");
+
+        QCOMPARE(result.outcome, WriteOutcome::Replaced);
+        QVERIFY(result.displaced.isEmpty());
+        QCOMPARE(bucket.read(u"A.md"_s), "vår");
+        QCOMPARE(bucket.names(), QStringList(u"A.md"_s));
+    }
 }
 
 void FileWriteReplaceTests::aTargetThatAppearsWhileCreatingIsKept_data()

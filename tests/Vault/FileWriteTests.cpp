@@ -15,6 +15,7 @@
 
 using namespace wendlore;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -69,7 +70,7 @@ void FileWriteTests::init()
 void FileWriteTests::addWays()
 {
     QTest::addColumn<QByteArray>("way");
-    for (const char* way : {"replace", "make", "in place", "in place, shorter", "create"})
+    for (const char* way : {"replace", "over", "make", "in place", "in place, shorter", "create"})
         QTest::newRow(way) << QByteArray(way);
 }
 
@@ -91,6 +92,8 @@ WriteResult FileWriteTests::write(const QByteArray& way, FaultyCalls& calls) con
     calls.largestWrite = pieceSize;
     const QByteArray bytes = way.endsWith("shorter") ? newText.first(2000) : newText;
     FileWrite write(calls, m_backups, m_note, bytes);
+    if (way == "over")
+        return write.writeOver(oldText);
     return way == "create" ? write.create() : write.write();
 }
 
@@ -109,6 +112,7 @@ void FileWriteTests::restart() const
     RecoveredTexts recovered(m_bucket->folder(u"state/recovered"_s));
     (void)AtomicFile::settleInterruptedWrites(recovered);
     AtomicFile::sweepLeftovers(m_bucket->folder(u"anteckningar"_s));
+    AtomicFile::recoverDisplaced(m_bucket->folder(u"anteckningar"_s), recovered, 0s);
 }
 
 bool FileWriteTests::holdsOldOrNew(const QByteArray& way) const

@@ -4,8 +4,12 @@
 
 #include "Vault/ByteScanner.h"
 
+#include <QFile>
 #include <QMap>
 #include <QTest>
+
+#include <algorithm>
+#include <span>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -43,6 +47,8 @@ private Q_SLOTS:
     void passesOverWhatIsNoFile();
     void passesOverWhatHasTakenAFilesPlace();
     void filesThatTheSystemHasForgottenAreReadFromTheDisk();
+    void filesOfWholePagesAreReadWhole();
+    void aFileSystemThatGivesAnyPieceIsReadToTheEnd();
     void bytesBehindTheTextAreReadable();
     void aLargeFileBetweenSmallOnesIsReadWhole();
 };
@@ -102,7 +108,8 @@ void NoteReaderTests::filesThatTheSystemHasForgottenAreReadFromTheDisk()
         bucket.write(QString::number(i), QByteArray(10'000, 'x') + QByteArray::number(i));
         const int file = ::open(bucket.file(QString::number(i)).bytes().constData(), O_RDONLY);
         QCOMPARE(::fsync(file), 0);
-        QCOMPARE(::posix_fadvise(file, 0, i % 3 == 0 ? 4096 : 0, POSIX_FADV_DONTNEED), 0);
+        // All of it, its beginning or its end.
+        QCOMPARE(::posix_fadvise(file, i % 3 == 1 ? 4096 : 0, i % 3 == 0 ? 4096 : 0, POSIX_FADV_DONTNEED), 0);
         ::close(file);
     }
     NoteReader reader;
@@ -112,6 +119,40 @@ void NoteReaderTests::filesThatTheSystemHasForgottenAreReadFromTheDisk()
     QCOMPARE(texts.size(), 100);
     for (int i = 0; i < 100; ++i)
         QCOMPARE(texts[QByteArray::number(i)], QByteArray(10'000, 'x') + QByteArray::number(i));
+}
+
+void NoteReaderTests::filesOfWholePagesAreReadWhole()
+{
+    const Bucket bucket;
+    for (int size : {4095, 4096, 4097, 8192, 256 * 1024 - 1, 256 * 1024, 256 * 1024 + 1})
+        bucket.write(QString::number(size), QByteArray(size, 'x'));
+    NoteReader reader;
+
+    const auto texts = read(reader, bucket);
+
+    QCOMPARE(texts.size(), 7);
+    for (const auto& [name, text] : texts.asKeyValueRange())
+        QCOMPARE(text.size(), name.toInt());
+}
+
+void NoteReaderTests::aFileSystemThatGivesAnyPieceIsReadToTheEnd()
+{
+    // The kernel's own files come a piece at a time, whatever is asked for.
+    const FolderListing listing(FileURL::fromBytes("/proc", true), FollowLink::No);
+    const auto file = std::ranges::find(listing.entries(), "kallsyms", &FolderListing::Entry::name);
+    QVERIFY(file != listing.entries().end());
+    QFile whole(u"/proc/kallsyms"_s);
+    QVERIFY(whole.open(QIODevice::ReadOnly));
+    const QByteArray expected = whole.readAll();
+    NoteReader reader;
+    QByteArray text;
+
+    reader.read(listing.descriptor(), std::span(&*file, 1), [&](std::size_t, std::string_view bytes) {
+        text = QByteArray(bytes.data(), qsizetype(bytes.size()));
+    });
+
+    QVERIFY(expected.size() > 4096);
+    QCOMPARE(text.size(), expected.size());
 }
 
 void NoteReaderTests::bytesBehindTheTextAreReadable()

@@ -29,7 +29,7 @@ QStringList names(const std::vector<SearchHit>& hits)
 {
     QStringList names;
     for (const SearchHit& hit : hits)
-        names.append(hit.url.lastPathComponent());
+        names.append(hit.url().lastPathComponent());
     return names;
 }
 
@@ -76,15 +76,15 @@ void NoteSearchTests::aNoteThatMatchesByNameOnlyHasNoSnippet()
     const auto hits = search(bucket, u"möte"_s);
 
     QCOMPARE(hits.size(), 2U);
-    QCOMPARE(hits[0].snippet, QByteArray());
-    QCOMPARE(hits[1].snippet, "om mötet");
+    QCOMPARE(hits[0].snippet(), QByteArray());
+    QCOMPARE(hits[1].snippet(), "om mötet");
 }
 
 void NoteSearchTests::theSnippetIsTheFirstMatchingLineWithoutItsIndentation()
 {
     const Bucket bucket({{"A.md", "# Lista\n\t  - [ ] Ring Anna \t\n- [ ] Anna igen\n"}});
 
-    QCOMPARE(search(bucket, u"anna"_s)[0].snippet, "- [ ] Ring Anna");
+    QCOMPARE(search(bucket, u"anna"_s)[0].snippet(), "- [ ] Ring Anna");
 }
 
 void NoteSearchTests::theSnippetOfALongLineIsItsFirst120Characters()
@@ -93,7 +93,7 @@ void NoteSearchTests::theSnippetOfALongLineIsItsFirst120Characters()
     const Bucket bucket;
     bucket.write(u"A.md"_s, line.toUtf8());
 
-    QCOMPARE(search(bucket, u"anna"_s)[0].snippet, QByteArray("å").repeated(120));
+    QCOMPARE(search(bucket, u"anna"_s)[0].snippet(), QByteArray("å").repeated(120));
 }
 
 void NoteSearchTests::hitsAreOrderedAsAFileBrowserOrdersNames()
@@ -112,7 +112,7 @@ void NoteSearchTests::notesOfOneNameInTwoFoldersKeepTheListsOrder()
 
     std::vector<FileURL> found;
     for (const SearchHit& hit : hits)
-        found.push_back(hit.url);
+        found.push_back(hit.url());
     QCOMPARE(found, allMarkdownFiles(bucket.root()));
 }
 
@@ -163,7 +163,7 @@ void NoteSearchTests::textThatIsNotUtf8CountsAsEmpty()
     const auto hits = search(bucket, u"anna"_s);
 
     QCOMPARE(names(hits), QStringList({u"Anna.md"_s, u"Annas.md"_s}));
-    QCOMPARE(hits[1].snippet, QByteArray());
+    QCOMPARE(hits[1].snippet(), QByteArray());
 }
 
 void NoteSearchTests::namesThatAreNotUtf8AreKept()
@@ -178,8 +178,8 @@ void NoteSearchTests::namesThatAreNotUtf8AreKept()
     const auto hits = search(bucket, u"anna"_s);
 
     QCOMPARE(hits.size(), 1U);
-    QCOMPARE(hits[0].url, odd);
-    QCOMPARE(hits[0].snippet, "anna");
+    QCOMPARE(hits[0].url(), odd);
+    QCOMPARE(hits[0].snippet(), "anna");
 }
 
 void NoteSearchTests::emptyAndHugeNotesAreSearched()
@@ -192,7 +192,7 @@ void NoteSearchTests::emptyAndHugeNotesAreSearched()
     const auto hits = search(bucket, u"anna"_s);
 
     QCOMPARE(names(hits), QStringList({u"Stor.md"_s}));
-    QCOMPARE(hits[0].snippet, QByteArray("x").repeated(120));
+    QCOMPARE(hits[0].snippet(), QByteArray("x").repeated(120));
 }
 
 void NoteSearchTests::sizesAroundTheBuffersEndAreReadWhole_data()
@@ -253,7 +253,7 @@ void NoteSearchTests::aPipeNeverHoldsUpASearch()
     const auto hits = search(bucket, u"anna"_s);
 
     QCOMPARE(names(hits), QStringList({u"A.md"_s, u"anna.md"_s}));
-    QCOMPARE(hits[1].snippet, QByteArray());
+    QCOMPARE(hits[1].snippet(), QByteArray());
 }
 
 void NoteSearchTests::notesThatVanishMeanwhileDoNoHarm()
@@ -288,7 +288,7 @@ void NoteSearchTests::everyNoteOfALargeBucketIsFound()
 
     QCOMPARE(hits.size(), 1000U);
     for (std::size_t i = 0; i < hits.size(); ++i)
-        QCOMPARE(hits[i].url.nameWithoutExtension(), QString::number(2 * i));
+        QCOMPARE(hits[i].url().nameWithoutExtension(), QString::number(2 * i));
 }
 
 QTEST_GUILESS_MAIN(NoteSearchTests)
