@@ -39,7 +39,7 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     , m_content(new ContentView(state, new SidebarView(state)))
     , m_menus(new MenuCommands(state, state, *this, MenuCommands::Scene::main))
     , m_tabs(new WindowTabBar(this))
-    , m_closing(*this, session())
+    , m_closing(*this, m_content->detail().editor())
 {
     buildContent();
     connectSidebar(*m_content->findChild<SidebarView*>());

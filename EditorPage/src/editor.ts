@@ -129,12 +129,15 @@ export class NoteEditor implements Folded {
 
   /** Takes the keyboard; in a note where no caret was set yet it goes to the end. */
   focus(): void {
-    if (!this.#placed) {
+    const isPlaced = this.#placed;
+    if (!isPlaced) {
       this.#folding.unfoldEnd();
       const { state } = this.view;
-      this.view.dispatch(state.tr.setSelection(lastPlace(state.doc)).scrollIntoView());
+      this.view.dispatch(state.tr.setSelection(lastPlace(state.doc)));
     }
     this.view.focus();
+    // Without the focus there is no place in the page to bring into view.
+    if (!isPlaced) this.view.dispatch(this.view.state.tr.scrollIntoView());
   }
 
   /** Brings the document to what `change` says of the same text. False when it cannot be changed now. */

@@ -46,6 +46,8 @@ public:
     [[nodiscard]] const QString& title() const { return m_title; }
     /// What the user has to be told about a conflict; empty when there is nothing to tell.
     [[nodiscard]] const QString& conflictNotice() const { return m_conflictNotice; }
+    /// True while something is not written yet; after a `flush`, when it could be kept nowhere at all.
+    [[nodiscard]] bool hasUnsavedText() const { return !m_unsaved.empty(); }
     [[nodiscard]] bool isLoading() const { return m_read != nullptr; }
 
     /// Writes what is waiting and goes on with `note`.

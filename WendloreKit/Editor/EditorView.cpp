@@ -10,7 +10,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QMessageBox>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <QWebEnginePage>
@@ -48,7 +47,6 @@ EditorView::EditorView(AppState& appState, QWidget* parent)
     auto* link = new QShortcut(Qt::CTRL | Qt::Key_K, this);
     link->setContext(Qt::WidgetWithChildrenShortcut);
     connect(link, &QShortcut::activated, prompts, &EditorPrompts::showLinkPrompt);
-    connect(&m_session, &EditorSession::conflictNoticeChanged, this, &EditorView::showConflictNotice);
     connect(&m_session, &EditorSession::focusTaken, this, [this] { setFocus(); });
     connect(&appState.editorController(), &WebEditorController::focused, this, [this] { setFocus(); });
     connect(&appState.editorController(), &WebEditorController::becameReady, this,
@@ -112,22 +110,6 @@ bool EditorView::event(QEvent* event)
         break;
     }
     return QWidget::event(event);
-}
-
-void EditorView::showConflictNotice()
-{
-    if (m_notice) {
-        m_notice->hide();
-        m_notice->deleteLater(); // its own button may be what brought us here
-    }
-    m_notice = nullptr;
-    if (m_session.conflictNotice().isEmpty())
-        return;
-    m_notice = new QMessageBox(QMessageBox::Warning, u"Versionskonflikt"_s, m_session.conflictNotice(),
-                               QMessageBox::NoButton, this);
-    m_notice->addButton(u"OK"_s, QMessageBox::AcceptRole);
-    connect(m_notice, &QMessageBox::finished, &m_session, &EditorSession::dismissConflictNotice);
-    m_notice->open();
 }
 
 } // namespace wendlore

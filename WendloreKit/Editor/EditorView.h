@@ -5,14 +5,13 @@
 #include <QPointer>
 #include <QWidget>
 
-class QMessageBox;
 class QWebEngineView;
 
 namespace wendlore {
 
 class EditorBar;
 
-/// Shows the note that its session edits, and tells the user of conflicts.
+/// Shows the note that its session edits.
 class EditorView final : public QWidget
 {
     Q_OBJECT
@@ -32,14 +31,12 @@ private:
     void showWebView();
     /// Gives the page the window's colours, and the web view the ground to show until the page has painted.
     void takeColors();
-    void showConflictNotice();
     void giveFocusBack();
 
     AppState& m_appState;
     EditorSession m_session;
     QPointer<QWebEngineView> m_webView;
     EditorBar* m_inlineToolbar = nullptr;
-    QMessageBox* m_notice = nullptr;
 };
 
 } // namespace wendlore

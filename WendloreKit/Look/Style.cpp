@@ -3,6 +3,7 @@
 #include "Look/Colors.h"
 #include "Look/Drawing.h"
 #include "Look/Metrics.h"
+#include "Look/StyleComboBox.h"
 #include "Look/StyleMenus.h"
 #include "Look/StyleScrollBars.h"
 #include "Look/Symbols.h"
@@ -117,7 +118,8 @@ Style::Style()
 void Style::polish(QWidget* widget)
 {
     QProxyStyle::polish(widget);
-    if (qobject_cast<QAbstractButton*>(widget) || widget->inherits("QScrollBar"))
+    if (qobject_cast<QAbstractButton*>(widget) || widget->inherits("QScrollBar") ||
+        widget->inherits("QComboBox"))
         widget->setAttribute(Qt::WA_Hover);
     // The menus and sheets of a window with colours of its own are windows that would not get them.
     const QWidget* parent = widget->parentWidget();
@@ -188,7 +190,10 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
                                const QWidget* widget) const
 {
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    if (control == CC_ScrollBar && slider)
+    const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (control == CC_ComboBox && box)
+        drawComboBox(*painter, *box);
+    else if (control == CC_ScrollBar && slider)
         drawScrollBar(*painter, *slider,
                       slider->palette.color(widget ? widget->backgroundRole() : QPalette::Window),
                       subControlRect(control, option, SC_ScrollBarSlider, widget));
@@ -214,6 +219,9 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, con
             return {button->fontMetrics.horizontalAdvance(button->text) + 2 * buttonPadding,
                     pushButtonHeight};
         break;
+    case CT_ComboBox:
+        return {QProxyStyle::sizeFromContents(type, option, size, widget).width() + metrics::inset,
+                comboBoxHeight};
     case CT_LineEdit:
         return {size.width() + 2 * metrics::inset, std::max(size.height(), lineEditHeight)};
     case CT_MenuItem:

@@ -5,6 +5,9 @@
 #include "Editor/WebEngineEditorView.h"
 #include "Vault/AtomicFile.h"
 
+#include <QDeadlineTimer>
+#include <QThreadPool>
+
 using namespace Qt::StringLiterals;
 
 namespace wendlore {
@@ -32,6 +35,13 @@ Services Desktop::services()
             m_workspace, m_panels,
             m_scheduler, m_recovered,
             m_trash,     [] { return std::make_unique<WebEngineEditorView>(); }};
+}
+
+bool Desktop::waitForWork(std::chrono::milliseconds patience)
+{
+    const QDeadlineTimer end(patience);
+    return m_scheduler.waitForWork(patience) &&
+           QThreadPool::globalInstance()->waitForDone(static_cast<int>(end.remainingTime()));
 }
 
 } // namespace wendlore

@@ -33,6 +33,8 @@ public:
     explicit Desktop(const ProgramFolders& folders = ProgramFolders::standard());
 
     [[nodiscard]] Services services();
+    /// Waits for work in the background, as long as `patience`; false when some of it still goes on.
+    [[nodiscard]] bool waitForWork(std::chrono::milliseconds patience);
     [[nodiscard]] SettingsFile& defaults() { return m_defaults; }
 
 private:

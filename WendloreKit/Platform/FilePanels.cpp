@@ -5,11 +5,14 @@
 #include "Vault/DiskEntry.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QStandardPaths>
+#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 
@@ -42,6 +45,24 @@ void addCloudLocations(QFileDialog& dialog)
                         -1);
 }
 
+/// Where the user looked last, else at home rather than where the program happened to be started.
+void startAtHome(QFileDialog& dialog)
+{
+    if (dialog.directory() == QDir::current())
+        dialog.setDirectory(QDir::homePath());
+}
+
+/// Gives kinds, sizes and dates the room that they need and names all the rest; only Qt's own form of the
+/// dialog has these columns.
+void setColumns(const QFileDialog& dialog)
+{
+    auto* const files = dialog.findChild<QTreeView*>(u"treeView"_s);
+    if (!files)
+        return;
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
 /// One filter for all patterns, however the files' names are written.
 QString filterOf(const QStringList& patterns)
 {
@@ -55,6 +76,7 @@ QString filterOf(const QStringList& patterns)
 /// place.
 std::optional<FileURL> choose(QFileDialog& dialog, DiskEntry kind)
 {
+    setColumns(dialog);
     dialog.resize(size);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
@@ -68,6 +90,7 @@ std::optional<FileURL> choose(QFileDialog& dialog, DiskEntry kind)
 std::optional<FileURL> FilePanels::chooseFolder(const QString& prompt, const QString& message)
 {
     QFileDialog dialog(QApplication::activeWindow());
+    startAtHome(dialog);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     addCloudLocations(dialog);
@@ -80,6 +103,7 @@ std::optional<FileURL> FilePanels::chooseFile(const QString& prompt, const QStri
 {
     QFileDialog dialog(QApplication::activeWindow());
     const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    startAtHome(dialog);
     if (start == Start::pictures && QFileInfo(pictures).isDir())
         dialog.setDirectory(pictures);
     dialog.setFileMode(QFileDialog::ExistingFile);

@@ -73,4 +73,9 @@ std::unique_ptr<ScheduledTask> QtScheduler::inBackground(std::function<std::func
     return task;
 }
 
+bool QtScheduler::waitForWork(std::chrono::milliseconds patience)
+{
+    return m_threads.waitForDone(static_cast<int>(patience.count()));
+}
+
 } // namespace wendlore

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QThreadPool>
 
+#include <chrono>
+
 namespace wendlore {
 
 /// Runs tasks by the event loop of the thread that it lives in, and background work on threads of its own,
@@ -18,6 +20,9 @@ public:
                                                        std::function<void()> work) override;
     [[nodiscard]] std::unique_ptr<ScheduledTask>
     inBackground(std::function<std::function<void()>()> work) override;
+
+    /// Waits for the work that is under way, as long as `patience`; false when some of it still goes on.
+    [[nodiscard]] bool waitForWork(std::chrono::milliseconds patience);
 
 private:
     QObject m_context;

@@ -1,5 +1,6 @@
 #include "Platform/QuitSignals.h"
 
+#include <QGuiApplication>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -42,8 +43,10 @@ QuitSignals::QuitSignals(QObject* parent)
     auto* notifier = new QSocketNotifier(m_pipe[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
         char bytes[16];
-        if (::read(m_pipe[0], bytes, sizeof bytes) > 0)
-            Q_EMIT quitRequested();
+        if (::read(m_pipe[0], bytes, sizeof bytes) <= 0)
+            return;
+        QGuiApplication::sync(); // keys that were pressed before are heard before
+        Q_EMIT quitRequested();
     });
     handle(&noteSignal);
 }

@@ -4,6 +4,7 @@
 #include "Previews/FileOpenElsewhereView.h"
 #include "Previews/FileViewer.h"
 
+#include "Editor/ConflictNotice.h"
 #include "Editor/EditorSession.h"
 #include "Editor/EditorView.h"
 #include "Editor/WebEditorController.h"
@@ -13,6 +14,8 @@
 #include "Vault/FilePreviewKind.h"
 
 #include <QLabel>
+#include <QStackedWidget>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -33,9 +36,10 @@ QWidget* makePlaceholder(QWidget* parent)
 } // namespace
 
 PreviewArea::PreviewArea(AppState& state, Host host, QWidget* parent)
-    : QStackedWidget(parent)
+    : QWidget(parent)
     , m_state(state)
     , m_host(host)
+    , m_stack(new QStackedWidget(this))
     , m_empty(new EmptyVaultView(state, this))
     , m_placeholder(makePlaceholder(this))
     , m_elsewhere(new FileOpenElsewhereView(this))
@@ -43,11 +47,21 @@ PreviewArea::PreviewArea(AppState& state, Host host, QWidget* parent)
 {
     for (QWidget* view :
          {m_empty, m_placeholder, static_cast<QWidget*>(m_elsewhere), static_cast<QWidget*>(m_editor)})
-        addWidget(view);
+        m_stack->addWidget(view);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(new ConflictNotice(*m_editor, this));
+    layout->addWidget(m_stack, 1);
     connect(&state, &AppState::vaultURLChanged, this, &PreviewArea::showSelection);
     connect(&state, &AppState::selectedFileChanged, this, &PreviewArea::showSelection);
     connect(&OpenFileWindows::shared(), &OpenFileWindows::openChanged, this, &PreviewArea::showSelection);
     showSelection();
+}
+
+QWidget* PreviewArea::currentWidget() const
+{
+    return m_stack->currentWidget();
 }
 
 void PreviewArea::showSelection()
@@ -63,7 +77,7 @@ void PreviewArea::showSelection()
         makeViewer(*m_state.selectedFile());
     if (m_shown == Shown::elsewhere)
         m_elsewhere->setFile(*m_state.selectedFile());
-    setCurrentWidget(widgetFor(m_shown));
+    m_stack->setCurrentWidget(widgetFor(m_shown));
     Q_EMIT shownChanged();
 }
 
@@ -116,7 +130,7 @@ void PreviewArea::makeViewer(const FileURL& file)
     dropViewer();
     m_viewedFile = file;
     m_viewer = makeFileViewer(m_state, file, this);
-    addWidget(m_viewer);
+    m_stack->addWidget(m_viewer);
 }
 
 void PreviewArea::dropViewer()
@@ -124,7 +138,7 @@ void PreviewArea::dropViewer()
     m_viewedFile.reset();
     if (!m_viewer)
         return;
-    removeWidget(m_viewer);
+    m_stack->removeWidget(m_viewer);
     m_viewer->hide();
     m_viewer->deleteLater(); // a link in it may be what brought us here
     m_viewer = nullptr;

@@ -2,9 +2,11 @@
 
 #include "Vault/FileURL.h"
 
-#include <QStackedWidget>
+#include <QWidget>
 
 #include <optional>
+
+class QStackedWidget;
 
 namespace wendlore {
 
@@ -13,8 +15,9 @@ class EditorView;
 class FileOpenElsewhereView;
 
 /// Shows the selected file in the view that suits it: the editor for notes, else a viewer that is made for
-/// that file and goes with it.
-class PreviewArea final : public QStackedWidget
+/// that file and goes with it. What the user has to hear about a note stands above, also when another kind of
+/// file is shown by then.
+class PreviewArea final : public QWidget
 {
     Q_OBJECT
 
@@ -27,6 +30,8 @@ public:
     PreviewArea(AppState& state, Host host, QWidget* parent = nullptr);
 
     [[nodiscard]] Shown shown() const { return m_shown; }
+    /// The view that shows the selected file.
+    [[nodiscard]] QWidget* currentWidget() const;
     [[nodiscard]] EditorView& editor() const { return *m_editor; }
     /// Gives the keyboard to what is shown.
     void takeFocus();
@@ -45,6 +50,7 @@ private:
     AppState& m_state;
     Host m_host;
     Shown m_shown = Shown::placeholder;
+    QStackedWidget* m_stack;
     QWidget* m_empty;
     QWidget* m_placeholder;
     FileOpenElsewhereView* m_elsewhere;

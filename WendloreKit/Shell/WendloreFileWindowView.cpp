@@ -2,6 +2,7 @@
 
 #include "Shell/WindowClosing.h"
 
+#include "Editor/ConflictNotice.h"
 #include "Editor/EditorBar.h"
 #include "Editor/EditorSession.h"
 #include "Editor/EditorView.h"
@@ -74,7 +75,7 @@ QWidget* WendloreFileWindowView::makeEditor()
 {
     auto* pane = new QWidget(this);
     m_editor = new EditorView(*m_windowState, pane);
-    m_closing = std::make_unique<WindowClosing>(*this, m_editor->session());
+    m_closing = std::make_unique<WindowClosing>(*this, *m_editor);
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -82,6 +83,7 @@ QWidget* WendloreFileWindowView::makeEditor()
     m_title = new TitleField(bar);
     bar->setTitle(*m_title);
     layout->addWidget(bar);
+    layout->addWidget(new ConflictNotice(*m_editor, pane));
     layout->addWidget(m_editor, 1);
 
     EditorSession& session = m_editor->session();
@@ -134,8 +136,6 @@ void WendloreFileWindowView::disappear()
 
 void WendloreFileWindowView::closeEvent(QCloseEvent* event)
 {
-    if (m_editor)
-        m_editor->setEnabled(false); // no key may come after the last one is waited for
     if (m_closing && !m_closing->mayClose(*event))
         return;
     if (m_editor)

@@ -22,14 +22,20 @@
 #include <QFileInfo>
 #include <QLocale>
 
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <future>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace wendlore;
 
 namespace {
+
+/// How long work in the background, such as reading a folder, may go on after the last window has closed.
+constexpr auto workPatience = 2s;
 
 enum ExitCode { Succeeded = 0, Failed = 1, Misused = 2 };
 
@@ -63,20 +69,12 @@ Updater::Configuration updates()
             StandardPaths::cacheDirectory().appending(u"updates"_s, true)};
 }
 
-int run(QApplication& application, SingleInstance& instance, const CommandLine& commandLine)
+/// Shows the windows until the last one has closed and everything typed is written; gives the exit status.
+int showWindows(Desktop& desktop, DesktopAppearance& appearance, Style& style, SingleInstance& instance,
+                const CommandLine& commandLine)
 {
-    auto* style = new Style; // the application owns it
-    DesktopAppearance desktopAppearance;
-    QApplication::setStyle(style);
-    QApplication::setFont(interfaceFont());
-    SwedishTexts texts;
-    QCoreApplication::installTranslator(&texts);
-
-    Desktop desktop;
-    static_cast<void>(resourceBundle());
-
     QuitSignals signals; // who asks early is heard once the program runs
-    WendloreApp app(desktop.services(), desktopAppearance, *style, updates());
+    WendloreApp app(desktop.services(), appearance, style, updates());
     if (commandLine.location)
         openLocation(app.appState(), *commandLine.location);
     QObject::connect(&instance, &SingleInstance::activated, &app, [&app] { bringForward(app.mainWindow()); });
@@ -85,7 +83,25 @@ int run(QApplication& application, SingleInstance& instance, const CommandLine& 
     app.start();
     if (commandLine.link)
         app.open({*commandLine.link});
-    return application.exec();
+    return QApplication::exec();
+}
+
+int run(SingleInstance& instance, const CommandLine& commandLine)
+{
+    auto* style = new Style; // the application owns it
+    DesktopAppearance appearance;
+    QApplication::setStyle(style);
+    QApplication::setFont(interfaceFont());
+    SwedishTexts texts;
+    QCoreApplication::installTranslator(&texts);
+
+    Desktop desktop;
+    static_cast<void>(resourceBundle());
+    const int status = showWindows(desktop, appearance, *style, instance, commandLine);
+    // A file server that does not answer must not hold a program that nobody sees any more.
+    if (!desktop.waitForWork(workPatience))
+        std::_Exit(status);
+    return status;
 }
 
 /// Lets the program that already runs do what this one was asked for; gives the exit status.
@@ -130,11 +146,11 @@ int main(int argc, char** argv)
     // needs it.
     const auto order =
         std::async(std::launch::async, [locale = NameOrder::userLocale()] { NameOrder{locale}; });
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     // The program speaks Swedish on every desktop, and so do the web engine's own pages.
     QLocale::setDefault(QLocale(QLocale::Swedish, QLocale::Sweden));
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::standardSocket());
     if (instance.claim() == SingleInstance::Role::second)
         return handOver(instance, commandLine);
-    return run(application, instance, commandLine);
+    return run(instance, commandLine);
 }

@@ -25,7 +25,7 @@ export const cases = [
   { name: 'query of 10,000 hits typed, longest', ours: [ours, 'searching, longest'], most: frame },
 ];
 
-export function contenders({ bin }) {
+export function contenders({ bin, out }) {
   const measure = async (program, ...args) => JSON.parse(await run(path.join(bin, program), args, { env: environment() }));
   return [
     {
@@ -33,7 +33,7 @@ export function contenders({ bin }) {
       measure: async () => ({
         ...(await measure('bench-switch')),
         ...(await measure('bench-key', '1')),
-        ...(await measure('bench-sidebar')),
+        ...(await measure('bench-sidebar', path.join(out, 'window-bucket'))),
       }),
     },
   ];

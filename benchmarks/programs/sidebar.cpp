@@ -1,7 +1,8 @@
 // How long the sidebar keeps the window from answering, in a bucket of 100,000 files: opening a folder of
 // 10,000, scrolling through it, taking over a rebuilt tree, operations on its files and folders, and typing a
 // query letter by letter, of which the first ones are in 10,000 notes. Prints the median and the longest of
-// the steps in milliseconds, as JSON; a frame of the screen is 16.
+// the steps in milliseconds, as JSON; a frame of the screen is 16. The bucket is made in the folder that is
+// named, and stays there for the next run.
 
 #include "Fakes/FakeServices.h"
 #include "Look/Style.h"
@@ -17,6 +18,7 @@
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QSet>
 
 #include <algorithm>
 #include <vector>
@@ -31,18 +33,52 @@ constexpr int filesInEach = 10'000;
 constexpr int scrollSteps = 400;
 constexpr int rounds = 9;
 
-void fill(const QTemporaryDir& bucket)
+QString folderName(int folder)
 {
+    return u"Mapp %1"_s.arg(folder);
+}
+
+/// Removes what a run before has left in `folder` that is not among `wanted`; gives what is there of them.
+QSet<QString> sweep(const QDir& folder, const QSet<QString>& wanted)
+{
+    QSet<QString> found;
+    for (const QFileInfo& entry :
+         folder.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
+        if (wanted.contains(entry.fileName()))
+            found.insert(entry.fileName());
+        else if (entry.isDir())
+            QDir(entry.filePath()).removeRecursively();
+        else
+            QFile::remove(entry.filePath());
+    }
+    return found;
+}
+
+void writeNote(const QString& path, const QByteArray& text = {})
+{
+    QFile note(path);
+    if (!note.open(QIODevice::WriteOnly) || note.write(text) != text.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+/// Makes the bucket, or mends the one of a run before, which takes a moment where that takes half a minute.
+void fill(const QDir& bucket)
+{
+    QSet<QString> folderNames;
+    for (int folder = 0; folder < folders; ++folder)
+        folderNames.insert(folderName(folder));
+    QSet<QString> names;
+    for (int file = 0; file < filesInEach; ++file)
+        names.insert(u"Not %1.md"_s.arg(file));
+    if (!bucket.mkpath(u"."_s))
+        qFatal("cannot make %s", qPrintable(bucket.path()));
+    sweep(bucket, folderNames);
     for (int folder = 0; folder < folders; ++folder) {
-        const QString path = bucket.filePath(u"Mapp %1"_s.arg(folder));
-        QDir().mkpath(path);
-        for (int file = 0; file < filesInEach; ++file) {
-            QFile note(u"%1/Not %2.md"_s.arg(path).arg(file));
-            if (!note.open(QIODevice::WriteOnly))
-                qFatal("cannot write %s", qPrintable(note.fileName()));
-            if (folder == 0)
-                note.write("Ett stycke om en plan.\n\nMötet om höstens förslag.\n");
-        }
+        const QDir place(bucket.filePath(folderName(folder)));
+        place.mkpath(u"."_s);
+        const QByteArray text = folder == 0 ? "Ett stycke om en plan.\n\nMötet om höstens förslag.\n" : "";
+        for (const QString& missing : names - sweep(place, names))
+            writeNote(place.filePath(missing), text);
     }
 }
 
@@ -85,29 +121,22 @@ std::vector<double> measureScrolling(FileTreeView& view)
     return scrolling;
 }
 
-void addNote(const QTemporaryDir& bucket, const QString& name)
-{
-    QFile note(bucket.filePath(u"Mapp 0/%1.md"_s.arg(name)));
-    if (!note.open(QIODevice::WriteOnly))
-        qFatal("cannot write %s", qPrintable(note.fileName()));
-}
-
-std::vector<double> measureRebuilding(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
+std::vector<double> measureRebuilding(AppState& state, FileTreeView& view, const QDir& bucket)
 {
     std::vector<double> rebuilding;
     for (int round = 0; round < rounds; ++round) {
-        addNote(bucket, u"Ny %1"_s.arg(round));
+        writeNote(bucket.filePath(u"Mapp 0/Ny %1.md"_s.arg(round)));
         rebuilding.push_back(time(*view.viewport(), [&] { state.reloadTree(); }));
     }
     return rebuilding;
 }
 
 /// The longest turn of the event loop in each refresh, from the click until the tree is shown.
-std::vector<double> measureRefreshing(AppState& state, FileTreeView& view, const QTemporaryDir& bucket)
+std::vector<double> measureRefreshing(AppState& state, FileTreeView& view, const QDir& bucket)
 {
     std::vector<double> longest;
     for (int round = 0; round < rounds; ++round) {
-        addNote(bucket, u"Nyare %1"_s.arg(round));
+        writeNote(bucket.filePath(u"Mapp 0/Nyare %1.md"_s.arg(round)));
         bool isRead = false;
         double turn = time(*view.viewport(), [&] { state.reloadTreeInBackground([&] { isRead = true; }); });
         while (!isRead)
@@ -144,10 +173,11 @@ void measureOperations(AppState& state, FileTreeView& view, const FileURL& bucke
         measureOperation(state, view, [&](int round) { state.moveFile(note(100 + round), bucket); });
     times["deleting"] =
         measureOperation(state, view, [&](int round) { state.deleteFile(note(200 + round)); });
-    const auto folderName = [](int round) { return round == 0 ? u"Mapp 2"_s : u"Flyttad %1"_s.arg(round); };
+    const auto nameIn = [](int round) { return round == 0 ? folderName(2) : u"Flyttad %1"_s.arg(round); };
     times["folder"] = measureOperation(state, view, [&](int round) {
-        state.renameFile(bucket.appending(folderName(round), true), folderName(round + 1));
+        state.renameFile(bucket.appending(nameIn(round), true), nameIn(round + 1));
     });
+    state.renameFile(bucket.appending(nameIn(rounds), true), nameIn(0)); // the next run finds it there
 }
 
 /// Every turn of the event loop from the key until the results are there and painted.
@@ -173,7 +203,9 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QApplication::setStyle(new Style);
-    const QTemporaryDir bucket;
+    if (argc != 2)
+        qFatal("usage: bench-sidebar FOLDER");
+    const QDir bucket(QDir::current().absoluteFilePath(QFile::decodeName(argv[1])));
     fill(bucket);
     FakeServices fakes;
     QtScheduler scheduler;

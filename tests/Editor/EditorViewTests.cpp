@@ -7,8 +7,6 @@
 #include "Fakes/FakeServices.h"
 #include "State/AppState.h"
 
-#include <QMessageBox>
-#include <QPushButton>
 #include <QTest>
 
 namespace wendlore {
@@ -30,20 +28,6 @@ struct Fixture final
         desktop.page->scripts.clear();
     }
 
-    void makeConflict()
-    {
-        desktop.page->post(u"changed"_s, u"vårt"_s);
-        bucket.write(u"A.md"_s, "deras");
-        view.session().flush();
-    }
-    [[nodiscard]] QMessageBox* alert() const
-    {
-        const auto alerts = view.findChildren<QMessageBox*>();
-        const auto shown =
-            std::ranges::find_if(alerts, [](const QMessageBox* box) { return box->isVisible(); });
-        return shown == alerts.end() ? nullptr : *shown;
-    }
-
     Bucket bucket{{"A.md", "a"}};
     FakeServices desktop;
     AppState state{desktop.services()};
@@ -57,48 +41,12 @@ class EditorViewTests final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aConflictIsToldOnce();
-    void aSecondConflictTakesTheFirstNoticesPlace();
     void leavingTheWindowWrites();
     void comingBackToTheWindowShowsWhatChanged();
     void aDarkPaletteMakesThePageDark();
     void theToolbarStandsInsideWhereItIsAskedFor();
     void aKeyAsksForALink();
 };
-
-void EditorViewTests::aConflictIsToldOnce()
-{
-    Fixture f;
-    f.makeConflict();
-
-    QVERIFY(f.alert());
-    QCOMPARE(f.alert()->windowTitle(), u"Versionskonflikt"_s);
-    QCOMPARE(f.alert()->text(), f.view.session().conflictNotice());
-    QVERIFY(f.alert()->text().startsWith(u"Noten ändrades av någon annan"_s));
-    QCOMPARE(f.alert()->buttons().size(), 1);
-    QCOMPARE(f.alert()->buttons().first()->text(), u"OK"_s);
-
-    f.alert()->buttons().first()->click();
-
-    QVERIFY(!f.alert());
-    QVERIFY(f.view.session().conflictNotice().isEmpty());
-}
-
-void EditorViewTests::aSecondConflictTakesTheFirstNoticesPlace()
-{
-    Fixture f;
-    f.makeConflict();
-    const QString first = f.alert()->text();
-
-    f.desktop.page->post(u"changed"_s, u"vårt 2"_s);
-    f.bucket.write(u"A.md"_s, "deras 2");
-    f.view.session().flush();
-
-    QVERIFY(f.alert());
-    QVERIFY(f.alert()->text() != first);
-    f.alert()->buttons().first()->click();
-    QVERIFY(!f.alert());
-}
 
 void EditorViewTests::leavingTheWindowWrites()
 {

@@ -7,7 +7,6 @@
 #include <QSaveFile>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 #include <csignal>
 
@@ -30,9 +29,6 @@ public:
         for (int note = 0; note < notes; ++note)
             m_bucket.write(u"N%1.md"_s.arg(note), "# " + mark(note).toUtf8() + "\n\n- punkt\n\nSlut.\n");
         m_window.state.addVault(m_bucket.root());
-        // Alerts come at any time and are answered without being read.
-        QObject::connect(&m_impatience, &QTimer::timeout, &m_window.view, [this] { m_window.pressAlert(); });
-        m_impatience.start(20);
         select();
     }
 
@@ -194,7 +190,6 @@ private:
     RealDesktop m_desktop;
     EditingWindow m_window;
     QSignalSpy m_loaded{&m_window.view.session(), &EditorSession::loaded};
-    QTimer m_impatience;
     QMap<QString, int> m_words;
     int m_note = 0;
     int m_names = 0;

@@ -183,7 +183,7 @@ void EditingTests::aChangeFromOutsideWhileTypingMakesACopy()
     QCOMPARE(f.copies(), QStringList{u"A (konflikt Annas dator då).md"_s});
     const QString copy = f.bucket.names().filter(u"konflikt"_s).first();
     QCOMPARE(f.bucket.read(copy), "deras\n");
-    QVERIFY(f.window.alert().contains(u"“"_s + copy + u"”"_s));
+    QVERIFY(f.window.view.session().conflictNotice().contains(u"“"_s + copy + u"”"_s));
     QVERIFY(f.window.shownText().contains(u"ettx"_s));
 }
 
@@ -199,7 +199,7 @@ void EditingTests::aChangeToTheSameTextMakesNoCopy()
 
     QCOMPARE(f.bucket.read(u"A.md"_s), "ettx\n");
     QVERIFY(f.copies().isEmpty());
-    QVERIFY(f.window.alert().isEmpty());
+    QVERIFY(f.window.view.session().conflictNotice().isEmpty());
 }
 
 void EditingTests::twoConflictsInOneMinuteMakeTwoCopies()
@@ -212,7 +212,6 @@ void EditingTests::twoConflictsInOneMinuteMakeTwoCopies()
         f.window.drain();
         f.bucket.write(u"A.md"_s, theirs);
         f.window.view.session().flush();
-        f.window.closeAlert();
     }
 
     const bool isOneMinute = start.time().minute() == QTime::currentTime().minute();

@@ -24,6 +24,7 @@ public:
 
     void drain(std::function<void()> done) override
     {
+        drainAsked();
         if (answersDrains)
             done();
         else
@@ -43,6 +44,7 @@ public:
     /// What waits for the page to answer, when `answersDrains` is off.
     std::vector<std::function<void()>> drains;
     bool answersDrains = true;
+    std::function<void()> drainAsked = [] {};
     QStringList loads;
     QStringList scripts;
     Generation generation = 0;

@@ -5,9 +5,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
@@ -47,6 +49,8 @@ private Q_SLOTS:
     void folderPanelSaysWhatIsAsked();
     void cloudFoldersAreOfferedWhereThereAreAny_data();
     void cloudFoldersAreOfferedWhereThereAreAny();
+    void theFirstLookIsAtHome();
+    void namesHaveTheRoomThatDatesLeave();
     void chosenFolderIsGiven();
     void cancelledPanelGivesNothing();
     void filePanelOffersFilesOfItsKind();
@@ -149,6 +153,44 @@ void FilePanelsTests::picturesAreLookedForAmongTheUsersPictures()
     QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en bild"_s, {u"*.png"_s}, Panels::Start::pictures));
 
     QCOMPARE(place, home.folder(u"Pictures"_s).path());
+}
+
+void FilePanelsTests::theFirstLookIsAtHome()
+{
+    const Bucket home;
+    const Home inHome(home);
+    QFileDialog().setDirectory(QDir::current());
+    QString place;
+    inNextDialog([&place](QFileDialog& dialog) {
+        place = dialog.directory().path();
+        dialog.reject();
+    });
+
+    QVERIFY(!FilePanels().chooseFolder(u"Välj bucket"_s, u"Välj en mapp."_s));
+
+    QCOMPARE(place, home.root().path());
+}
+
+void FilePanelsTests::namesHaveTheRoomThatDatesLeave()
+{
+    const Bucket place({{"A.md", ""}});
+    bool isFilled = false;
+    inNextDialog([&](QFileDialog& dialog) {
+        dialog.setDirectory(place.root().path());
+        const auto* files = dialog.findChild<QTreeView*>(u"treeView"_s);
+        const QHeaderView* columns = files->header();
+        const int last = columns->count() - 1;
+        isFilled = QTest::qWaitFor([&] {
+            const QString date = files->model()->index(0, last, files->rootIndex()).data().toString();
+            return !date.isEmpty() && columns->length() == files->viewport()->width() &&
+                   columns->sectionSize(last) > files->fontMetrics().horizontalAdvance(date);
+        });
+        dialog.reject();
+    });
+
+    QVERIFY(!FilePanels().chooseFile(u"Infoga"_s, u"Välj en fil"_s, {u"*.md"_s}, Panels::Start::lastPlace));
+
+    QVERIFY(isFilled);
 }
 
 void FilePanelsTests::chosenFileIsGiven()

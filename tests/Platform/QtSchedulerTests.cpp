@@ -27,6 +27,7 @@ private Q_SLOTS:
     void deliveryMayDestroyItsOwnTask();
     void slowWorkDoesNotHoldUpOtherWork();
     void endOfTheSchedulerWaitsForItsWork();
+    void workThatHangsIsNotWaitedForForever();
 };
 
 void QtSchedulerTests::workRunsOnceAfterItsDelay()
@@ -216,6 +217,21 @@ void QtSchedulerTests::endOfTheSchedulerWaitsForItsWork()
     }
 
     QVERIFY(isOver);
+}
+
+void QtSchedulerTests::workThatHangsIsNotWaitedForForever()
+{
+    QtScheduler scheduler;
+    QSemaphore isOver;
+    const auto task = scheduler.inBackground([&] {
+        isOver.acquire();
+        return [] {};
+    });
+
+    QVERIFY(!scheduler.waitForWork(std::chrono::milliseconds(20)));
+
+    isOver.release();
+    QVERIFY(scheduler.waitForWork(std::chrono::minutes(1)));
 }
 
 QTEST_GUILESS_MAIN(QtSchedulerTests)

@@ -1,5 +1,6 @@
 #include "Previews/PreviewArea.h"
 
+#include "Editor/ConflictNotice.h"
 #include "Editor/EditorView.h"
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
@@ -29,6 +30,14 @@ public:
     {}
 
     void select(const QString& path) { state.setSelectedFile(bucket.file(path)); }
+    void editWhileAnotherProgramDoes()
+    {
+        services.page->post(u"ready"_s);
+        select(u"Not.md"_s);
+        services.scheduler.finishBackgroundWork();
+        services.page->post(u"changed"_s, u"vårt"_s);
+        bucket.write(u"Not.md"_s, "deras");
+    }
 
     Bucket bucket{{"Not.md", "Hej"},    {"A.pdf", ""},     {"B.pdf", ""},
                   {"Mapp/C.md", "Tre"}, {"arkiv.zip", ""}, {"Paket.pages/Index.zip", ""}};
@@ -139,6 +148,32 @@ private Q_SLOTS:
 
         QCOMPARE(area.view.currentWidget(), viewer);
         QCOMPARE(changes.count(), 0);
+    }
+
+    void aConflictFoundOnLeavingTheNoteIsToldAboveTheNextFile()
+    {
+        Area area;
+        area.state.switchVault(area.bucket.root());
+        area.editWhileAnotherProgramDoes();
+
+        area.select(u"A.pdf"_s);
+
+        const auto* notice = area.view.findChild<ConflictNotice*>();
+        QVERIFY(!notice->isHidden());
+        QVERIFY(!area.view.currentWidget()->isAncestorOf(notice));
+    }
+
+    void aConflictFoundAsTheViewGoesLosesNothing()
+    {
+        auto area = std::make_unique<Area>();
+        area->state.switchVault(area->bucket.root());
+        area->editWhileAnotherProgramDoes();
+        const Bucket kept = std::move(area->bucket);
+
+        area.reset();
+
+        QCOMPARE(kept.read(u"Not.md"_s), "vårt");
+        QCOMPARE(kept.names().filter(u"konflikt"_s).size(), 1);
     }
 };
 

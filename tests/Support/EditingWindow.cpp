@@ -3,13 +3,9 @@
 #include "Editor/WebEditorController.h"
 #include "Support/EngineTest.h"
 
-#include <QMessageBox>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QWebEnginePage>
 #include <QWebEngineView>
-
-#include <algorithm>
 
 namespace wendlore {
 
@@ -75,7 +71,6 @@ void EditingWindow::activate()
 
 void EditingWindow::deactivate()
 {
-    // Leaving can raise an alert, and answering that brings the window back.
     QSignalSpy moves(qGuiApp, &QGuiApplication::focusWindowChanged);
     m_other.show();
     m_other.activateWindow();
@@ -89,34 +84,6 @@ QVariant EditingWindow::value(const QString& expression)
                                                     [&result](const QVariant& answer) { result = answer; });
     static_cast<void>(waitFor([&result] { return result.has_value(); }));
     return result.value_or(QVariant());
-}
-
-QMessageBox* EditingWindow::alertBox() const
-{
-    const auto boxes = view.findChildren<QMessageBox*>();
-    const auto shown = std::ranges::find_if(boxes, [](const QMessageBox* box) { return box->isVisible(); });
-    return shown == boxes.end() ? nullptr : *shown;
-}
-
-QString EditingWindow::alert() const
-{
-    const QMessageBox* const box = alertBox();
-    return box ? box->text() : QString();
-}
-
-void EditingWindow::pressAlert()
-{
-    if (QMessageBox* const box = alertBox()) {
-        box->buttons().first()->click();
-        view.activateWindow(); // no window manager does it here
-    }
-}
-
-void EditingWindow::closeAlert()
-{
-    QVERIFY(alertBox());
-    pressAlert();
-    activate();
 }
 
 } // namespace wendlore

@@ -8,8 +8,6 @@
 
 #include <QVariant>
 
-class QMessageBox;
-
 namespace wendlore {
 
 /// A window with the note editor as the program has it: the real engine, page, session, settings and files.
@@ -34,20 +32,12 @@ public:
     [[nodiscard]] QVariant value(const QString& expression);
     /// The note's text as the page shows it.
     [[nodiscard]] QString shownText() { return value(QStringLiteral("document.body.innerText")).toString(); }
-    /// The alert that is shown, as its text.
-    [[nodiscard]] QString alert() const;
-    /// Presses the button of the alert, if there is one.
-    void pressAlert();
-    /// Presses the alert's button and goes on in the window.
-    void closeAlert();
 
     RealDesktop& desktop;
     AppState state;
     EditorView view;
 
 private:
-    [[nodiscard]] QMessageBox* alertBox() const;
-
     QWidget m_other;
 };
 

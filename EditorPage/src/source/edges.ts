@@ -1,4 +1,5 @@
 import { Fragment, type Mark, type Node } from 'prosemirror-model';
+import { schema } from '../schema';
 import { delimited, tidy } from './normal';
 import { difference } from './patch';
 
@@ -21,6 +22,31 @@ export function* withMovedEdges(before: Node, after: Node): Generator<Node> {
     if (behind > 0) yield remarked(after, from, from + behind, bare);
     if (front > 0) yield remarked(after, from - front, from, bare);
   }
+}
+
+/** The block without marks on blanks at the ends of marked words in what has changed, and right beside that: nobody sees them there. */
+export function* withBareBlanks(before: Node, after: Node): Generator<Node> {
+  const change = difference(before, after);
+  if (!change) return;
+  const first = change.from - 1;
+  const last = change.from + change.middle.size + 1;
+  for (const sides of [[0], [2], [0, 2]]) {
+    const parts: Node[] = [];
+    after.forEach((child, offset) => {
+      const isNear = offset + child.nodeSize > first && offset < last;
+      const isMarked = child.isText && child.marks.some(isDelimited);
+      parts.push(...(isNear && isMarked ? withBareEnds(child, sides) : [child]));
+    });
+    const next = tidy(after.copy(Fragment.fromArray(parts)));
+    if (!next.eq(tidy(after))) yield next;
+  }
+}
+
+/** A marked text whose blanks at the start (0) or at the end (2) have no marks. */
+function withBareEnds(text: Node, sides: readonly number[]): Node[] {
+  const bare = text.marks.filter((mark) => !isDelimited(mark));
+  const parts = /^(\s*)(.*?)(\s*)$/s.exec(text.text!)!.slice(1);
+  return parts.flatMap((part, side) => (part === '' ? [] : [schema.text(part, sides.includes(side) ? bare : text.marks)]));
 }
 
 const isDelimited = ({ type }: Mark): boolean => delimited.includes(type);

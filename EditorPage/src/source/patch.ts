@@ -181,8 +181,9 @@ function* writtenTexts(
     isCell: isCell(next),
   };
   // The delimiter that was typed is the one to keep.
-  const isUnderscored = /^\\?_/.test(source.slice(from, to));
-  for (const style of stylesOf(isUnderscored ? '_a __b' : source.slice(place.start, endOf(place)))) {
+  const typed = /^\\?([_*])/.exec(source.slice(from, to))?.[1];
+  const model = typed === '_' ? '_a __b' : typed === '*' ? '' : source.slice(place.start, endOf(place));
+  for (const style of stylesOf(model)) {
     const text = writeInline(middle, around, style);
     if (text !== plain) yield text;
   }

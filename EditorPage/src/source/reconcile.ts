@@ -7,7 +7,7 @@ import { readAnyBlock, readBlock, type Block } from './entries';
 import { readPart } from './local';
 import { isSame, isSameButLinks, isSource, tidy } from './normal';
 import { bracketed, withBrackets } from './angled';
-import { withMovedEdges } from './edges';
+import { withBareBlanks, withMovedEdges } from './edges';
 import { withGuards, withoutGuards } from './guards';
 import { inlineSplices, isCoded, spliced, type Splice } from './patch';
 import { quickEdit } from './quick';
@@ -82,9 +82,10 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
   return null;
 }
 
-/** The block with words in it that could not stand beside marked text, and are marked as it is. */
+/** The block with words that could not stand beside marked text: they are marked as it is, or have blanks without marks beside them. */
 function besideMarks(block: Block, change: InlineChange, pool: Pool, context: Context): Block | null {
-  for (const node of withMovedEdges(nodeAt(block.parsed, change.path), change.node)) {
+  const before = nodeAt(block.parsed, change.path);
+  for (const node of [...withMovedEdges(before, change.node), ...withBareBlanks(before, change.node)]) {
     const moved = { ...change, node };
     const uncoded = [...splices(block, moved, pool)].filter((splice) => !isCoded(splice));
     const found = firstThatSays(block, uncoded, outcome(block.parsed, moved), context);

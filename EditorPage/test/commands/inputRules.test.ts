@@ -34,6 +34,7 @@ const cases: readonly (readonly [string, string, string])[] = [
   ['‸\n', 'a [[B|c]] d', 'a [[B|c]] d‸\n'],
   ['‸\n', 'a ![[b.png]] d', 'a ![[b.png]] d‸\n'],
   ['‸\n', 'a ***b*** c', 'a ***b*** c‸\n'],
+  ['‸\n', '_a_ *b* __c__ **d** e', '_a_ *b* __c__ **d** e‸\n'],
   ['‸\n', '***b*** c', '***b*** c‸\n'],
   ['‸\n', 'a ![b](c.png) d', 'a ![b](c.png) d‸\n'],
   ['‸\n', 'a $x^2$ b $y$ c', 'a $x^2$ b $y$ c‸\n'],

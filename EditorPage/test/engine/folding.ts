@@ -52,6 +52,16 @@ async function putCaret(element: Element, offset: number): Promise<void> {
 }
 
 export const foldingTests: Test[] = [
+  ['a long note that takes the keyboard shows its end, where the caret is', async (recorder) => {
+    (document.activeElement as HTMLElement | null)?.blur();
+    await openLong(recorder);
+    editor().focus();
+    const last = () => surface().lastElementChild!.getBoundingClientRect();
+    await until(() => last().bottom > 0 && last().bottom <= innerHeight, 'the last block in the window');
+    expect(surface().lastElementChild!.contains(getSelection()!.focusNode), 'the caret is in it');
+    await frame();
+    expect(last().bottom > 0 && last().bottom <= innerHeight, 'it stays there');
+  }],
   ['a long note is drawn where the window is, and what is typed there is all that changes', async (recorder) => {
     await openLong(recorder);
     expect(folded().length > 0 && surface().childElementCount < 200, `${surface().childElementCount} blocks are drawn`);

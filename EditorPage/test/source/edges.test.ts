@@ -1,5 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
+import { played } from '../commands/playing';
 import { disagreement, Session } from '../editing';
 
 /** The note after `from` to `to` of it were replaced by a text, and whether undo brings it back. */
@@ -27,4 +28,10 @@ test('words that are typed right beside marked punctuation are marked with it', 
 test('words beside marked words stay as they are', () => {
   assert.equal(replaced('ett **två** tre\n', 5, 5, 'fyra'), 'ett fyra**två** tre\n');
   assert.equal(replaced('ett **två** tre\n', 4, 5, ''), 'ett**två** tre\n');
+});
+
+test('marks that overlap meet at a blank that has neither', () => {
+  assert.equal(played('a ‹b *c› d* e\n', '{bold}').text, 'a **b _c_** *d* e\n');
+  assert.equal(played('*a ‹b* c› d\n', '{bold}').text, '*a __b__* **c** d\n');
+  assert.equal(played('**x *y* z** ‹b *c› d* e\n', '{bold}').text, '**x *y* z** **b _c_** *d* e\n');
 });
