@@ -95,9 +95,10 @@ void BucketTree::startReading()
     if (m_reading)
         return; // when that one ends, it sees that it is old
     const auto read = [this, bucket = m_bucket, shown = std::shared_ptr<const Nodes>(m_nodes),
-                       demands = m_demands]() -> std::function<void()> {
+                       demands = m_demands, isAwaited = !m_waiting.empty()]() -> std::function<void()> {
         auto found = std::make_shared<Nodes>();
-        atLowPriority([&] { *found = buildTree(bucket); });
+        const auto build = [&] { *found = buildTree(bucket); };
+        isAwaited ? build() : atLowPriority(build);
         // A large tree that is known already is given back here, where nobody waits for it.
         if (*found == *shown)
             found.reset();
