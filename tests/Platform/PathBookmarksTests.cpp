@@ -2,10 +2,12 @@
 
 #include "Fakes/Bucket.h"
 #include "Platform/FolderIdentity.h"
+#include "Vault/FileSystemCalls.h"
 
 #include <QCborMap>
 #include <QTest>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,6 +29,18 @@ std::optional<FileURL> resolved(const QByteArray& bookmark)
 void move(const Bucket& place, const QString& from, const QString& to)
 {
     QVERIFY(QDir().rename(place.folder(from).path(), place.folder(to).path()));
+}
+
+/// Deletes a folder and keeps its number taken: one that another program makes in the same moment could get
+/// it, and pass for the folder.
+[[nodiscard]] Descriptor deleted(const FileURL& folder)
+{
+    FileSystemCalls& calls = FileSystemCalls::real();
+    const char* const path = folder.bytes().constData();
+    Descriptor held(calls, calls.openAt(AT_FDCWD, path, O_PATH | O_DIRECTORY));
+    if (!held.isOpen() || ::rmdir(path) != 0)
+        qFatal("cannot delete %s", path);
+    return held;
 }
 
 } // namespace
@@ -144,7 +158,7 @@ void PathBookmarksTests::deletedFolderIsNotFound()
     const Bucket place({{"Anteckningar/", ""}, {"Annat/", ""}});
     const QByteArray bookmark = bookmarkOf(place.folder(u"Anteckningar"_s));
 
-    QVERIFY(QDir().rmdir(place.folder(u"Anteckningar"_s).path()));
+    const Descriptor held = deleted(place.folder(u"Anteckningar"_s));
 
     QVERIFY(!resolved(bookmark));
 }
@@ -154,7 +168,7 @@ void PathBookmarksTests::folderOfTheSameNameElsewhereIsNotTaken()
     const Bucket place({{"a/Anteckningar/", ""}, {"b/Anteckningar/", ""}});
     const QByteArray bookmark = bookmarkOf(place.folder(u"a/Anteckningar"_s));
 
-    QVERIFY(QDir().rmdir(place.folder(u"a/Anteckningar"_s).path()));
+    const Descriptor held = deleted(place.folder(u"a/Anteckningar"_s));
 
     QVERIFY(!resolved(bookmark));
 }
@@ -192,7 +206,7 @@ void PathBookmarksTests::fileInPlaceOfTheFolderIsNotTaken()
     const Bucket place({{"Anteckningar/", ""}});
     const QByteArray bookmark = bookmarkOf(place.folder(u"Anteckningar"_s));
 
-    QVERIFY(QDir().rmdir(place.folder(u"Anteckningar"_s).path()));
+    const Descriptor held = deleted(place.folder(u"Anteckningar"_s));
     place.write(u"Anteckningar"_s, "text");
 
     QVERIFY(!resolved(bookmark));
