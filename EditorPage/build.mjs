@@ -59,7 +59,7 @@ async function buildPage(out) {
   const page = [inPage('src/index.ts'), inPage('src/style/index.css')];
   await build({ ...options, entryPoints: page, format: 'iife', external: PARTS.map((part) => `./${path.basename(part)}.js`) });
   await build({ ...options, entryPoints: PARTS.map((part) => inPage(`src/${part}.ts`)), format: 'esm' });
-  await cp(inPage('src/index.html'), path.join(out, 'index.html'));
+  for (const file of ['index.html', 'begin.js']) await cp(inPage('src', file), path.join(out, file));
 }
 
 async function buildTests() {

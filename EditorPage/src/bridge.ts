@@ -71,6 +71,8 @@ export interface VaultEditor {
 declare global {
   interface Window {
     VaultEditor?: VaultEditor;
+    /** What the host knows already that the page is to look like and to show. */
+    VaultBeginning?: () => void;
     webkit?: { messageHandlers?: MessageHandlers };
   }
 }
@@ -105,8 +107,13 @@ export class ChangeReporter {
   }
 }
 
-/** Offers `editor` to the host and tells it that the page can be used. */
+/** Offers `editor` to the host, does what the page is to begin with, and tells the host that the page can be used. */
 export function connect(editor: VaultEditor): void {
   window.VaultEditor = editor;
+  try {
+    window.VaultBeginning?.();
+  } catch (error) {
+    reportError(error);
+  }
   post('ready', {});
 }

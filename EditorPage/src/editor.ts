@@ -24,7 +24,7 @@ import { firstPlace, lastPlace } from './views/drawn';
 import { isTooLong, showTooLong } from './views/tooLong';
 
 /** Of a longer note so much is read at first; in characters. The rest is folded. */
-const FIRST_PART = 2_000;
+const FIRST_PART = 1_000;
 
 /** What may act on what stands beside the caret, so that it has to be there. */
 const ACTS_AT_CARET = ['keydown', 'beforeinput', 'copy', 'cut', 'paste', 'drop', 'dragstart'] as const;

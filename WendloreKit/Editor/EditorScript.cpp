@@ -63,4 +63,18 @@ QString jsString(const QString& text)
     return literal;
 }
 
+QByteArray asciiScript(const QString& script)
+{
+    constexpr char16_t lastAscii = 0x7f;
+    QString escaped;
+    escaped.reserve(script.size() + script.size() / 8);
+    for (const QChar character : script) {
+        if (character.unicode() <= lastAscii)
+            escaped += character;
+        else
+            appendUnicodeEscape(escaped, character.unicode());
+    }
+    return escaped.toLatin1();
+}
+
 } // namespace wendlore

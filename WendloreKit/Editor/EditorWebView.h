@@ -20,6 +20,14 @@ public:
     /// typed in.
     using Generation = std::uint64_t;
 
+    /// What a page does before anything else: a script, and the generation of the content that it puts into
+    /// the page (0 when it brings none).
+    struct Beginning final
+    {
+        QString script;
+        Generation generation = 0;
+    };
+
     /// What the view reports and asks, always on the main thread. Every member is set by the controller.
     struct Events final
     {
@@ -28,6 +36,9 @@ public:
         std::function<void()> navigationFailed;
         /// The open bucket's root, for the assets that notes refer to.
         std::function<std::optional<FileURL>()> vaultRoot;
+        /// What the page that is being loaded is to begin with. Its "ready" carries the generation that it
+        /// has come to show by then.
+        std::function<Beginning()> beginning;
     };
 
     virtual ~EditorWebView() = default;

@@ -42,6 +42,7 @@ WebEditorController::WebEditorController(std::unique_ptr<EditorWebView> webView,
         .contentProcessTerminated = [this] { reloadSoon(); },
         .navigationFailed = [this] { reloadSoon(); },
         .vaultRoot = [this] { return vaultRoot(); },
+        .beginning = [this] { return beginning(); },
     });
     loadEditor();
 }
@@ -114,6 +115,7 @@ void WebEditorController::loadEditor()
 {
     m_reload.reset();
     m_isReady = false;
+    m_begunGeneration = 0;
     m_webView->load(u"vault://app/index.html"_s);
 }
 
@@ -128,7 +130,7 @@ void WebEditorController::receive(const QString& name, const QJsonValue& body,
         m_shown.pop_front();
 
     if (name == "ready"_L1)
-        pageIsReady();
+        pageIsReady(generation);
     else if (name == "changed"_L1 && body.isString())
         pageChanged(body.toString(), generation);
     else if (name == "edited"_L1 && body.isObject())
@@ -141,14 +143,41 @@ void WebEditorController::receive(const QString& name, const QJsonValue& body,
         m_onRequest(name, body);
 }
 
-void WebEditorController::pageIsReady()
+/// What is known already goes along with the page, so that it is drawn with its note, and need not be ready
+/// and ask for it first.
+EditorWebView::Beginning WebEditorController::beginning()
+{
+    if (m_isReady)
+        return {};
+    m_begunLook = lookScripts();
+    QStringList scripts = m_begunLook;
+    if (m_generation > 0 && m_desiredContent) {
+        m_begunGeneration = m_generation;
+        scripts.append(contentScript());
+    }
+    return {scripts.join(u";\n"_s), m_begunGeneration};
+}
+
+QStringList WebEditorController::lookScripts() const
+{
+    QStringList scripts{themeScript(m_desiredDark)};
+    if (m_desiredTypography)
+        scripts.append(typographyScript(*m_desiredTypography));
+    scripts.append(zoomScript(m_desiredZoom));
+    return scripts;
+}
+
+/// `generation` is what the page says it shows. Only what it was told to begin with counts, and what has come
+/// since is sent.
+void WebEditorController::pageIsReady(EditorWebView::Generation generation)
 {
     m_isReady = true;
-    m_webView->evaluate(themeScript(m_desiredDark));
-    if (m_desiredTypography)
-        m_webView->evaluate(typographyScript(*m_desiredTypography));
-    m_webView->evaluate(zoomScript(m_desiredZoom));
-    if (m_desiredContent)
+    const bool hasBegun = generation > 0 && generation == m_begunGeneration;
+    if (const QStringList look = lookScripts(); !hasBegun || look != m_begunLook) {
+        for (const QString& script : look)
+            m_webView->evaluate(script);
+    }
+    if (m_desiredContent && !(hasBegun && generation == m_generation))
         sendContent();
     Q_EMIT becameReady();
 }
@@ -213,14 +242,20 @@ WebEditorController::shown(EditorWebView::Generation generation) const
     return m_generation == 0 ? std::optional(Shown{0, m_onChanged, m_onOpenLink, {}}) : std::nullopt;
 }
 
-void WebEditorController::sendContent()
+/// Puts the content into the page, which from then on may report edits of it.
+QString WebEditorController::contentScript()
 {
     if (!m_shown.empty()) {
         m_shown.back().isSent = true;
         m_shown.back().text = *m_desiredContent;
         m_shown.back().edits = 0;
     }
-    m_webView->evaluate(call(u"setContent"_s, jsString(*m_desiredContent)), m_generation);
+    return call(u"setContent"_s, jsString(*m_desiredContent));
+}
+
+void WebEditorController::sendContent()
+{
+    m_webView->evaluate(contentScript(), m_generation);
 }
 
 void WebEditorController::reloadSoon()

@@ -6,6 +6,7 @@
 #include "Vault/FileURL.h"
 
 #include <QObject>
+#include <QStringList>
 
 #include <deque>
 #include <functional>
@@ -87,12 +88,15 @@ private:
     };
 
     void receive(const QString& name, const QJsonValue& body, EditorWebView::Generation generation);
-    void pageIsReady();
+    [[nodiscard]] EditorWebView::Beginning beginning();
+    [[nodiscard]] QStringList lookScripts() const;
+    void pageIsReady(EditorWebView::Generation generation);
     void pageChanged(const QString& text, EditorWebView::Generation generation, int edits = 0);
     void pageEdited(const QJsonObject& body, EditorWebView::Generation generation);
     void pageSelects(const ToolbarState& state);
     void pageOpensLink(const QJsonValue& body, EditorWebView::Generation generation);
     [[nodiscard]] std::optional<Shown> shown(EditorWebView::Generation generation) const;
+    [[nodiscard]] QString contentScript();
     void sendContent();
     void reloadSoon();
 
@@ -109,6 +113,9 @@ private:
     std::optional<TypographyTheme> m_desiredTypography;
     double m_desiredZoom = 1.0;
     EditorWebView::Generation m_generation = 0;
+    /// What the page that is being loaded was told to look like and to show, should it get that far.
+    QStringList m_begunLook;
+    EditorWebView::Generation m_begunGeneration = 0;
     std::deque<Shown> m_shown;
     std::unique_ptr<ScheduledTask> m_reload;
 };

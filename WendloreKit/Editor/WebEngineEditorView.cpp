@@ -93,6 +93,12 @@ const QString bridgeScript = uR"JS((() => {
   }, true);
 })();)JS"_s.arg(fenceKeys);
 
+/// What marks the page's messages with `generation` from then on.
+QString showScript(EditorWebView::Generation generation)
+{
+    return u";\n__host.show("_s + QString::number(generation) + u')';
+}
+
 bool isLinkKey(const QKeyEvent& event)
 {
     return event.key() == Qt::Key_K && event.modifiers() == Qt::ControlModifier;
@@ -162,6 +168,7 @@ void WebEngineEditorView::makeProfile()
     checkSpelling(*m_profile);
     auto* handler = new WendloreSchemeHandler(m_profile.get());
     handler->setVaultProvider([this] { return m_events.vaultRoot ? m_events.vaultRoot() : std::nullopt; });
+    handler->setBeginning([this] { return beginning(); });
     m_profile->installUrlSchemeHandler(schemeName, handler);
 }
 
@@ -211,7 +218,21 @@ void WebEngineEditorView::load(const QString& address)
     m_lastFence = 0;
     answerDrains();
     m_loadTimeOut.start(loadTimeOut);
-    m_page->load(QUrl(address));
+    QUrl numbered(address);
+    numbered.setQuery(QString::number(++m_loads));
+    m_page->load(numbered);
+}
+
+/// In ASCII, so that no way of coding letters stands between the note and the page. A page that is loaded in
+/// the place of another one may get that one's from the engine's memory, and must not begin with it.
+QByteArray WebEngineEditorView::beginning() const
+{
+    if (!m_events.beginning)
+        return {};
+    const auto [script, generation] = m_events.beginning();
+    const QString begin = generation > 0 ? script + showScript(generation) : script;
+    return asciiScript(u"if (location.search === '?%1')\nwindow.VaultBeginning = () => {\n"_s.arg(m_loads) +
+                       begin + u"\n};\n"_s);
 }
 
 void WebEngineEditorView::loadFinished(bool succeeded)
@@ -236,7 +257,7 @@ void WebEngineEditorView::evaluate(const QString& script, Generation generation)
 {
     // The content first: what the page still says about the old one meanwhile belongs to the old one, and a
     // content that the page refuses is never shown.
-    evaluate(script + u";\n__host.show("_s + QString::number(generation) + u')');
+    evaluate(script + showScript(generation));
     m_isShowing = true;
 }
 
@@ -291,8 +312,10 @@ bool WebEngineEditorView::eventFilter(QObject* watched, QEvent* event)
 void WebEngineEditorView::receive(const QString& name, const QJsonValue& body, Generation generation)
 {
     // The page works as soon as it speaks, which can be before the engine counts it as loaded.
-    if (name == "ready"_L1)
+    if (name == "ready"_L1) {
         m_isLoaded = true;
+        m_isShowing = generation > 0;
+    }
     if (name == "drained"_L1) {
         if (const auto waiting = m_drains.extract(body.toInt()))
             waiting.mapped()();

@@ -45,6 +45,7 @@ private:
 
     void makeProfile();
     void makePage();
+    [[nodiscard]] QByteArray beginning() const;
     int fence();
     void showContextMenu(const QPoint& position);
     void pasteText();
@@ -61,6 +62,7 @@ private:
     bool m_isLoading = false;
     bool m_isShowing = false;
     bool m_isInputAhead = false;
+    int m_loads = 0;
     int m_lastFence = 0;
     int m_lastDrain = 0;
     std::map<int, std::function<void()>> m_drains;

@@ -23,14 +23,14 @@ std::optional<FileURL> distDir()
     return existsOnDisk(page) ? std::optional(page.deletingLastPathComponent()) : std::nullopt;
 }
 
-void answer(QWebEngineUrlRequestJob& job, const FileURL& file, const QByteArray& bytes)
+void answer(QWebEngineUrlRequestJob& job, const QString& extension, const QByteArray& bytes)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
     // Older engines take no headers from here; they keep nothing of this scheme either, and treat its pages
     // as one origin, so that only the page's own files and images can be asked for.
     job.setAdditionalResponseHeaders({{"Access-Control-Allow-Origin", "*"}, {"Cache-Control", "no-cache"}});
 #endif
-    reply(job, mimeType(file.pathExtension()), bytes);
+    reply(job, mimeType(extension), bytes);
 }
 
 } // namespace
@@ -43,6 +43,10 @@ void WendloreSchemeHandler::requestStarted(QWebEngineUrlRequestJob* job)
 {
     if (!job->requestUrl().isValid()) {
         job->fail(QWebEngineUrlRequestJob::UrlInvalid);
+        return;
+    }
+    if (m_beginning && job->requestUrl().path() == "/begin.js"_L1) {
+        answer(*job, u"js"_s, m_beginning());
         return;
     }
     const auto bucket = m_vaultProvider ? m_vaultProvider() : std::nullopt;
@@ -58,7 +62,7 @@ void WendloreSchemeHandler::requestStarted(QWebEngineUrlRequestJob* job)
         if (!job)
             return;
         if (bytes)
-            answer(*job, file, *bytes);
+            answer(*job, file.pathExtension(), *bytes);
         else
             job->fail(QWebEngineUrlRequestJob::UrlNotFound);
     });

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void quotesText();
     void everyTextReadsBackUnchanged();
     void halfASurrogatePairIsKept();
+    void aScriptInAsciiSaysTheSame();
 };
 
 void EditorScriptTests::quotesText_data()
@@ -62,6 +63,13 @@ void EditorScriptTests::halfASurrogatePairIsKept()
     const QString text = QString(QChar(0xD83D)) + u'a' + QChar(0xDE00);
 
     QCOMPARE(jsString(text), uR"("\ud83da\ude00")"_s);
+}
+
+void EditorScriptTests::aScriptInAsciiSaysTheSame()
+{
+    QCOMPARE(asciiScript(u"set(\"Åä 😀\u2028\");\n"_s),
+             QByteArrayLiteral("set(\"\\u00c5\\u00e4 \\ud83d\\ude00\\u2028\");\n"));
+    QCOMPARE(asciiScript(u'"' + QString(QChar(0xD83D)) + u'"'), QByteArrayLiteral("\"\\ud83d\""));
 }
 
 } // namespace wendlore

@@ -1,5 +1,6 @@
 #include "Editor/WebEngineEditorView.h"
 
+#include "Editor/EditorScript.h"
 #include "Support/EngineTest.h"
 #include "Support/PageFixture.h"
 
@@ -10,6 +11,7 @@
 #include <QSignalSpy>
 #include <QWebEngineView>
 
+#include <algorithm>
 #include <csignal>
 
 namespace wendlore {
@@ -32,6 +34,10 @@ private Q_SLOTS:
     void typedKeysAreReportedWithTheContentsGeneration();
     void everyTextReachesThePageUnchanged_data();
     void everyTextReachesThePageUnchanged();
+    void aPageBeginsWithItsNote_data();
+    void aPageBeginsWithItsNote();
+    void aPageThatCannotBeginWithItsNoteSaysSo();
+    void noPageBeginsWithTheNoteOfAnEarlierOne();
     void editsBeforeANewContentCarryTheOldGeneration();
     void drainingWaitsForTypedKeys();
     void keysStayInTheContentTheyWereTypedInto_data();
@@ -88,6 +94,45 @@ void WebEngineEditorViewTests::everyTextReachesThePageUnchanged()
 
     QTRY_VERIFY_WITH_TIMEOUT(f.has(u"changed"_s), patience);
     QCOMPARE(QString(f.lastChange().first).remove(u'\u00a7'), text);
+}
+
+void WebEngineEditorViewTests::aPageBeginsWithItsNote_data()
+{
+    everyTextReachesThePageUnchanged_data();
+}
+
+void WebEngineEditorViewTests::aPageBeginsWithItsNote()
+{
+    QFETCH(const QString, text);
+
+    PageFixture f({u"window.VaultEditor.setContent(%1)"_s.arg(jsString(text)), 5});
+
+    const auto ready = std::ranges::find(f.messages, u"ready"_s, &PageMessage::name);
+    QCOMPARE(ready->generation, EditorWebView::Generation(5));
+    f.view.evaluate(u"window.VaultEditor.reportWhole()"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(f.has(u"changed"_s), patience);
+    QCOMPARE(f.lastChange(), std::pair(text, EditorWebView::Generation(5)));
+}
+
+void WebEngineEditorViewTests::aPageThatCannotBeginWithItsNoteSaysSo()
+{
+    PageFixture f({u"throw new Error('no')"_s, 5});
+
+    const auto ready = std::ranges::find(f.messages, u"ready"_s, &PageMessage::name);
+    QCOMPARE(ready->generation, EditorWebView::Generation(0));
+}
+
+void WebEngineEditorViewTests::noPageBeginsWithTheNoteOfAnEarlierOne()
+{
+    PageFixture f({u"window.VaultEditor.setContent('gammal')"_s, 5});
+    f.messages.clear();
+    f.beginning = {u"window.VaultEditor.setContent('ny')"_s, 6};
+
+    f.load();
+
+    const auto ready = std::ranges::find(f.messages, u"ready"_s, &PageMessage::name);
+    QVERIFY(ready->generation != EditorWebView::Generation(5));
+    QVERIFY(!f.value(u"document.body.textContent"_s).toString().contains(u"gammal"_s));
 }
 
 void WebEngineEditorViewTests::editsBeforeANewContentCarryTheOldGeneration()
@@ -215,6 +260,7 @@ void WebEngineEditorViewTests::drainingWaitsForAPageThatIsJustReady()
         .contentProcessTerminated = [] {},
         .navigationFailed = [] {},
         .vaultRoot = [] { return std::nullopt; },
+        .beginning = {},
     });
 
     view.load(u"vault://app/index.html"_s);

@@ -38,6 +38,13 @@ public:
     {
         m_events.message(name, body, shown);
     }
+    /// Asks what to begin with, as a page that is being loaded does; gives the script that it then runs.
+    QString begin()
+    {
+        const Beginning beginning = m_events.beginning();
+        generation = beginning.generation;
+        return beginning.script;
+    }
     void terminateContentProcess() { m_events.contentProcessTerminated(); }
     void failNavigation() { m_events.navigationFailed(); }
 

@@ -12,7 +12,8 @@ namespace wendlore {
 
 using namespace Qt::StringLiterals;
 
-PageFixture::PageFixture()
+PageFixture::PageFixture(EditorWebView::Beginning first)
+    : beginning(std::move(first))
 {
     view.setEvents({
         .message =
@@ -22,6 +23,7 @@ PageFixture::PageFixture()
         .contentProcessTerminated = [this] { ++deaths; },
         .navigationFailed = [this] { ++failures; },
         .vaultRoot = [this] { return vaultRoot; },
+        .beginning = [this] { return beginning; },
     });
     view.widget()->resize(600, 400);
     view.widget()->show();

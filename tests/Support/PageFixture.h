@@ -23,7 +23,7 @@ struct PageMessage final
 class PageFixture final
 {
 public:
-    PageFixture();
+    explicit PageFixture(EditorWebView::Beginning beginning = {});
 
     void load();
     void setContent(const QString& text, EditorWebView::Generation generation);
@@ -43,6 +43,8 @@ public:
     Bucket bucket;
     /// The open bucket, as the engine is told.
     std::optional<FileURL> vaultRoot = bucket.root();
+    /// What a page that is loaded begins with.
+    EditorWebView::Beginning beginning;
     WebEngineEditorView view;
     QList<PageMessage> messages;
     int deaths = 0;
