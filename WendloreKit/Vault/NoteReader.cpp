@@ -74,10 +74,15 @@ void NoteReader::shrink()
         grow(usualCapacity, 0);
 }
 
-int NoteReader::openFile(int folder, const FolderListing::Entry& file) const
+int NoteReader::openFile(int folder, const FolderListing::Entry& file)
 {
     // Never waits for anything that is no file, even if it has taken the file's place since the listing.
-    const int descriptor = ::openat(folder, file.name.data(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    int descriptor = ::openat(folder, file.name.data(), flags | m_traceless);
+    if (descriptor < 0 && errno == EPERM && m_traceless != 0) {
+        m_traceless = 0;
+        descriptor = ::openat(folder, file.name.data(), flags);
+    }
     if (descriptor < 0 || file.isRegularFile || isRegular(descriptor))
         return descriptor;
     ::close(descriptor);
@@ -118,6 +123,7 @@ void NoteReader::read(int folder, std::span<const FolderListing::Entry> files, c
         std::size_t index;
     };
     m_endsInsidePage = !files.empty() && givesWholePages(folder);
+    m_traceless = O_NOATIME;
     std::array<Waiting, batchSize> waiting;
     for (std::size_t start = 0; start < files.size(); start += batchSize) {
         std::size_t count = 0;

@@ -2,10 +2,12 @@
 
 #include "Fakes/Bucket.h"
 
+#include <QFile>
 #include <QTest>
 
 #include <algorithm>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -33,6 +35,7 @@ private Q_SLOTS:
     void aFolderThatTakesManyReadsIsListedWhole();
     void namesEndWithAZeroByte();
     void onlyALinkThatMayBeFollowedIsListed();
+    void aFolderIsFoundFromOneAboveItToo();
     void whatCannotBeReadIsEmpty();
 };
 
@@ -101,6 +104,23 @@ void FolderListingTests::onlyALinkThatMayBeFollowedIsListed()
 
     QCOMPARE(FolderListing(link, FollowLink::No).entries().size(), 0U);
     QCOMPARE(FolderListing(link, FollowLink::Yes).entries().size(), 1U);
+}
+
+void FolderListingTests::aFolderIsFoundFromOneAboveItToo()
+{
+    const Bucket bucket({{"mapp/under/A.md", ""}});
+    const int above = ::open(bucket.root().bytes().constData(), O_PATH | O_DIRECTORY);
+    QVERIFY(above >= 0);
+    const FileURL folder = bucket.folder(u"mapp/under"_s);
+    // What the location says is not asked for as a whole any more.
+    QVERIFY(QFile::rename(bucket.root().path(), bucket.root().path() + u" flyttad"_s));
+
+    const FolderListing listing({folder, FollowLink::No, above, bucket.root().bytes().size() + 1});
+    const std::size_t found = listing.entries().size();
+
+    QVERIFY(QFile::rename(bucket.root().path() + u" flyttad"_s, bucket.root().path()));
+    ::close(above);
+    QCOMPARE(found, 1U);
 }
 
 void FolderListingTests::whatCannotBeReadIsEmpty()
