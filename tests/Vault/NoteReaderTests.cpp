@@ -52,6 +52,7 @@ private Q_SLOTS:
     void aFileSystemThatGivesAnyPieceIsReadToTheEnd();
     void bytesBehindTheTextAreReadable();
     void aLargeFileBetweenSmallOnesIsReadWhole();
+    void onlyItsOwnFilesAreClosed();
     void readingLeavesNoTrace();
     void filesOfOtherUsersAreReadToo();
 };
@@ -183,6 +184,27 @@ void NoteReaderTests::aLargeFileBetweenSmallOnesIsReadWhole()
 
     QCOMPARE(texts, (QMap<QByteArray, QByteArray>{{"A", "a"}, {"B", large}, {"C", "c"}}));
     QCOMPARE(again, texts);
+}
+
+void NoteReaderTests::onlyItsOwnFilesAreClosed()
+{
+    const Bucket bucket({{"A", "a"}, {"B", "b"}, {"C", "c"}});
+    const FolderListing listing(bucket.root(), FollowLink::No);
+    const auto openAnother = [&listing] { return ::dup(listing.descriptor()); };
+    const int gap = openAnother();
+    const int theirs = openAnother(); // between the numbers that the notes get
+    ::close(gap);
+    NoteReader reader;
+
+    QCOMPARE(read(reader, listing).size(), 3);
+
+    QVERIFY(::fcntl(theirs, F_GETFD) != -1);
+    const int first = openAnother();
+    const int second = openAnother();
+    for (const int descriptor : {first, second, theirs})
+        ::close(descriptor);
+    QCOMPARE(first, gap);
+    QCOMPARE(second, theirs + 1);
 }
 
 void NoteReaderTests::readingLeavesNoTrace()
