@@ -36,7 +36,8 @@ void closeOtherFiles()
 
 void confineDecoder()
 {
-    limitTo(RLIMIT_AS, decoder::mostMemory);
+    // What can hold data: libraries set much larger ranges of addresses aside, which take no memory.
+    limitTo(RLIMIT_DATA, decoder::mostMemory);
     limitTo(RLIMIT_FSIZE, 0);
     limitTo(RLIMIT_CORE, 0);
     ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
