@@ -78,6 +78,7 @@ async function buildTests() {
     target: 'node18',
     mainFields: ['module', 'main'],
     sourcemap: 'inline',
+    sourcesContent: false,
     logLevel: 'warning',
     loader: { '.svg': 'text' },
   });

@@ -4,6 +4,7 @@
 
 #include "Editor/EditorSession.h"
 #include "Editor/EditorView.h"
+#include "Look/NoticeBar.h"
 #include "Previews/ContentView.h"
 #include "Previews/DetailView.h"
 #include "Shell/FileTreeView.h"
@@ -18,6 +19,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +42,7 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     , m_content(new ContentView(state, new SidebarView(state)))
     , m_menus(new MenuCommands(state, state, *this, MenuCommands::Scene::main))
     , m_tabs(new WindowTabBar(this))
+    , m_notice(new NoticeBar(u"arrow.down.circle"_s, this))
     , m_closing(*this, m_content->detail().editor())
 {
     buildContent();
@@ -55,6 +59,10 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     connect(&session(), &EditorSession::titleChanged, this, &MainWindow::showTitle);
     connect(&state, &AppState::selectedFileChanged, this, &MainWindow::showTitle);
     connect(&state, &AppState::vaultURLChanged, this, &MainWindow::showTitle);
+    connect(&state, &AppState::vaultURLChanged, this, [this, had = state.vaultURL().has_value()]() mutable {
+        if (!std::exchange(had, m_state.vaultURL().has_value()))
+            takeFocus(); // the invitation to open a bucket had it, and is gone
+    });
     showTitle();
 }
 
@@ -70,6 +78,7 @@ void MainWindow::buildContent()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_tabs);
+    layout->addWidget(m_notice);
     layout->addWidget(m_content, 1);
     setCentralWidget(stack);
 }
@@ -117,6 +126,7 @@ void MainWindow::goToOtherPane()
         sidebar->takeFocus();
     else
         m_content->detail().takeFocus();
+    setAttribute(Qt::WA_KeyboardFocusChange); // shows where the keyboard is, as Tab does
 }
 
 void MainWindow::searchBucket()
@@ -136,7 +146,7 @@ void MainWindow::restoreLayout()
 {
     const UserDefaults& defaults = m_state.services().defaults;
     const auto stored = QJsonDocument::fromJson(defaults.data(geometryKey).value_or(QByteArray()));
-    resize(first);
+    resize(WindowGeometry::firstSize(*this, first));
     if (const auto geometry = WindowGeometry::fromJson(stored.object()))
         geometry->applyTo(*this);
     if (const auto split = defaults.data(splitKey))

@@ -14,6 +14,7 @@ class AppState;
 class ContentView;
 class EditorSession;
 class MenuCommands;
+class NoticeBar;
 class SidebarView;
 class WindowTabBar;
 
@@ -28,6 +29,8 @@ public:
     [[nodiscard]] ContentView& content() const { return *m_content; }
     [[nodiscard]] MenuCommands& menus() const { return *m_menus; }
     [[nodiscard]] EditorSession& session() const;
+    /// Where the program tells what it was asked for a while ago.
+    [[nodiscard]] NoticeBar& notice() const { return *m_notice; }
     /// Shows what other windows the program has, in the row of tabs and in the window menu.
     void setOtherWindows(const QList<QWidget*>& windows);
     /// Gives the keyboard to the tree, where a stray key changes nothing, or to the invitation to open a
@@ -59,6 +62,7 @@ private:
     ContentView* m_content;
     MenuCommands* m_menus;
     WindowTabBar* m_tabs;
+    NoticeBar* m_notice;
     WindowClosing m_closing;
 };
 

@@ -12,12 +12,26 @@
 #include "State/OpenFileWindows.h"
 #include "State/UserDefaults.h"
 
+#include <QApplication>
+#include <QDrag>
 #include <QFileInfo>
 #include <QShortcut>
+#include <QThread>
+#include <QTimer>
+
+#include <chrono>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace wendlore {
+
+namespace {
+
+/// After how long is looked again whether what was closed is gone.
+constexpr auto panelPatience = 20ms;
+
+} // namespace
 
 WendloreApp::WendloreApp(const Services& services, SystemAppearance& system, Style& style,
                          const Updater::Configuration& updates)
@@ -34,7 +48,8 @@ WendloreApp::WendloreApp(const Services& services, SystemAppearance& system, Sty
     })
 {
     showLight();
-    new CheckForUpdatesView(m_mainWindow.menus().helpMenu(), m_updater, services.workspace, m_mainWindow);
+    new CheckForUpdatesView(m_mainWindow.menus().helpMenu(), m_updater, services.workspace,
+                            m_mainWindow.notice());
     connect(&m_fileScene, &WendloreFileScene::windowMade, this, &WendloreApp::equip);
     connect(&m_fileScene, &WendloreFileScene::windowsChanged, this, &WendloreApp::showWindows);
     connect(&m_fileScene, &WendloreFileScene::fileRequested, this, &WendloreApp::show);
@@ -78,6 +93,17 @@ void WendloreApp::open(const QList<QUrl>& addresses)
 
 void WendloreApp::quit()
 {
+    // Whoever opened a menu or a panel waits for its answer in the middle of their work: first comes that to
+    // its end.
+    if (QThread::currentThread()->loopLevel() > 1) {
+        for (QWidget* asking : {QApplication::activePopupWidget(), QApplication::activeModalWidget()}) {
+            if (asking)
+                asking->close();
+        }
+        QDrag::cancel();
+        QTimer::singleShot(panelPatience, this, &WendloreApp::quit);
+        return;
+    }
     m_fileScene.closeForQuitting();
     m_mainWindow.close();
 }

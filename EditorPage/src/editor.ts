@@ -7,6 +7,7 @@ import { ChangeReporter } from './bridge';
 import { clipboardProps, copyAsText } from './clipboard/index';
 import { commandFor } from './commands/exec';
 import { correct } from './corrections';
+import { takeDomChanges } from './domChanges';
 import { FROM_TEXT, Folding, type Folded } from './folding/folding';
 import { isToEnd, needsWholeSelection } from './folding/input';
 import { markdownOf } from './markdown/write';
@@ -322,14 +323,6 @@ export class NoteEditor implements Folded {
     else tr.setMeta('appendedTransaction', this.#lastEdit);
     this.view.dispatch(tr);
   }
-}
-
-/**
- * Has the view take over what has just happened on the screen. It would put back the caret that it knows in place of one that
- * the user has set since.
- */
-function takeDomChanges(view: EditorView): void {
-  (view as unknown as { domObserver: { flush(): void } }).domObserver.flush();
 }
 
 const isEmpty = ({ from, oldTo, nextTo }: Range): boolean => from === oldTo && from === nextTo;

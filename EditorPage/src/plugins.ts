@@ -9,6 +9,7 @@ import { typingRules } from './commands/inputRules';
 import { keyPlugins } from './commands/keys';
 import { selectionReporter } from './commands/reporter';
 import { tableShape } from './commands/tableShape';
+import { typingLetters } from './commands/typeLetter';
 import { typingOver } from './commands/typeOver';
 import { noteCompletion } from './completion/plugin';
 import { countStatus } from './counts/status';
@@ -29,6 +30,7 @@ export function editorPlugins(context: NoteContext): Plugin[] {
     imageDrops(),
     typingRules(),
     typingOver(),
+    typingLetters(),
     drawnBlockPlugin(),
     inlineSourceKeys(),
     ...keyPlugins(context),

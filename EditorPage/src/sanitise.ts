@@ -38,11 +38,12 @@ export function drawnHtml(html: string, base: string): DocumentFragment {
 
 /**
  * HTML of the clipboard as inert nodes to read into the note. Nothing of it is drawn, so it may keep the styles,
- * classes and data that say what the text means.
+ * classes, data and check boxes that say what the text means.
  */
 export function clipboardHtml(html: string): DocumentFragment {
-  const attributes = [...ALLOWED_ATTRIBUTES, 'class', 'style', 'type'];
-  return DOMPurify.sanitize(html, { ...POLICY, ALLOWED_ATTR: attributes, ALLOW_DATA_ATTR: true });
+  const attributes = [...ALLOWED_ATTRIBUTES, 'checked', 'class', 'style', 'type'];
+  const tags = [...ALLOWED_TAGS, 'input'];
+  return DOMPurify.sanitize(html, { ...POLICY, ALLOWED_TAGS: tags, ALLOWED_ATTR: attributes, ALLOW_DATA_ATTR: true });
 }
 
 function makeLinkInert(link: HTMLAnchorElement): void {

@@ -4,6 +4,7 @@
 #include "Look/Drawing.h"
 #include "Look/Metrics.h"
 #include "Look/Symbols.h"
+#include "Look/ToolTip.h"
 
 #include <QEvent>
 #include <QMenu>
@@ -30,7 +31,7 @@ FlatButton::FlatButton(QWidget* parent)
 void FlatButton::describe(const QString& name, const QString& help)
 {
     setAccessibleName(name);
-    setToolTip(help);
+    setToolTip(plainToolTip(help));
 }
 
 bool FlatButton::event(QEvent* event)

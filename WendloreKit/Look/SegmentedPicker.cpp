@@ -66,11 +66,13 @@ void SegmentedPicker::add(const QString& text)
     const int index = static_cast<int>(m_segments.size());
     m_segments.push_back(segment);
     m_row->addWidget(segment);
-    segment->setChecked(index == 0);
-    connect(segment, &QRadioButton::toggled, this, [this, index](bool isChosen) {
+    connect(segment, &QRadioButton::toggled, this, [this, segment, index](bool isChosen) {
+        segment->setFocusPolicy(isChosen ? Qt::StrongFocus : Qt::ClickFocus); // Tab goes to the chosen one
         if (isChosen)
             Q_EMIT chosenChanged(index);
     });
+    segment->setFocusPolicy(Qt::ClickFocus);
+    segment->setChecked(index == 0);
 }
 
 int SegmentedPicker::chosen() const

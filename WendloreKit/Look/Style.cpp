@@ -220,8 +220,7 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, con
                     pushButtonHeight};
         break;
     case CT_ComboBox:
-        return {QProxyStyle::sizeFromContents(type, option, size, widget).width() + metrics::inset,
-                comboBoxHeight};
+        return {menuWidth(size.width()), comboBoxHeight}; // its list is as wide as the box itself
     case CT_LineEdit:
         return {size.width() + 2 * metrics::inset, std::max(size.height(), lineEditHeight)};
     case CT_MenuItem:

@@ -113,6 +113,11 @@ QSize menuItemSize(const QStyleOptionMenuItem& item, const QSize& contents)
     return {width, metrics::rowHeight};
 }
 
+int menuWidth(int textWidth)
+{
+    return textWidth + metrics::icon + metrics::inset + 2 * (itemPadding + menuMargin);
+}
+
 QSize menuBarItemSize(const QSize& contents)
 {
     return {contents.width() + 2 * barItemPadding, std::max(contents.height() + 8, 26)};

@@ -17,6 +17,8 @@ enum class EntryTone { ordinary, destructive };
 void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, EntryTone tone = EntryTone::ordinary);
 void drawMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item);
 [[nodiscard]] QSize menuItemSize(const QStyleOptionMenuItem& item, const QSize& contents);
+/// How wide a menu is whose widest text has that width, with a column for the tick of the chosen entry.
+[[nodiscard]] int menuWidth(int textWidth);
 [[nodiscard]] QSize menuBarItemSize(const QSize& contents);
 
 } // namespace wendlore

@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QSplitter>
 #include <QStandardPaths>
 #include <QTreeView>
 
@@ -22,6 +23,7 @@ namespace {
 
 /// Wide enough for names and dates.
 constexpr QSize size(760, 500);
+constexpr int placesWidth = 150;
 
 void setTexts(QFileDialog& dialog, const QString& prompt, const QString& message)
 {
@@ -52,13 +54,15 @@ void startAtHome(QFileDialog& dialog)
         dialog.setDirectory(QDir::homePath());
 }
 
-/// Gives kinds, sizes and dates the room that they need and names all the rest; only Qt's own form of the
-/// dialog has these columns.
+/// Gives places, kinds, sizes and dates the room that they need and names all the rest; only Qt's own form of
+/// the dialog has these columns.
 void setColumns(const QFileDialog& dialog)
 {
+    auto* const panes = dialog.findChild<QSplitter*>(u"splitter"_s);
     auto* const files = dialog.findChild<QTreeView*>(u"treeView"_s);
-    if (!files)
+    if (!panes || !files)
         return;
+    panes->setSizes({placesWidth, size.width() - placesWidth});
     files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
@@ -76,8 +80,8 @@ QString filterOf(const QStringList& patterns)
 /// place.
 std::optional<FileURL> choose(QFileDialog& dialog, DiskEntry kind)
 {
-    setColumns(dialog);
     dialog.resize(size);
+    setColumns(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     const QByteArray path = QFile::encodeName(dialog.selectedFiles().constFirst());

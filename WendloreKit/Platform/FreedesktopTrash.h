@@ -15,8 +15,9 @@ class FreedesktopTrash final : public Trash
 {
 public:
     /// `home` is the user's own trash folder, made when needed.
-    explicit FreedesktopTrash(FileURL home = userTrash(),
-                              std::function<QDateTime()> now = &QDateTime::currentDateTime);
+    explicit FreedesktopTrash(
+        FileURL home = userTrash(),
+        std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); });
 
     [[nodiscard]] bool put(const FileURL& item) override;
 

@@ -1,6 +1,6 @@
 #include "Previews/PdfDocument.h"
 
-#include <fcntl.h>
+#include "Vault/ReadFile.h"
 
 namespace wendlore {
 
@@ -17,9 +17,7 @@ PdfDocument::State PdfDocument::open(const QByteArray& bytes, const QString& pas
 
 PdfDocument::State PdfDocument::open(const FileURL& file, const QString& password)
 {
-    FileSystemCalls& calls = FileSystemCalls::real();
-    return openFile(Descriptor(calls, calls.openAt(AT_FDCWD, file.bytes().constData(), O_RDONLY | O_CLOEXEC)),
-                    password);
+    return openFile(openRegularFile(file), password);
 }
 
 PdfDocument::State PdfDocument::openFile(Descriptor file, const QString& password)

@@ -3,7 +3,7 @@
 #include "Decoder/DecoderTask.h"
 #include "Previews/DecoderProcess.h"
 
-#include <QFile>
+#include "Vault/ReadFile.h"
 
 namespace wendlore {
 
@@ -17,10 +17,10 @@ constexpr auto timeToAnswer = 2s;
 /// Empty when there is no answer.
 QByteArray ask(const FileURL& url, DecoderTask task, const QuickLookLimits& limits)
 {
-    QFile file(QFile::decodeName(url.bytes()));
-    if (!file.open(QIODevice::ReadOnly))
+    const Descriptor file = openRegularFile(url);
+    if (!file.isOpen())
         return {};
-    DecoderProcess process(file.handle());
+    DecoderProcess process(file.get());
     const auto time = limits.remainingTime();
     return process
         .ask(decoderValues(task, url.lastPathComponent(), qint64(time.count())),

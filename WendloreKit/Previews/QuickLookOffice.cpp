@@ -66,15 +66,16 @@ QByteArray sheetsMarkup(const QDir& folder)
 /// What the conversion gives, as it is kept: the pages, or the markup of the tables. Empty when it fails.
 QByteArray converted(const FileURL& file, bool isSheet, const QuickLookLimits& limits)
 {
-    const QString source = sourceOf(file);
+    const QFileInfo source(sourceOf(file));
     const QTemporaryDir folder;
-    const QString copy = folder.filePath(u"dokument."_s + QFileInfo(source).suffix());
-    if (!folder.isValid() || QFileInfo(source).size() > largestDocument || !QFile::copy(source, copy))
+    const QString copy = folder.filePath(u"dokument."_s + source.suffix());
+    if (!folder.isValid() || !source.isFile() || source.size() > largestDocument ||
+        !QFile::copy(source.filePath(), copy))
         return {};
     const QString format =
         isSheet ? u"csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false,-1"_s
                 : u"pdf"_s;
-    if (!runOfficeProgram(officeProgram(), folder.path(), copy, format, limits))
+    if (!runOfficeProgram(officeProgram(), folder.path(), {copy}, format, limits))
         return {};
     if (isSheet)
         return sheetsMarkup(QDir(folder.path()));

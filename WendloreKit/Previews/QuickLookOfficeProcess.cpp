@@ -1,23 +1,15 @@
 #include "Previews/QuickLookOfficeProcess.h"
 
+#include "Previews/QuickLookOfficeConfinement.h"
+
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QUrl>
 
-#include <cerrno>
 #include <csignal>
-#include <cstddef>
-
-#include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
-#include <sched.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
-#include <sys/socket.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -26,9 +18,7 @@ namespace wendlore {
 namespace {
 
 constexpr int pollInterval = 50; // milliseconds
-constexpr rlim_t largestFile = 500'000'000;
-constexpr rlim_t mostMemory = 4'000'000'000;
-constexpr rlim_t mostSeconds = 120;
+constexpr int timeToEnd = 5000;  // milliseconds; a file server that does not answer can keep it longer
 
 /// No macros, and nothing is fetched that a document refers to.
 constexpr auto settings = R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -42,49 +32,31 @@ constexpr auto settings = R"(<?xml version="1.0" encoding="UTF-8"?>
 </oor:items>
 )";
 
-bool writeSettings(const QString& profile)
+bool write(const QString& path, const QByteArray& bytes)
 {
-    if (!QDir().mkpath(profile + u"/user"_s))
-        return false;
-    QFile file(profile + u"/user/registrymodifications.xcu"_s);
-    return file.open(QIODevice::WriteOnly) && file.write(settings) > 0;
+    QFile file(path);
+    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
+           file.write(bytes) == bytes.size();
 }
 
-void limitTo(__rlimit_resource resource, rlim_t most)
+/// What the program calls its release, as it says beside itself; empty when it says it elsewhere.
+QByteArray releaseOf(const QString& program)
 {
-    const rlimit limit{most, most};
-    ::setrlimit(resource, &limit);
+    constexpr auto key = "buildid=";
+    QFile file(QFileInfo(QFileInfo(program).canonicalFilePath()).dir().filePath(u"versionrc"_s));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine().trimmed();
+        if (line.startsWith(key))
+            return line.mid(qstrlen(key));
+    }
+    return {};
 }
 
-/// Refuses sockets that lead out of this computer. What the process starts has the same filter.
-void refuseNetwork()
+QString profileIn(const QString& folder)
 {
-    constexpr auto call = offsetof(seccomp_data, nr);
-    constexpr auto family = offsetof(seccomp_data, args); // the lower half of the first argument
-    static sock_filter steps[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, call),
-                                  BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_socket, 0, 3),
-                                  BPF_STMT(BPF_LD | BPF_W | BPF_ABS, family),
-                                  BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_INET, 2, 0),
-                                  BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_INET6, 1, 0),
-                                  BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-                                  BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EACCES)};
-    const sock_fprog filter{std::size(steps), steps};
-    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter);
-}
-
-/// In the child: a group of its own, so that all of it can be ended, limits, and no network, not even to this
-/// computer where the system lets a process give that up.
-void confine()
-{
-    ::setpgid(0, 0);
-    limitTo(RLIMIT_FSIZE, largestFile);
-    limitTo(RLIMIT_AS, mostMemory);
-    limitTo(RLIMIT_CPU, mostSeconds);
-    limitTo(RLIMIT_CORE, 0);
-    if (::unshare(CLONE_NEWNET) == -1)
-        static_cast<void>(::unshare(CLONE_NEWUSER | CLONE_NEWNET));
-    refuseNetwork();
+    return folder + u"/profil"_s;
 }
 
 QProcessEnvironment environmentIn(const QString& folder)
@@ -93,38 +65,74 @@ QProcessEnvironment environmentIn(const QString& folder)
     environment.insert(u"HOME"_s, folder);
     environment.insert(u"TMPDIR"_s, folder);
     environment.insert(u"SAL_USE_VCLPLUGIN"_s, u"svp"_s);
-    for (const QString& name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"DBUS_SESSION_BUS_ADDRESS"_s})
+    for (const QString& name :
+         {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"DBUS_SESSION_BUS_ADDRESS"_s, u"XDG_CONFIG_HOME"_s,
+          u"XDG_CACHE_HOME"_s, u"XDG_DATA_HOME"_s, u"XDG_STATE_HOME"_s, u"XDG_RUNTIME_DIR"_s})
         environment.remove(name);
     return environment;
 }
 
-} // namespace
-
-bool runOfficeProgram(const QString& program, const QString& folder, const QString& document,
-                      const QString& format, const QuickLookLimits& limits)
+/// Removes the socket that the program with the settings at `address` listened on: it may make one in the
+/// folder that all share, but remove nothing there. Its name has a sum of that in it.
+void removeSocket(const QString& address)
 {
-    const QString profile = folder + u"/profil"_s;
-    if (program.isEmpty() || !writeSettings(profile))
-        return false;
+    const QByteArray sum = QCryptographicHash::hash(
+        {reinterpret_cast<const char*>(address.utf16()), address.size() * qsizetype(sizeof(QChar))},
+        QCryptographicHash::Md5);
+    QString pattern = u"OSL_PIPE_*_SingleOfficeIPC_"_s; // of a user who may have another number in there
+    for (const char byte : sum)
+        pattern += QString::number(uchar(byte), 16);
+    for (const QString& folder : {u"/tmp"_s, u"/var/tmp"_s}) {
+        const auto sockets = QDir(folder).entryInfoList({pattern}, QDir::System | QDir::Hidden);
+        for (const QFileInfo& socket : sockets)
+            QFile::remove(socket.filePath());
+    }
+}
+
+/// Runs the program once; see `runOfficeProgram`.
+bool run(const QString& program, const QString& folder, const QStringList& arguments,
+         const QuickLookLimits& limits)
+{
+    const QString profile = QUrl::fromLocalFile(profileIn(folder)).toString(QUrl::FullyEncoded);
     QProcess process;
     process.setProcessEnvironment(environmentIn(folder));
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
-    process.setChildProcessModifier(confine);
-    process.start(program,
-                  {u"-env:UserInstallation="_s + QUrl::fromLocalFile(profile).toString(QUrl::FullyEncoded),
-                   u"--headless"_s, u"--norestore"_s, u"--nodefault"_s, u"--nologo"_s, u"--nolockcheck"_s,
-                   u"--convert-to"_s, format, u"--outdir"_s, folder, document});
+    const QuickLookOfficeConfinement confinement(program, folder);
+    process.setChildProcessModifier([&confinement] { confinement.apply(); });
+    process.start(program, QStringList{u"-env:UserInstallation="_s + profile} + arguments);
     if (!process.waitForStarted())
         return false;
     const auto group = static_cast<pid_t>(process.processId());
-    while (!process.waitForFinished(pollInterval) && process.state() != QProcess::NotRunning) {
-        if (limits.areReached())
-            ::kill(-group, SIGKILL);
-    }
-    ::kill(-group, SIGKILL); // what it may have left behind
+    bool isRunning = true;
+    while (isRunning && !limits.areReached())
+        isRunning = !process.waitForFinished(pollInterval) && process.state() != QProcess::NotRunning;
+    ::kill(-group, SIGKILL); // and what it may have left behind
+    process.waitForFinished(timeToEnd);
+    removeSocket(profile);
     return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 && !limits.areReached();
+}
+
+} // namespace
+
+bool runOfficeProgram(const QString& program, const QString& folder, const QStringList& documents,
+                      const QString& format, const QuickLookLimits& limits)
+{
+    const QString profile = profileIn(folder);
+    if (program.isEmpty() || !write(profile + u"/user/registrymodifications.xcu"_s, settings))
+        return false;
+    // Without it the program takes itself for new, looks through its extensions and starts again.
+    const QByteArray release = releaseOf(program);
+    const QString note = profile + u"/user/extensions/buildid"_s;
+    const bool isKnown = !release.isEmpty() && write(note, release);
+    const QStringList arguments =
+        QStringList{u"--headless"_s,   u"--norestore"_s, u"--nodefault"_s, u"--nologo"_s, u"--nolockcheck"_s,
+                    u"--convert-to"_s, format,           u"--outdir"_s,    folder} +
+        documents;
+    // The second start is refused the socket of the first one, which is gone when it is tried once more.
+    return run(program, folder, arguments, limits) ||
+           (!isKnown && QFile::exists(note) && run(program, folder, arguments, limits));
 }
 
 } // namespace wendlore

@@ -7,6 +7,7 @@
 #include "Look/Fonts.h"
 #include "Look/Metrics.h"
 #include "Look/Symbols.h"
+#include "Look/ToolTip.h"
 #include "State/AppState.h"
 
 #include <QMenu>
@@ -74,7 +75,7 @@ void BucketSwitcher::addBuckets()
 {
     for (const FileURL& bucket : m_state.vaults()) {
         QAction* entry = m_menu->addAction(withoutMnemonic(bucket.lastPathComponent()));
-        entry->setToolTip(bucket.path());
+        entry->setToolTip(plainToolTip(bucket.path()));
         if (bucket == m_state.vaultURL())
             entry->setIcon(symbolIcon(u"checkmark"_s));
         connect(entry, &QAction::triggered, &m_state, [this, bucket] { m_state.switchVault(bucket); });

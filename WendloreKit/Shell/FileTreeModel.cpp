@@ -1,6 +1,7 @@
 #include "Shell/FileTreeModel.h"
 
 #include "Look/FileSymbol.h"
+#include "Look/ToolTip.h"
 
 #include "State/AppState.h"
 
@@ -111,7 +112,7 @@ QVariant FileTreeModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return item.isFolder ? item.url.lastPathComponent() : item.url.nameWithoutExtension();
     case Qt::ToolTipRole:
-        return item.url.lastPathComponent();
+        return plainToolTip(item.url.lastPathComponent());
     case Qt::AccessibleTextRole:
         return item.isFolder ? u"%1, mapp"_s.arg(item.url.lastPathComponent()) : item.url.lastPathComponent();
     case UrlRole:

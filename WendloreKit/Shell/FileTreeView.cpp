@@ -22,14 +22,15 @@ FileTreeView::FileTreeView(AppState& state, QWidget* parent)
     , m_model(new FileTreeModel(state, this))
     , m_delegate(new FileTreeDelegate(this))
 {
+    // Before there are rows: Qt 6.8 keeps the height that it took the rows to have when they were not alike.
+    setUniformRowHeights(true);
+    setHeaderHidden(true);
     setModel(m_model);
     setItemDelegate(m_delegate);
     setAccessibleName(u"Filer"_s);
-    setHeaderHidden(true);
     setFrameShape(QFrame::NoFrame);
     setIndentation(0);
     setRootIsDecorated(false);
-    setUniformRowHeights(true);
     setExpandsOnDoubleClick(false);
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);

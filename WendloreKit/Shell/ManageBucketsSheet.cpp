@@ -7,11 +7,13 @@
 #include "Look/Fonts.h"
 #include "Look/Metrics.h"
 #include "Look/Symbols.h"
+#include "Look/ToolTip.h"
 #include "State/AppState.h"
 #include "State/CloudKeyValueStore.h"
 #include "State/Panels.h"
 #include "State/UserDefaults.h"
 
+#include <QAbstractButton>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPushButton>
@@ -37,7 +39,7 @@ public:
         , m_place(std::move(place))
     {
         setAccessibleName(m_name);
-        setToolTip(m_place);
+        setToolTip(plainToolTip(m_place));
         setFixedHeight(m_place.isEmpty() ? metrics::rowHeight : 40);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
@@ -148,9 +150,16 @@ void ManageBucketsSheet::showCloudFolder()
 void ManageBucketsSheet::showLists()
 {
     // The button of a row may be what brought us here: the old rows go once its click is over.
-    if (QWidget* old = m_lists->takeWidget())
+    if (QWidget* old = m_lists->takeWidget()) {
+        m_lists->setFocus(); // not on the next row's button, which the same key would press
         old->deleteLater();
+    }
     m_lists->setWidget(makeLists());
+    QWidget* previous = m_lists;
+    for (auto* button : m_lists->widget()->findChildren<QAbstractButton*>()) {
+        setTabOrder(previous, button);
+        previous = button;
+    }
 }
 
 QWidget* ManageBucketsSheet::makeLists()

@@ -1,5 +1,6 @@
 #include "Shell/SearchResultsModel.h"
 
+#include "Look/ToolTip.h"
 #include "State/AppState.h"
 
 using namespace Qt::StringLiterals;
@@ -33,7 +34,7 @@ QVariant SearchResultsModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return hit.url().nameWithoutExtension();
     case Qt::ToolTipRole:
-        return hit.url().path();
+        return plainToolTip(hit.url().path());
     case Qt::AccessibleTextRole:
         return hit.snippet().isEmpty()
                    ? hit.url().nameWithoutExtension()

@@ -45,6 +45,8 @@ SearchView::SearchView(AppState& state, QWidget* parent)
     connect(&state, &AppState::vaultURLChanged, this, &SearchView::search);
     connect(&state, &AppState::searchResultsChanged, this, &SearchView::showResults);
     connect(&state, &AppState::isSearchingChanged, this, &SearchView::showResults);
+    connect(&state, &AppState::isSearchingChanged, this, &SearchView::openAwaitedResult,
+            Qt::QueuedConnection);
     connect(&state, &AppState::selectedFileChanged, m_results->viewport(), qOverload<>(&QWidget::update));
     showResults();
 }
@@ -85,6 +87,7 @@ void SearchView::end()
 
 void SearchView::search()
 {
+    m_isResultAwaited = false;
     m_state.setSearchQuery(m_field->text());
     m_state.performSearchInBackground();
     showResults();
@@ -124,8 +127,17 @@ bool SearchView::eventFilter(QObject* watched, QEvent* event)
 
 void SearchView::openCurrentResult()
 {
+    m_isResultAwaited = m_state.isSearching();
+    if (m_isResultAwaited)
+        return; // what is listed holds something else than what is looked for now
     const QModelIndex current = m_results->currentIndex();
     open(current.isValid() ? current : m_model->index(0));
+}
+
+void SearchView::openAwaitedResult()
+{
+    if (m_isResultAwaited && !m_state.isSearching())
+        openCurrentResult();
 }
 
 void SearchView::open(const QModelIndex& result)

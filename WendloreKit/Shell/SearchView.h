@@ -38,6 +38,7 @@ private:
     void showResults();
     void goToResults();
     void openCurrentResult();
+    void openAwaitedResult();
     void open(const QModelIndex& result);
 
     AppState& m_state;
@@ -46,6 +47,8 @@ private:
     QListView* m_results;
     QLabel* m_nothing;
     SearchResultsModel* m_model;
+    /// Enter was pressed before the search for what stands in the field was over.
+    bool m_isResultAwaited = false;
 };
 
 } // namespace wendlore

@@ -54,7 +54,6 @@ WendloreFileScene::WendloreFileScene(AppState& mainState, SettleMain settleMain,
 
 WendloreFileScene::~WendloreFileScene()
 {
-    m_isQuitting = true;
     for (WendloreFileWindowView* window : std::exchange(m_windows, {}))
         delete window;
 }
@@ -93,7 +92,7 @@ void WendloreFileScene::restore()
 void WendloreFileScene::closeForQuitting()
 {
     keepWindows();
-    m_isQuitting = true;
+    m_leaving = {m_windows.begin(), m_windows.end()};
     for (WendloreFileWindowView* window : std::vector(m_windows))
         window->close();
 }
@@ -125,7 +124,7 @@ void WendloreFileScene::show(const std::optional<FileURL>& file,
 void WendloreFileScene::forget(WendloreFileWindowView* window)
 {
     std::erase(m_windows, window);
-    if (!m_isQuitting)
+    if (m_leaving.erase(window) == 0)
         keepWindows();
     Q_EMIT windowsChanged();
 }

@@ -62,7 +62,8 @@ private:
     /// Files whose window waits for the main window to have written them.
     std::set<FileURL> m_awaited;
     bool m_isRelaying = false;
-    bool m_isQuitting = false;
+    /// What is closed because the program ends. It may yet go on: text that can be kept nowhere holds it.
+    std::set<const WendloreFileWindowView*> m_leaving;
 };
 
 } // namespace wendlore

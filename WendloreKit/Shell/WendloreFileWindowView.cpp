@@ -1,6 +1,7 @@
 #include "Shell/WendloreFileWindowView.h"
 
 #include "Shell/WindowClosing.h"
+#include "Shell/WindowGeometry.h"
 
 #include "Editor/ConflictNotice.h"
 #include "Editor/EditorBar.h"
@@ -41,7 +42,7 @@ WendloreFileWindowView::WendloreFileWindowView(const Services& services, const s
     setAttribute(Qt::WA_DeleteOnClose);
     setPalette(Colors::of(ColorScheme::light).palette());
     setMinimumSize(smallest);
-    resize(first);
+    resize(WindowGeometry::firstSize(*this, first));
     if (m_fileURL) {
         m_windowState = std::make_unique<AppState>(services);
         m_windowState->openBucketOf(*m_fileURL); // its pictures and links are found there

@@ -16,6 +16,9 @@ namespace {
 /// How much of a window has to lie on a screen, so that it can be taken hold of.
 constexpr QSize graspable(100, 40);
 
+/// What frames add to a window, and a little more; no frame can be asked before the window is shown.
+constexpr QSize frameRoom(10, 40);
+
 bool isGraspable(const QRect& window)
 {
     return std::ranges::any_of(QGuiApplication::screens(), [&window](const QScreen* screen) {
@@ -53,11 +56,23 @@ QJsonObject WindowGeometry::toJson() const
             {u"isMaximized"_s, isMaximized}};
 }
 
+QSize WindowGeometry::firstSize(const QWidget& window, const QSize& wanted)
+{
+    return wanted.boundedTo(window.screen()->availableSize() - frameRoom);
+}
+
 void WindowGeometry::applyTo(QWidget& window) const
 {
-    if (isGraspable(normal))
-        window.move(normal.topLeft());
-    window.resize(normal.size());
+    const QScreen* home = QGuiApplication::screenAt(normal.center());
+    const QRect screen = (home ? home : window.screen())->availableGeometry();
+    if (normal.width() > screen.width() || normal.height() > screen.height()) {
+        window.move(screen.topLeft());
+        window.resize(normal.size().boundedTo(screen.size() - frameRoom));
+    } else {
+        if (isGraspable(normal))
+            window.move(normal.topLeft());
+        window.resize(normal.size());
+    }
     if (isMaximized)
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }

@@ -21,7 +21,11 @@ struct WindowGeometry final
     [[nodiscard]] static std::optional<WindowGeometry> fromJson(const QJsonObject& json);
     [[nodiscard]] QJsonObject toJson() const;
 
-    /// Puts a window that is not shown yet there; one that would lie outside every screen only gets its size.
+    /// The size for a window that never was anywhere: `wanted`, as far as its screen has room for it and a
+    /// frame.
+    [[nodiscard]] static QSize firstSize(const QWidget& window, const QSize& wanted);
+    /// Puts a window that is not shown yet there; one that would lie outside every screen only gets its size,
+    /// and one that is larger than its screen gets that of the screen.
     void applyTo(QWidget& window) const;
 
     friend bool operator==(const WindowGeometry&, const WindowGeometry&) = default;

@@ -4,6 +4,7 @@
 
 #include "Look/Colors.h"
 #include "Look/Metrics.h"
+#include "Look/ToolTip.h"
 
 #include <QPainter>
 #include <QSignalBlocker>
@@ -44,7 +45,7 @@ void WindowTabBar::setWindows(const QList<QWidget*>& windows)
         QWidget* window = windows[index];
         const auto showTitle = [this, window] {
             setTabText(int(m_windows.indexOf(window)), windowName(*window));
-            setTabToolTip(int(m_windows.indexOf(window)), windowName(*window));
+            setTabToolTip(int(m_windows.indexOf(window)), plainToolTip(windowName(*window)));
         };
         connect(window, &QWidget::windowTitleChanged, this, showTitle);
         showTitle();

@@ -11,9 +11,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <mutex>
-#include <numeric>
 #include <optional>
 #include <thread>
 
@@ -56,20 +54,64 @@ std::unique_ptr<icu::Collator> collatorFor(const QByteArray& locale)
     return collator;
 }
 
-/// The keys of many names, made in two parts that different threads can fill.
+/// Does both, at the same time where that is worth it.
+template <typename One, typename Other>
+void doBoth(bool isWorthTwoThreads, const One& one, const Other& other)
+{
+    if (!isWorthTwoThreads) {
+        one();
+        other();
+        return;
+    }
+    const std::jthread thread(other);
+    one();
+}
+
+/// The keys of many names.
 class SortKeys final
 {
 public:
-    explicit SortKeys(std::size_t count)
-        : m_keys(count)
-    {}
+    SortKeys(std::span<const std::string_view> names, const std::optional<LatinOrder>& latin)
+        : m_keys(names.size())
+    {
+        const bool isLarge = names.size() >= worthTwoThreads;
+        const std::size_t middle = isLarge ? names.size() / 2 : names.size();
+        doBoth(
+            isLarge, [&] { fill(0, names, 0, middle, latin); },
+            [&] { fill(1, names, middle, names.size(), latin); });
+    }
 
-    /// Makes the keys of the names from place `from` up to `to`, for `part` 0 or 1.
-    void fill(std::size_t part, std::span<const std::string_view> names, std::size_t from, std::size_t to,
+    [[nodiscard]] std::size_t count() const { return m_keys.size(); }
+    /// Only names in Latin letters have a key.
+    [[nodiscard]] bool has(std::size_t place) const { return m_keys[place].isLatin; }
+    /// The eight bytes of a key from `start` on as a number that compares like them; zeros stand behind its
+    /// end, and nowhere in a key.
+    [[nodiscard]] quint64 part(std::uint32_t place, std::size_t start) const
+    {
+        const Key& key = m_keys[place];
+        if (start >= key.size)
+            return 0;
+        const auto bytes = qFromBigEndian<quint64>(m_bytes[key.half].data() + key.start + start);
+        const std::size_t left = key.size - start;
+        return left >= partSize ? bytes : bytes & ~quint64(0) << 8 * (partSize - left);
+    }
+
+    static constexpr std::size_t partSize = sizeof(quint64);
+
+private:
+    struct Key final
+    {
+        std::uint32_t start = 0;
+        std::uint32_t size : 30 = 0;
+        std::uint32_t half : 1 = 0;
+        std::uint32_t isLatin : 1 = 0;
+    };
+
+    void fill(std::size_t half, std::span<const std::string_view> names, std::size_t from, std::size_t to,
               const std::optional<LatinOrder>& latin)
     {
-        std::string& bytes = m_bytes[part];
-        std::size_t size = sizeof(quint64);
+        std::string& bytes = m_bytes[half];
+        std::size_t size = partSize;
         for (std::size_t place = from; place < to; ++place)
             size += names[place].size() + 2;
         bytes.reserve(size);
@@ -78,43 +120,116 @@ public:
             key.start = std::uint32_t(bytes.size());
             key.isLatin = latin && latin->appendKey(names[place], bytes);
             key.size = std::uint32_t(bytes.size() - key.start);
+            key.half = std::uint32_t(half);
         }
-        bytes.append(sizeof(quint64), '\0');
-        for (std::size_t place = from; place < to; ++place) {
-            m_keys[place].part = std::uint32_t(part);
-            m_keys[place].beginning = qFromBigEndian<quint64>(bytes.data() + m_keys[place].start);
-        }
+        bytes.append(partSize, '\0');
     }
-
-    /// Nothing where one of the names has no key.
-    [[nodiscard]] std::optional<std::weak_ordering> compare(std::uint32_t left, std::uint32_t right) const
-    {
-        const Key& one = m_keys[left];
-        const Key& two = m_keys[right];
-        if (!one.isLatin || !two.isLatin)
-            return std::nullopt;
-        const std::size_t common = std::min<std::size_t>(one.size, two.size);
-        if (common >= sizeof one.beginning && one.beginning != two.beginning)
-            return one.beginning <=> two.beginning;
-        const int order = std::memcmp(bytesOf(one), bytesOf(two), common);
-        return order != 0 ? order <=> 0 : std::size_t(one.size) <=> std::size_t(two.size);
-    }
-
-private:
-    struct Key final
-    {
-        quint64 beginning = 0; ///< decides most comparisons
-        std::uint32_t start = 0;
-        std::uint32_t size : 30 = 0;
-        std::uint32_t part : 1 = 0;
-        std::uint32_t isLatin : 1 = 0;
-    };
-
-    [[nodiscard]] const char* bytesOf(const Key& key) const { return m_bytes[key.part].data() + key.start; }
 
     std::vector<Key> m_keys;
     std::array<std::string, 2> m_bytes;
 };
+
+/// Sorts places by their keys, eight bytes of all keys at a time, which lie beside each other then.
+class KeySort final
+{
+public:
+    KeySort(const SortKeys& keys, const NameOrder::IsBefore& isBefore)
+        : m_keys(keys)
+        , m_isBefore(isBefore)
+    {}
+
+    /// The places that have a key, in order; the others are appended to `rest`.
+    [[nodiscard]] std::vector<std::uint32_t> sorted(std::vector<std::uint32_t>& rest) const
+    {
+        std::vector<Slot> slots;
+        slots.reserve(m_keys.count());
+        for (std::uint32_t place = 0; place < m_keys.count(); ++place) {
+            if (m_keys.has(place))
+                slots.push_back({m_keys.part(place, 0), place});
+            else
+                rest.push_back(place);
+        }
+        const bool isLarge = slots.size() >= worthTwoThreads;
+        const auto upper = isLarge ? splitInTwo(slots) : slots.end();
+        doBoth(
+            isLarge,
+            [&] {
+                sort({slots.begin(), upper}, 0);
+            },
+            [&] {
+                sort({upper, slots.end()}, 0);
+            });
+        std::vector<std::uint32_t> places(slots.size());
+        std::ranges::transform(slots, places.begin(), &Slot::place);
+        return places;
+    }
+
+private:
+    struct Slot final
+    {
+        quint64 part;
+        std::uint32_t place;
+    };
+    using Slots = std::span<Slot>;
+
+    /// Puts about the smaller half first; equal ones stay together.
+    [[nodiscard]] static std::vector<Slot>::iterator splitInTwo(std::vector<Slot>& slots)
+    {
+        std::array<quint64, 101> samples;
+        for (std::size_t i = 0; i < samples.size(); ++i)
+            samples[i] = slots[i * slots.size() / samples.size()].part;
+        const auto middle = samples.begin() + samples.size() / 2;
+        std::ranges::nth_element(samples, middle);
+        return std::partition(slots.begin(), slots.end(),
+                              [pivot = *middle](const Slot& slot) { return slot.part < pivot; });
+    }
+
+    /// Sorts slots whose keys are the same up to `start`.
+    void sort(Slots slots, std::size_t start) const
+    {
+        std::ranges::sort(slots, {}, &Slot::part);
+        for (auto first = slots.begin(); first != slots.end();) {
+            const auto end = std::find_if(
+                first, slots.end(), [part = first->part](const Slot& slot) { return slot.part != part; });
+            if (end - first > 1)
+                sortEqual({first, end}, start);
+            first = end;
+        }
+    }
+
+    void sortEqual(Slots slots, std::size_t start) const
+    {
+        const bool isWholeKey = (slots.front().part & 0xFF) == 0;
+        if (isWholeKey) {
+            std::ranges::sort(slots, m_isBefore, &Slot::place);
+            return;
+        }
+        for (Slot& slot : slots)
+            slot.part = m_keys.part(slot.place, start + SortKeys::partSize);
+        sort(slots, start + SortKeys::partSize);
+    }
+
+    const SortKeys& m_keys;
+    const NameOrder::IsBefore& m_isBefore;
+};
+
+/// Both sorted lists as one; `few` may well be the shorter one.
+template <typename IsFirst>
+std::vector<std::uint32_t> merged(const std::vector<std::uint32_t>& many,
+                                  const std::vector<std::uint32_t>& few, const IsFirst& isFirst)
+{
+    std::vector<std::uint32_t> all;
+    all.reserve(many.size() + few.size());
+    auto next = many.begin();
+    for (const std::uint32_t place : few) {
+        const auto end = std::upper_bound(next, many.end(), place, isFirst);
+        all.insert(all.end(), next, end);
+        all.push_back(place);
+        next = end;
+    }
+    all.insert(all.end(), next, many.end());
+    return all;
+}
 
 } // namespace
 
@@ -158,29 +273,22 @@ std::weak_ordering NameOrder::compare(QByteArrayView left, QByteArrayView right)
 std::vector<std::uint32_t> NameOrder::sorted(std::span<const std::string_view> names,
                                              const IsBefore& isBefore) const
 {
-    SortKeys keys(names.size());
-    std::vector<std::uint32_t> places(names.size());
-    std::iota(places.begin(), places.end(), 0U);
-    const auto isFirst = [&](std::uint32_t left, std::uint32_t right) {
-        const auto order = keys.compare(left, right);
-        const auto known = order ? *order : compare(names[left], names[right]);
-        return known == 0 ? isBefore(left, right) : known < 0;
-    };
-    const auto sortPart = [&](std::size_t part, std::size_t from, std::size_t to) {
-        keys.fill(part, names, from, to, m_rules->latin);
-        std::sort(places.begin() + std::ptrdiff_t(from), places.begin() + std::ptrdiff_t(to), isFirst);
-    };
-    const std::size_t middle = places.size() < worthTwoThreads ? places.size() : places.size() / 2;
-    if (middle == places.size()) {
-        sortPart(0, 0, middle);
+    const SortKeys keys(names, m_rules->latin);
+    std::vector<std::uint32_t> rest;
+    std::vector<std::uint32_t> places = KeySort(keys, isBefore).sorted(rest);
+    if (rest.empty())
         return places;
-    }
-    {
-        const std::jthread other([&] { sortPart(1, middle, places.size()); });
-        sortPart(0, 0, middle);
-    }
-    std::inplace_merge(places.begin(), places.begin() + std::ptrdiff_t(middle), places.end(), isFirst);
-    return places;
+
+    const auto isFirst = [&](std::uint32_t left, std::uint32_t right) {
+        const auto order = compare(names[left], names[right]);
+        return order == 0 ? isBefore(left, right) : order < 0;
+    };
+    const auto middle = rest.begin() + std::ptrdiff_t(rest.size() / 2);
+    doBoth(
+        rest.size() >= worthTwoThreads, [&] { std::sort(rest.begin(), middle, isFirst); },
+        [&] { std::sort(middle, rest.end(), isFirst); });
+    std::inplace_merge(rest.begin(), middle, rest.end(), isFirst);
+    return merged(places, rest, isFirst);
 }
 
 QByteArray NameOrder::userLocale()

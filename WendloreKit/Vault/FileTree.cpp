@@ -71,25 +71,23 @@ std::optional<FileURL> findPath(const QByteArray& path, const std::vector<FileNo
 
 } // namespace
 
-std::vector<FileNode> nodesOfFolder(const FileURL& folder, FollowLink followLink, const NameOrder& order)
+std::vector<FileNode> nodesOfFolder(const FolderPlace& folder, const NameOrder& order)
 {
-    const FolderListing listing(folder, followLink);
+    const FolderListing listing(folder);
     std::vector<Entry> entries = listing.entries();
     for (Entry& entry : entries)
         entry.isDirectory = entry.isDirectory && !isPackageName(QByteArrayView(entry.name));
     const auto files = std::ranges::partition(entries, &Entry::isDirectory);
     std::vector<FileNode> nodes;
     nodes.reserve(entries.size());
-    appendSorted(nodes, {entries.begin(), files.begin()}, folder, order);
-    appendSorted(nodes, files, folder, order);
+    appendSorted(nodes, {entries.begin(), files.begin()}, folder.url, order);
+    appendSorted(nodes, files, folder.url, order);
     return nodes;
 }
 
 std::vector<FileNode> buildTree(const FileURL& folder, const NameOrder& order)
 {
-    return walkFolders(folder, [&order](const FileURL& location, FollowLink followLink) {
-        return nodesOfFolder(location, followLink, order);
-    });
+    return walkFolders(folder, [&order](const FolderPlace& place) { return nodesOfFolder(place, order); });
 }
 
 std::vector<FileNode> buildTree(const FileURL& folder)
@@ -104,8 +102,8 @@ std::optional<FileURL> urlInTree(const QString& path, const std::vector<FileNode
 
 std::vector<FileURL> allMarkdownFiles(const FileURL& root)
 {
-    std::vector<FileNode> tree = walkFolders(root, [](const FileURL& location, FollowLink followLink) {
-        const FolderListing listing(location, followLink);
+    std::vector<FileNode> tree = walkFolders(root, [](const FolderPlace& folder) {
+        const FolderListing listing(folder);
         std::vector<Entry> entries;
         entries.reserve(listing.entries().size());
         std::ranges::copy_if(listing.entries(), std::back_inserter(entries), [](const Entry& entry) {
@@ -115,7 +113,7 @@ std::vector<FileURL> allMarkdownFiles(const FileURL& root)
         std::vector<FileNode> nodes;
         nodes.reserve(entries.size());
         for (const Entry& entry : entries)
-            nodes.push_back(nodeOf(entry, location));
+            nodes.push_back(nodeOf(entry, folder.url));
         return nodes;
     });
     std::vector<FileURL> notes;

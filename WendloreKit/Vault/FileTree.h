@@ -15,8 +15,7 @@ class NameOrder;
 /// The visible entries of `folder` alone, those of its subfolders missing: folders first, each kind in the
 /// order of `order` by display name (a file's without its extension), and names that are equal there by their
 /// bytes. Packages and symbolic links are files. None when the folder cannot be read.
-[[nodiscard]] std::vector<FileNode> nodesOfFolder(const FileURL& folder, FollowLink followLink,
-                                                  const NameOrder& order);
+[[nodiscard]] std::vector<FileNode> nodesOfFolder(const FolderPlace& folder, const NameOrder& order);
 
 /// Reads the visible contents of `folder` from disk, all the way down, in that order. A folder that cannot be
 /// read is empty.

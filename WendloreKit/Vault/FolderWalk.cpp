@@ -1,10 +1,15 @@
 #include "Vault/FolderWalk.h"
 
+#include "Vault/FileSystemCalls.h"
+
+#include "Vault/FileSystemCalls.h"
+
 #include <algorithm>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
 
+#include <fcntl.h>
 #include <linux/close_range.h>
 #include <unistd.h>
 
@@ -28,30 +33,40 @@ void useOwnFileTable()
 class Walk final
 {
 public:
-    explicit Walk(const ListFolder& list)
-        : m_list(list)
+    Walk(const FileURL& root, const ListFolder& list)
+        : m_root(root)
+        , m_list(list)
     {}
 
-    void start(FileNode& root)
+    [[nodiscard]] std::vector<FileNode> run()
     {
-        root.children = m_list(root.url, FollowLink::Yes);
-        pushFolders(*root.children);
+        std::vector<FileNode> nodes = m_list({m_root, FollowLink::Yes});
+        pushFolders(nodes);
+        work();
+        m_helpers.clear(); // waits for them
+        return nodes;
     }
-    [[nodiscard]] bool isLarge() const { return m_waiting.size() >= foldersWorthThreads; }
 
+private:
     /// Lists folders until none is left and no other thread can find more.
     void work()
     {
+        FileSystemCalls& calls = FileSystemCalls::real();
+        const Descriptor root(calls,
+                              calls.openAt(AT_FDCWD, m_root.bytes().constData(), O_PATH | O_DIRECTORY));
+        // The root directory's path ends with its separator already.
+        const qsizetype rootSize = m_root.bytes().size() + (m_root.bytes().endsWith('/') ? 0 : 1);
         std::unique_lock lock(m_mutex);
         for (;;) {
             m_mayHaveWork.wait(lock, [this] { return !m_waiting.empty() || m_busyThreads == 0; });
             if (m_waiting.empty())
                 return;
+            callHelpers();
             FileNode* folder = m_waiting.back();
             m_waiting.pop_back();
             ++m_busyThreads;
             lock.unlock();
-            folder->children = m_list(folder->url, FollowLink::No);
+            folder->children = m_list({folder->url, FollowLink::No, root.get(), rootSize});
             lock.lock();
             --m_busyThreads;
             pushFolders(*folder->children);
@@ -59,7 +74,20 @@ public:
         }
     }
 
-private:
+    /// Shares what has become too much for one thread.
+    void callHelpers()
+    {
+        if (!m_helpers.empty() || m_waiting.size() < foldersWorthThreads)
+            return;
+        const unsigned count = std::clamp(std::thread::hardware_concurrency(), 2U, maximumThreads);
+        for (unsigned helper = 1; helper < count; ++helper) {
+            m_helpers.emplace_back([this] {
+                useOwnFileTable();
+                work();
+            });
+        }
+    }
+
     void pushFolders(std::vector<FileNode>& nodes)
     {
         for (FileNode& node : nodes) {
@@ -68,34 +96,20 @@ private:
         }
     }
 
+    const FileURL m_root;
     const ListFolder& m_list;
     std::mutex m_mutex;
     std::condition_variable m_mayHaveWork;
     std::vector<FileNode*> m_waiting;
     int m_busyThreads = 0;
+    std::vector<std::jthread> m_helpers;
 };
 
 } // namespace
 
 std::vector<FileNode> walkFolders(const FileURL& root, const ListFolder& list)
 {
-    FileNode top{root, true, {}};
-    Walk walk(list);
-    walk.start(top);
-    if (!walk.isLarge()) {
-        walk.work();
-    } else {
-        // The caller only waits: its open files are everyone's.
-        std::vector<std::jthread> threads;
-        const unsigned count = std::clamp(std::thread::hardware_concurrency(), 2U, maximumThreads);
-        for (unsigned thread = 0; thread < count; ++thread) {
-            threads.emplace_back([&walk] {
-                useOwnFileTable();
-                walk.work();
-            });
-        }
-    }
-    return std::move(*top.children);
+    return Walk(root, list).run();
 }
 
 } // namespace wendlore

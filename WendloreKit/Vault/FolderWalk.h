@@ -9,7 +9,7 @@
 namespace wendlore {
 
 /// Gives the nodes of one folder, those of its subfolders with empty children. Called by several threads.
-using ListFolder = std::function<std::vector<FileNode>(const FileURL& folder, FollowLink followLink)>;
+using ListFolder = std::function<std::vector<FileNode>(const FolderPlace& folder)>;
 
 /// Lists `root` and every folder below it, and returns when all are read. Uses a few threads for a large
 /// tree. Only `root` itself may be a symbolic link.

@@ -29,12 +29,14 @@ public:
 private:
     enum class Patience { none, full };
 
-    [[nodiscard]] int openFile(int folder, const FolderListing::Entry& file) const;
+    [[nodiscard]] int openFile(int folder, const FolderListing::Entry& file);
     [[nodiscard]] bool readOne(int descriptor, std::size_t index, Patience patience, const Receive& receive);
     void grow(std::size_t capacity, std::size_t kept);
 
     std::unique_ptr<char[]> m_buffer;
     std::size_t m_capacity = 0;
+    /// Asks that a note's time of reading stays as it is, while the notes are the user's own.
+    int m_traceless = 0;
     bool m_endsInsidePage = false; ///< a read that stops inside a page has met the end of its file
 };
 

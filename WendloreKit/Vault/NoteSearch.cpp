@@ -119,15 +119,15 @@ std::vector<SearchHit> searchNotes(const FileURL& root, const QString& query, co
     const FolderSearch search(needle);
     std::mutex mutex;
     std::vector<SearchHit> hits;
-    const auto searchFolder = [&](const FileURL& folder, FollowLink followLink) {
-        const FolderListing listing(folder, followLink);
+    const auto searchFolder = [&](const FolderPlace& folder) {
+        const FolderListing listing(folder);
         std::vector<FileNode> subfolders;
         for (const Entry& entry : listing.entries()) {
             if (entry.isDirectory)
-                subfolders.push_back({folder.entry(entry.name, true), true, std::vector<FileNode>()});
+                subfolders.push_back({folder.url.entry(entry.name, true), true, std::vector<FileNode>()});
         }
         std::vector<SearchHit> found;
-        search.appendHits(found, folder, listing);
+        search.appendHits(found, folder.url, listing);
         const std::lock_guard lock(mutex);
         std::ranges::move(found, std::back_inserter(hits));
         return subfolders;

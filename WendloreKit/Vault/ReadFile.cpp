@@ -4,15 +4,21 @@
 
 namespace wendlore {
 
-std::optional<QByteArray> readFile(const FileURL& url, FileSystemCalls& calls)
+Descriptor openRegularFile(const FileURL& url, FileSystemCalls& calls)
 {
     if (url.bytes().contains('\0'))
-        return std::nullopt;
-    const Descriptor file(calls, calls.openAt(AT_FDCWD, url.bytes().constData(), O_RDONLY | O_NONBLOCK));
+        return Descriptor(calls);
+    Descriptor file(calls, calls.openAt(AT_FDCWD, url.bytes().constData(), O_RDONLY | O_NONBLOCK));
     struct stat status = {};
-    if (!file.isOpen() || calls.status(file.get(), &status) == -1 || !S_ISREG(status.st_mode))
-        return std::nullopt;
-    return readFile(file.get(), calls);
+    const bool isRegular =
+        file.isOpen() && calls.status(file.get(), &status) != -1 && S_ISREG(status.st_mode);
+    return isRegular ? std::move(file) : Descriptor(calls);
+}
+
+std::optional<QByteArray> readFile(const FileURL& url, FileSystemCalls& calls)
+{
+    const Descriptor file = openRegularFile(url, calls);
+    return file.isOpen() ? readFile(file.get(), calls) : std::nullopt;
 }
 
 std::optional<QByteArray> readFile(int descriptor, FileSystemCalls& calls)

@@ -9,6 +9,11 @@
 
 namespace wendlore {
 
+/// The ordinary file at `url`, open for reading; not open when there is none. Never waits for another
+/// program, as opening a pipe does.
+[[nodiscard]] Descriptor openRegularFile(const FileURL& url,
+                                         FileSystemCalls& calls = FileSystemCalls::real());
+
 /// What the ordinary file at `url` holds, or nothing when it cannot be read.
 [[nodiscard]] std::optional<QByteArray> readFile(const FileURL& url,
                                                  FileSystemCalls& calls = FileSystemCalls::real());

@@ -19,7 +19,8 @@ public:
     static constexpr qint64 maximumBytes = 200 * 1024 * 1024;
 
     /// Keeps texts in `directory` (made when first needed). `now` gives the time that names entries.
-    explicit RecoveredTexts(FileURL directory, std::function<QDateTime()> now = &QDateTime::currentDateTime);
+    explicit RecoveredTexts(
+        FileURL directory, std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); });
 
     /// Keeps `bytes`, which belong to the note at `note`, and logs `reason`. Gives the entry's location;
     /// empty when it could not be written (logged). Text that the newest entry of that note holds already is

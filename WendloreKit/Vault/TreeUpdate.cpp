@@ -72,7 +72,7 @@ bool updateFolder(Nodes& tree, const FileURL& bucket, const FileURL& folder)
     const Place place = nearestPlace(tree, bucket, folder);
     const NameOrder order;
     Nodes listed =
-        nodesOfFolder(place.folder, place.nodes == &tree ? FollowLink::Yes : FollowLink::No, order);
+        nodesOfFolder({place.folder, place.nodes == &tree ? FollowLink::Yes : FollowLink::No}, order);
     const auto isSame = [](const FileNode& left, const FileNode& right) {
         return left.url == right.url && left.isDirectory == right.isDirectory;
     };

@@ -48,6 +48,15 @@ private Q_SLOTS:
         QVERIFY(segments().at(1)->hasFocus());
     }
 
+    void tabGoesToTheChosenOne()
+    {
+        QCOMPARE(tabStops(), QList<QRadioButton*>{segments().at(0)});
+
+        m_picker->choose(1);
+
+        QCOMPARE(tabStops(), QList<QRadioButton*>{segments().at(1)});
+    }
+
     void screenReadersHearAlternatives()
     {
         QAccessibleInterface* first = QAccessible::queryAccessibleInterface(segments().at(0));
@@ -68,6 +77,12 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] QList<QRadioButton*> segments() const { return m_picker->findChildren<QRadioButton*>(); }
+    [[nodiscard]] QList<QRadioButton*> tabStops() const
+    {
+        QList<QRadioButton*> stops = segments();
+        stops.removeIf([](const QRadioButton* one) { return (one->focusPolicy() & Qt::TabFocus) == 0; });
+        return stops;
+    }
 
     std::unique_ptr<SegmentedPicker> m_picker;
 };

@@ -1,7 +1,9 @@
 #include "Look/StyleComboBox.h"
 
+#include "Look/Metrics.h"
 #include "Support/Window.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QTest>
 
@@ -35,6 +37,20 @@ private Q_SLOTS:
             hasSign = hasSign || picture.pixelColor(x, comboBoxHeight / 2) != colors.paper;
         QVERIFY(hasSign);
         QCOMPARE(box.sizeHint().height(), comboBoxHeight);
+    }
+
+    void itsListHasRoomForTheWidestText()
+    {
+        QWidget window;
+        QComboBox box(&window);
+        box.addItems({u"Senast använda"_s, u"Google Drive · anna.bergstrand"_s});
+        box.adjustSize();
+        showAt(window, {400, 100});
+
+        box.showPopup();
+
+        const int text = box.fontMetrics().horizontalAdvance(box.itemText(1));
+        QVERIFY(box.view()->viewport()->width() >= text + metrics::icon + metrics::inset + 20);
     }
 
     void theFocusShows()

@@ -12,7 +12,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QWebEngineDownloadRequest>
 #include <QWebEnginePage>
+#include <QWebEngineProfile>
 #include <QWebEngineView>
 
 namespace wendlore {
@@ -132,6 +135,49 @@ private Q_SLOTS:
         shown.open(u"Borta.html"_s);
         QVERIFY(shown.says(u"Kunde inte ladda HTML-filen"_s));
         QCOMPARE(shown.services.scheduler.pendingTasks(), 0);
+    }
+
+    void nothingIsDownloaded_data()
+    {
+        QTest::addColumn<QByteArray>("link");
+        QTest::newRow("what a script has made")
+            << QByteArray("<a id=a download='skript.sh'>x</a><script>"
+                          "a.href = URL.createObjectURL(new Blob(['rm']))</script>");
+        QTest::newRow("text in the address")
+            << QByteArray("<a id=a download='text.txt' href='data:text/plain,hej'>x</a>");
+    }
+
+    void nothingIsDownloaded()
+    {
+        QFETCH(const QByteArray, link);
+        const QTemporaryDir folder;
+        const Shown shown("<p id=p>Kvar</p>" + link);
+        QVERIFY(shown.finish());
+        QWebEngineProfile* const profile = shown.view->webView()->page()->profile();
+        profile->setDownloadPath(folder.path());
+        std::optional<QWebEngineDownloadRequest::DownloadState> state;
+        connect(profile, &QWebEngineProfile::downloadRequested, this,
+                [&state](const QWebEngineDownloadRequest* request) { state = request->state(); });
+
+        shown.click(u"a"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(state.has_value(), patience);
+
+        // Nobody who was asked before has taken it on.
+        QCOMPARE(*state, QWebEngineDownloadRequest::DownloadRequested);
+        QCOMPARE(shown.value(u"p.textContent"_s), u"Kvar"_s);
+        QVERIFY(QDir(folder.path()).isEmpty());
+        QCOMPARE(shown.bucket.names(), (QStringList{u"Annan.html"_s, u"Sida.html"_s}));
+    }
+
+    void aLinkToBeDownloadedOpensInTheProgram()
+    {
+        const Shown shown("<a id=a download href='Annan.html'>x</a>");
+        QVERIFY(shown.finish());
+
+        shown.click(u"a"_s);
+
+        QTRY_COMPARE_WITH_TIMEOUT(shown.state.selectedFile(), shown.bucket.file(u"Annan.html"_s), patience);
+        QCOMPARE(shown.bucket.names(), (QStringList{u"Annan.html"_s, u"Sida.html"_s}));
     }
 
     void aWebLinkOpensTheBrowserAndThePageStays()

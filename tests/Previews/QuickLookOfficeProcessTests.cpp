@@ -25,7 +25,7 @@ QString program(const Bucket& bucket, const QByteArray& script)
 bool run(const Bucket& bucket, const QByteArray& script, const QuickLookLimits& limits = QuickLookLimits(30s))
 {
     bucket.write(u"ut/"_s, {});
-    return runOfficeProgram(program(bucket, script), bucket.folder(u"ut"_s).path(), u"/d.docx"_s, u"pdf"_s,
+    return runOfficeProgram(program(bucket, script), bucket.folder(u"ut"_s).path(), {u"/d.docx"_s}, u"pdf"_s,
                             limits);
 }
 
@@ -72,9 +72,9 @@ private Q_SLOTS:
         const Bucket bucket;
 
         QVERIFY(!run(bucket, "exit 3"));
-        QVERIFY(
-            !runOfficeProgram(u"/finns/inte"_s, bucket.root().path(), u"/d"_s, u"pdf"_s, QuickLookLimits()));
-        QVERIFY(!runOfficeProgram({}, bucket.root().path(), u"/d"_s, u"pdf"_s, QuickLookLimits()));
+        QVERIFY(!runOfficeProgram(u"/finns/inte"_s, bucket.root().path(), {u"/d"_s}, u"pdf"_s,
+                                  QuickLookLimits()));
+        QVERIFY(!runOfficeProgram({}, bucket.root().path(), {u"/d"_s}, u"pdf"_s, QuickLookLimits()));
     }
 
     void aProgramThatHangsIsEndedWithItsChildren()

@@ -3,10 +3,7 @@
 #include "Previews/QuickLookOfficeProcess.h"
 
 #include "Fakes/Bucket.h"
-#include "Support/DamagedFiles.h"
 
-#include <QElapsedTimer>
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -16,13 +13,6 @@ using namespace wendlore;
 namespace {
 
 constexpr auto letter = R"({\rtf1 Hej {\b fet}})";
-constexpr auto slide = R"(<?xml version="1.0"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0"
- xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0" office:version="1.3"
- office:mimetype="application/vnd.oasis.opendocument.presentation"><office:body><office:presentation>
-<draw:page><draw:frame><draw:text-box><text:p>Budget</text:p></draw:text-box></draw:frame></draw:page>
-</office:presentation></office:body></office:document>)";
 
 } // namespace
 
@@ -73,7 +63,7 @@ private Q_SLOTS:
         if (officeProgram().isEmpty())
             QSKIP("there is no office program here");
         const Bucket bucket{{"a.csv", "Namn,Antal\n\xC4pplen,3\n"}};
-        QVERIFY(runOfficeProgram(officeProgram(), bucket.root().path(), bucket.file(u"a.csv"_s).path(),
+        QVERIFY(runOfficeProgram(officeProgram(), bucket.root().path(), {bucket.file(u"a.csv"_s).path()},
                                  u"ods"_s, QuickLookLimits(60s)));
 
         const auto content = convertDocument(bucket.file(u"a.ods"_s), QuickLookLimits(),
@@ -84,44 +74,19 @@ private Q_SLOTS:
         QVERIFY2(body.contains("<th>Namn</th>") && body.contains("Äpplen"), body.constData());
     }
 
-    void damagedDocumentsDoNoHarm_data()
-    {
-        QTest::addColumn<QString>("source");
-        QTest::addColumn<QByteArray>("contents");
-        QTest::addColumn<QString>("format");
-        QTest::newRow("text") << u"a.rtf"_s << QByteArray(letter) << u"docx"_s;
-        if (!qEnvironmentVariableIsSet("LONG"))
-            return;
-        QTest::newRow("sheet") << u"a.csv"_s << QByteArray("Namn,Antal\nPorto,3\n") << u"xlsx"_s;
-        QTest::newRow("slides") << u"a.fodp"_s << QByteArray(slide) << u"pptx"_s;
-    }
-
-    void damagedDocumentsDoNoHarm()
+    /// One that is started by another program, as on some systems: it takes itself for new and starts twice.
+    void anOfficeProgramThatTellsNoReleaseConvertsToo()
     {
         if (officeProgram().isEmpty())
             QSKIP("there is no office program here");
-        QFETCH(const QString, source);
-        QFETCH(const QByteArray, contents);
-        QFETCH(const QString, format);
-        const Bucket bucket;
-        bucket.write(source, contents);
-        QVERIFY(runOfficeProgram(officeProgram(), bucket.root().path(), bucket.file(source).path(), format,
-                                 QuickLookLimits(60s)));
-        const QString name = u"a."_s + format;
-        const QByteArray whole = bucket.read(name);
-        QVERIFY(!whole.isEmpty());
-        const QStringList names = bucket.names() + QStringList{u"cache"_s};
-        QRandomGenerator random(11);
-        for (int left = qEnvironmentVariableIsSet("LONG") ? 100 : 1; left > 0; --left) {
-            bucket.write(name, damagedCopy(whole, random));
-            QElapsedTimer time;
-            time.start();
-            static_cast<void>(convertDocument(bucket.file(name), QuickLookLimits(),
-                                              QuickLookCache(bucket.folder(u"cache"_s))));
-            QVERIFY2(time.elapsed() < 90'000, "a conversion ends after a minute");
-            for (const QString& there : bucket.names())
-                QVERIFY2(names.contains(there), qPrintable(there));
-        }
+        const Bucket bucket{{"a.rtf", letter}};
+        bucket.write(u"program"_s, "#!/bin/sh\nexec " + officeProgram().toLocal8Bit() + " \"$@\"\n");
+        QVERIFY(QFile::setPermissions(bucket.file(u"program"_s).path(), QFile::ReadOwner | QFile::ExeOwner));
+
+        QVERIFY(runOfficeProgram(bucket.file(u"program"_s).path(), bucket.root().path(),
+                                 {bucket.file(u"a.rtf"_s).path()}, u"pdf"_s, QuickLookLimits(60s)));
+
+        QVERIFY(bucket.read(u"a.pdf"_s).startsWith("%PDF"));
     }
 
     void whatCannotBeConvertedIsACardThatSaysSo()

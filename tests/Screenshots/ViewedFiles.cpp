@@ -1,6 +1,7 @@
 #include "Screenshots/ViewedFiles.h"
 
 #include "Fakes/Bucket.h"
+#include "Support/OfficeDocuments.h"
 #include "Support/PdfFiles.h"
 #include "Support/Pictures.h"
 #include "Support/Programs.h"
@@ -22,17 +23,6 @@ constexpr auto webPage =
     "</li></ul><h2>Kostnader</h2><table><tr><th>Vad</th><th>Kronor</th></tr><tr><td>Färja</td><td>1 "
     "240</td></tr>"
     "<tr><td>Cyklar</td><td>600</td></tr></table>";
-
-constexpr auto slides = R"(<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0" xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
- xmlns:svg="urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0" office:version="1.3"
- office:mimetype="application/vnd.oasis.opendocument.presentation"><office:body><office:presentation>
-<draw:page draw:name="Ett"><draw:frame svg:x="2cm" svg:y="3cm" svg:width="22cm" svg:height="4cm"><draw:text-box>
-<text:p>Budget 2025</text:p><text:p>Styrelsens förslag</text:p></draw:text-box></draw:frame></draw:page>
-<draw:page draw:name="Två"><draw:frame svg:x="2cm" svg:y="3cm" svg:width="22cm" svg:height="4cm"><draw:text-box>
-<text:p>Kostnader</text:p></draw:text-box></draw:frame></draw:page>
-</office:presentation></office:body></office:document>)";
 
 constexpr auto letter = R"({\rtf1\ansi\ansicpg1252 {\b Hej!}\par Vi ses p\'e5 fredag.\par})";
 
@@ -100,25 +90,6 @@ void makePdfs(const Bucket& bucket)
                            bucket.file(u"sidor.pdf"_s).path(), bucket.file(u"låst.pdf"_s).path()});
 }
 
-void makeDocuments(const Bucket& bucket)
-{
-    bucket.write(u"källor/brev.html"_s, webPage);
-    bucket.write(u"källor/bilder.fodp"_s, slides);
-    bucket.write(u"källor/ark.csv"_s, "Datum,Vad,Belopp\n2024-05-17,Porto,12.50\n2024-05-18,Papper,80.00\n");
-    const auto convert = [&bucket](const QString& source, const QStringList& formats,
-                                   const QString& sourceFormat) {
-        for (const QString& format : formats)
-            runProgram(u"soffice"_s,
-                       {u"-env:UserInstallation=file://"_s + bucket.folder(u"källor/profil"_s).path(),
-                        u"--headless"_s, u"--infilter="_s + sourceFormat, u"--convert-to"_s, format,
-                        u"--outdir"_s, bucket.root().path(), bucket.file(u"källor/"_s + source).path()});
-    };
-    // As a text document, and not as a page of the web.
-    convert(u"brev.html"_s, {u"docx"_s, u"doc"_s, u"odt"_s, u"rtf"_s}, u"HTML (StarWriter)"_s);
-    convert(u"bilder.fodp"_s, {u"pptx"_s, u"ppt"_s, u"odp"_s}, u"OpenDocument Presentation Flat XML"_s);
-    convert(u"ark.csv"_s, {u"xlsx"_s, u"xls"_s, u"ods"_s}, u"CSV:44,34,76"_s);
-}
-
 } // namespace
 
 void makeViewedFiles(const Bucket& bucket)
@@ -132,8 +103,10 @@ void makeViewedFiles(const Bucket& bucket)
         for (const auto& name : {u"film.mp4"_s, u"film.webm"_s, u"ton.mp3"_s, u"ton.ogg"_s})
             bucket.write(name, mediaFile(name));
     }
-    if (hasProgram(u"soffice"_s))
-        makeDocuments(bucket);
+    if (!hasProgram(u"soffice"_s))
+        return;
+    for (const QString& format : officeFormats())
+        bucket.write(u"dokument."_s + format, officeDocument(format));
 }
 
 } // namespace wendlore

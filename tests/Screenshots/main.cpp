@@ -8,6 +8,9 @@
 #include "Fakes/Bucket.h"
 #include "Look/FlatButton.h"
 #include "Previews/FileViewer.h"
+#include "Previews/GoogleDocPreview.h"
+#include "Previews/GoogleSignInCard.h"
+#include "Previews/GoogleWebView.h"
 #include "Previews/QuickLookOffice.h"
 #include "Screenshots/ViewedFiles.h"
 #include "Shell/SearchField.h"
@@ -16,6 +19,7 @@
 #include "State/AppState.h"
 #include "State/CloudKeyValueStore.h"
 #include "Support/EngineTest.h"
+#include "Support/LoopbackSite.h"
 #include "Support/RealDesktop.h"
 #include "Support/Viewing.h"
 #include "Support/Window.h"
@@ -24,6 +28,7 @@
 #include <QDir>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 #include <QWebEngineView>
@@ -191,6 +196,51 @@ void photographViewers(const Photographer& photographer)
     }
 }
 
+/// A Google document, and the sign-in on the way to it: whoever has no cookie is sent there. The site is this
+/// machine.
+void photographGoogle(const Photographer& photographer)
+{
+    const LoopbackSite* self = nullptr;
+    const LoopbackSite site([&self](const LoopbackSite::Request& request) {
+        if (request.path.startsWith("/AccountChooser"))
+            return LoopbackSite::page("<title>Konton</title><h1>Välj ett konto</h1><p><a id=konto href='" +
+                                      self->origin().toLatin1() + "/signed-in'>anna@exempel.se</a>");
+        if (request.path == "/signed-in")
+            return LoopbackSite::redirect("/document/d/X/preview", "Set-Cookie: session=1; Path=/\r\n");
+        if (request.path.startsWith("/signin") || request.cookies.contains("session=1"))
+            return LoopbackSite::page("<title>Dokumentet</title><h1>Protokoll</h1><p>Att minnas från mötet.");
+        return LoopbackSite::redirect(self->origin(u"localhost"_s).toLatin1() + "/signin");
+    });
+    self = &site;
+    const Bucket bucket;
+    const QString name = u"GoogleDrive-anna@exempel.se/Protokoll.gdoc"_s;
+    bucket.write(name, R"({"doc_id": "X"})");
+    RealDesktop desktop;
+    AppState state(desktop.services());
+    GoogleDocPreview preview(state, bucket.file(name), nullptr,
+                             {QUrl(site.origin()), QUrl(site.origin(u"localhost"_s))});
+    showAt(preview, {820, 560});
+    const auto takeWhen = [&](const auto& isThere, const QString& picture) {
+        if (!QTest::qWaitFor(isThere, patience))
+            qFatal("%s did not come", qPrintable(picture));
+        QTest::qWait(500); // the engine paints, and tells nobody
+        photographer.take(preview, picture);
+    };
+    const auto shows = [&preview](const QString& title) {
+        return [&preview, title] {
+            return preview.webView() && preview.webView()->webView().page()->title() == title;
+        };
+    };
+    takeWhen([&preview] { return preview.findChild<GoogleSignInCard*>(); }, u"google-logga-in"_s);
+    for (auto* button : preview.findChildren<QPushButton*>()) {
+        if (button->text() == u"Logga in"_s)
+            button->click();
+    }
+    takeWhen(shows(u"Konton"_s), u"google-konto"_s);
+    preview.webView()->webView().page()->runJavaScript(u"konto.click()"_s);
+    takeWhen(shows(u"Dokumentet"_s), u"google-dokument"_s);
+}
+
 void photograph(const FileURL& bucket, const Photographer& photographer)
 {
     RealDesktop desktop;
@@ -232,6 +282,7 @@ int main(int argc, char** argv)
         qFatal("usage: screenshots BUCKET FOLDER light|dark SUFFIX");
     useProductLook(arguments.at(3) == u"dark"_s ? ColorScheme::dark : ColorScheme::light);
     const Photographer photographer(arguments.at(2), arguments.at(4));
+    photographGoogle(photographer);
     photographViewers(photographer);
     photograph(FileURL::directory(QFileInfo(arguments.at(1)).canonicalFilePath()), photographer);
     return 0;

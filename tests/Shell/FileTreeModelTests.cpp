@@ -7,6 +7,7 @@
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +47,20 @@ private Q_SLOTS:
         QCOMPARE(rowsOf(model), QStringList({u"Arbete/"_s, u"Arbete/Index"_s, u"Idé"_s, u"Recept"_s}));
         QCOMPARE(model.index(0, 0).data(FileTreeModel::SymbolRole).toString(), u"folder"_s);
         QCOMPARE(model.index(2, 0).data(FileTreeModel::SymbolRole).toString(), u"globe"_s);
+    }
+
+    void aNameThatLooksLikeMarkupIsShownAsItIs()
+    {
+        Bucket bucket({{"Länk & <b>.md", ""}});
+        FakeServices services;
+        AppState state(services.services());
+        state.switchVault(bucket.root());
+        const FileTreeModel model(state);
+
+        QTextDocument shown;
+        shown.setHtml(model.index(0, 0).data(Qt::ToolTipRole).toString());
+
+        QCOMPARE(shown.toPlainText(), u"Länk & <b>.md"_s);
     }
 
     void findsTheRowOfALocation()

@@ -74,6 +74,37 @@ private Q_SLOTS:
                             "kvar på disken."_s));
     }
 
+    void theKeyboardGoesThroughTheListFirst()
+    {
+        const Manage manage;
+        manage.sheet->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(manage.sheet));
+        QStringList passed;
+
+        for (int step = 0; step < 5; ++step) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            const auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
+            passed.append(button ? button->text() : QApplication::focusWidget()->accessibleName());
+        }
+
+        QCOMPARE(passed, QStringList({u"Ta bort Ett från menyn"_s, u"Ta bort Två från menyn"_s,
+                                      u"Länka Tre"_s, u"Välj synkad mapp…"_s, u"Lägg till bucket"_s}));
+    }
+
+    void aKeyThatRemovedABucketRemovesNoSecondOne()
+    {
+        const Manage manage;
+        manage.sheet->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(manage.sheet));
+        childNamed(*manage.sheet, u"Ta bort Ett från menyn"_s)->setFocus();
+
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+
+        QCOMPARE(manage.state.vaults(), std::vector{manage.folder.folder(u"Två"_s)});
+        QCOMPARE(QApplication::focusWidget()->accessibleName(), u"Buckets"_s);
+    }
+
     void removingTakesTheBucketOffTheListOnly()
     {
         const Manage manage;

@@ -137,6 +137,31 @@ private Q_SLOTS:
         QCOMPARE(search.state.selectedFile(), search.bucket.file(u"Möte.md"_s));
     }
 
+    void enterWaitsForWhatIsLookedFor()
+    {
+        Search search;
+        search.type(u"anna"_s);
+
+        search.field().setText(u"smör"_s);
+        QTest::keyClick(&search.field(), Qt::Key_Return);
+        QVERIFY(!search.state.selectedFile());
+        search.services.scheduler.finishBackgroundWork();
+
+        QTRY_COMPARE(search.state.selectedFile(), search.bucket.file(u"Recept.md"_s));
+    }
+
+    void whoTypesOnAfterEnterOpensNothing()
+    {
+        Search search;
+
+        search.field().setText(u"smör"_s);
+        QTest::keyClick(&search.field(), Qt::Key_Return);
+        search.type(u"smö"_s);
+
+        QCoreApplication::processEvents();
+        QVERIFY(!search.state.selectedFile());
+    }
+
     void theKeyboardLeadsBackFromTheResults()
     {
         Search search;

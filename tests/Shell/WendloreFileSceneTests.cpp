@@ -361,6 +361,22 @@ private Q_SLOTS:
         QCOMPARE(OpenFileWindows::shared().open(), std::set{windows.bucket.file(u"A.md"_s)});
     }
 
+    void aWindowThatIsClosedAfterQuittingWasCalledOffStaysClosed()
+    {
+        Windows windows;
+        windows.open(u"A.md"_s);
+        windows.scene->closeForQuitting();
+        QVERIFY(windows.hasNoWindows());
+
+        windows.open(u"B.md"_s);
+        windows.window().close();
+        QVERIFY(windows.hasNoWindows());
+        windows.makeScene();
+        windows.scene->restore();
+
+        QVERIFY(windows.scene->windows().empty());
+    }
+
     void brokenSettingsRestoreNothing()
     {
         Windows windows;

@@ -6,6 +6,7 @@
 #include "Look/Colors.h"
 #include "Look/Sheet.h"
 #include "Previews/TitleField.h"
+#include "Shell/WindowGeometry.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
 #include "Support/Window.h"
@@ -58,7 +59,7 @@ private Q_SLOTS:
 
         QCOMPARE(window.windowTitle(), u"Möte"_s);
         QCOMPARE(window.windowFilePath(), bucket.file(u"Möte.md"_s).path());
-        QCOMPARE(window.size(), QSize(900, 700));
+        QCOMPARE(window.size(), WindowGeometry::firstSize(window, {900, 700}));
         QCOMPARE(window.minimumSize(), QSize(480, 320));
     }
 

@@ -69,6 +69,28 @@ private Q_SLOTS:
         QCOMPARE(window.size(), QSize(400, 300));
     }
 
+    void aWindowLargerThanTheScreenIsMadeToFit()
+    {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QWidget window;
+
+        WindowGeometry{QRect(screen.topLeft() + QPoint(30, 30), screen.size() + QSize(300, 5))}.applyTo(
+            window);
+
+        QCOMPARE(window.pos(), screen.topLeft());
+        QVERIFY(window.width() < screen.width() && window.height() < screen.height());
+    }
+
+    void aFirstWindowLeavesRoomForItsFrame()
+    {
+        const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+        const QWidget window;
+
+        QCOMPARE(WindowGeometry::firstSize(window, {300, 200}), QSize(300, 200));
+        const QSize first = WindowGeometry::firstSize(window, screen);
+        QVERIFY(first.width() < screen.width() && first.height() < screen.height());
+    }
+
     void anythingElseIsNoGeometry_data()
     {
         QTest::addColumn<QJsonObject>("json");

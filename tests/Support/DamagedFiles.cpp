@@ -36,7 +36,7 @@ bool survivesDamage(const QByteArray& file, const std::function<void(const QByte
     const bool isLong = qEnvironmentVariableIsSet("LONG");
     const ChildResult child = ChildProcess::run([&] {
         const rlimit memory{memoryLimit, memoryLimit};
-        ::setrlimit(RLIMIT_AS, &memory);
+        ::setrlimit(RLIMIT_DATA, &memory);
         const rlimit size{fileLimit, fileLimit};
         ::setrlimit(RLIMIT_FSIZE, &size);
         ::alarm(isLong ? 600 : 60);

@@ -40,6 +40,10 @@ public:
     {
         return m_scheduler.inBackground(std::move(work));
     }
+    [[nodiscard]] bool waitForWork(std::chrono::milliseconds longest)
+    {
+        return m_scheduler.waitForWork(longest);
+    }
 
 private:
     Pauses m_pauses;

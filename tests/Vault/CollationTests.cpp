@@ -180,8 +180,11 @@ void CollationTests::manyNamesAreSortedLikeFew()
     const NameOrder order("sv_SE");
     QRandomGenerator random(815);
     std::vector<std::string> names(30'000);
-    for (std::string& name : names)
+    for (std::string& name : names) {
         name = "Not " + std::to_string(random.bounded(5'000)); // every one several times
+        if (random.bounded(4) == 0)
+            name.insert(name.size() / 2, "я"); // only the collator can order it
+    }
     const std::vector<std::string_view> views(names.begin(), names.end());
 
     const auto places = order.sorted(views);

@@ -5,7 +5,9 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cstdio>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -33,6 +35,7 @@ private Q_SLOTS:
     void aFolderThatTakesManyReadsIsListedWhole();
     void namesEndWithAZeroByte();
     void onlyALinkThatMayBeFollowedIsListed();
+    void aFolderIsFoundFromOneAboveItToo();
     void whatCannotBeReadIsEmpty();
 };
 
@@ -101,6 +104,25 @@ void FolderListingTests::onlyALinkThatMayBeFollowedIsListed()
 
     QCOMPARE(FolderListing(link, FollowLink::No).entries().size(), 0U);
     QCOMPARE(FolderListing(link, FollowLink::Yes).entries().size(), 1U);
+}
+
+void FolderListingTests::aFolderIsFoundFromOneAboveItToo()
+{
+    const Bucket bucket({{"mapp/under/A.md", ""}});
+    const QByteArray root = bucket.root().bytes();
+    const FileURL folder = bucket.folder(u"mapp/under"_s);
+    const int above = ::open(root.constData(), O_PATH | O_DIRECTORY);
+    QVERIFY(above >= 0);
+    // The way from the top to there is not taken any more.
+    const QByteArray elsewhere = root + " flyttad";
+    QCOMPARE(::rename(root.constData(), elsewhere.constData()), 0);
+
+    const FolderListing listing({folder, FollowLink::No, above, root.size() + 1});
+    const std::size_t found = listing.entries().size();
+
+    QCOMPARE(::rename(elsewhere.constData(), root.constData()), 0);
+    ::close(above);
+    QCOMPARE(found, 1U);
 }
 
 void FolderListingTests::whatCannotBeReadIsEmpty()

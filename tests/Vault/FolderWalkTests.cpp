@@ -25,9 +25,8 @@ public:
 
     std::vector<FileNode> walk()
     {
-        return walkFolders(
-            FileURL::fromBytes("/", true),
-            [this](const FileURL& folder, FollowLink followLink) { return list(folder, followLink); });
+        return walkFolders(FileURL::fromBytes("/", true),
+                           [this](const FolderPlace& folder) { return list(folder.url, folder.followLink); });
     }
 
     QByteArrayList listed;
@@ -132,20 +131,23 @@ void FolderWalkTests::idleThreadsWaitForWhatABusyOneMayFind()
     QSemaphore othersListed;
     QSemaphore arrivals;
     std::atomic_int met = 0;
-    const auto list = [&](const FileURL& folder, FollowLink) {
+    const auto list = [&](const FolderPlace& place) {
+        const FileURL& folder = place.url;
         std::vector<FileNode> nodes;
         const auto addFolder = [&](const QByteArray& name) {
             nodes.push_back({folder.appendingBytes(name, true), true, {}});
         };
         if (folder.bytes() == "/") {
+            addFolder("all"); // there is nothing to share at first
+        } else if (folder.bytes() == "/all") {
             for (int number = 0; number < others; ++number)
                 addFolder(QByteArray::number(number));
             addFolder("late");
-        } else if (folder.bytes() == "/late") {
+        } else if (folder.bytes() == "/all/late") {
             othersListed.tryAcquire(others, patience);
             addFolder("left");
             addFolder("right");
-        } else if (folder.bytes().startsWith("/late/")) {
+        } else if (folder.bytes().startsWith("/all/late/")) {
             arrivals.release();
             met += arrivals.tryAcquire(2, patience) ? 1 : 0; // both are inside at the same time
             arrivals.release(2);
@@ -157,7 +159,7 @@ void FolderWalkTests::idleThreadsWaitForWhatABusyOneMayFind()
 
     const auto nodes = walkFolders(FileURL::fromBytes("/", true), list);
 
-    QCOMPARE(nodes.back().children->size(), 2);
+    QCOMPARE(nodes.back().children->back().children->size(), 2);
     QCOMPARE(met, 2);
 }
 
@@ -173,9 +175,9 @@ void FolderWalkTests::onlyTheRootMayBeALink()
 void FolderWalkTests::nothingIsListedInFiles()
 {
     QByteArrayList listed;
-    const auto nodes = walkFolders(FileURL::fromBytes("/", true), [&](const FileURL& folder, FollowLink) {
-        listed.append(folder.bytes());
-        return std::vector<FileNode>{{folder.appendingBytes("Report.rtfd", false), false, {}}};
+    const auto nodes = walkFolders(FileURL::fromBytes("/", true), [&](const FolderPlace& folder) {
+        listed.append(folder.url.bytes());
+        return std::vector<FileNode>{{folder.url.appendingBytes("Report.rtfd", false), false, {}}};
     });
 
     QCOMPARE(nodes.size(), 1);

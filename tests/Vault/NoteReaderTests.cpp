@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QMap>
+#include <QScopeGuard>
 #include <QTest>
 
 #include <algorithm>
@@ -51,6 +52,9 @@ private Q_SLOTS:
     void aFileSystemThatGivesAnyPieceIsReadToTheEnd();
     void bytesBehindTheTextAreReadable();
     void aLargeFileBetweenSmallOnesIsReadWhole();
+    void onlyItsOwnFilesAreClosed();
+    void readingLeavesNoTrace();
+    void filesOfOtherUsersAreReadToo();
 };
 
 void NoteReaderTests::readsEveryFileOfAList()
@@ -180,6 +184,64 @@ void NoteReaderTests::aLargeFileBetweenSmallOnesIsReadWhole()
 
     QCOMPARE(texts, (QMap<QByteArray, QByteArray>{{"A", "a"}, {"B", large}, {"C", "c"}}));
     QCOMPARE(again, texts);
+}
+
+void NoteReaderTests::onlyItsOwnFilesAreClosed()
+{
+    const Bucket bucket({{"A", "a"}, {"B", "b"}, {"C", "c"}});
+    const FolderListing listing(bucket.root(), FollowLink::No);
+    const auto openAnother = [&listing] { return ::dup(listing.descriptor()); };
+    const int gap = openAnother();
+    const int theirs = openAnother(); // between the numbers that the notes get
+    ::close(gap);
+    NoteReader reader;
+
+    QCOMPARE(read(reader, listing).size(), 3);
+
+    QVERIFY(::fcntl(theirs, F_GETFD) != -1);
+    const int first = openAnother();
+    const int second = openAnother();
+    for (const int descriptor : {first, second, theirs})
+        ::close(descriptor);
+    QCOMPARE(first, gap);
+    QCOMPARE(second, theirs + 1);
+}
+
+void NoteReaderTests::readingLeavesNoTrace()
+{
+    const Bucket bucket({{"A", "a"}});
+    const QByteArray file = bucket.file(u"A"_s).bytes();
+    const timespec longAgo[2]{{1'000'000'000, 0}, {1'000'000'100, 0}}; // read before it was written
+    QCOMPARE(::utimensat(AT_FDCWD, file.constData(), longAgo, 0), 0);
+    NoteReader reader;
+
+    QCOMPARE(read(reader, bucket).value("A"), QByteArray("a"));
+
+    struct stat status;
+    QCOMPARE(::stat(file.constData(), &status), 0);
+    QCOMPARE(status.st_atim.tv_sec, longAgo[0].tv_sec);
+}
+
+void NoteReaderTests::filesOfOtherUsersAreReadToo()
+{
+    QFile whole(u"/etc/passwd"_s);
+    QVERIFY(whole.open(QIODevice::ReadOnly));
+    const FolderListing listing(FileURL::fromBytes("/etc", true), FollowLink::No);
+    const auto file = std::ranges::find(listing.entries(), "passwd", &FolderListing::Entry::name);
+    QVERIFY(file != listing.entries().end());
+    // Root owns the file, and may do everything with everyone's.
+    constexpr uid_t somebody = 65534;
+    const bool isRoot = ::geteuid() == 0;
+    QVERIFY(!isRoot || ::seteuid(somebody) == 0);
+    const auto restore = qScopeGuard([isRoot] { QVERIFY(!isRoot || ::seteuid(0) == 0); });
+    NoteReader reader;
+    QByteArray text;
+
+    reader.read(listing.descriptor(), std::span(&*file, 1), [&](std::size_t, std::string_view bytes) {
+        text = QByteArray(bytes.data(), qsizetype(bytes.size()));
+    });
+
+    QCOMPARE(text, whole.readAll());
 }
 
 QTEST_APPLESS_MAIN(NoteReaderTests)

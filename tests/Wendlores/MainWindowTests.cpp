@@ -8,7 +8,9 @@
 #include "Previews/DetailView.h"
 #include "State/AppState.h"
 #include "Support/Window.h"
+#include "Wendlores/MenuCommands.h"
 
+#include <QScreen>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -78,8 +80,8 @@ private Q_SLOTS:
         QList<int> split;
         {
             MainWindow window(state);
-            showAt(window, {1000, 700});
-            window.content().setSizes({300, 700});
+            showAt(window, {760, 700});
+            window.content().setSizes({300, 460});
             split = window.content().sizes();
             window.close();
             QTRY_VERIFY(!window.isVisible());
@@ -88,8 +90,45 @@ private Q_SLOTS:
         MainWindow window(state);
         window.show();
 
-        QCOMPARE(window.size(), QSize(1000, 700));
+        QCOMPARE(window.size(), QSize(760, 700));
         QCOMPARE(window.content().sizes(), split);
+    }
+
+    void itFitsOnASmallScreen()
+    {
+        FakeServices services;
+        AppState state(services.services());
+        const MainWindow window(state);
+
+        QVERIFY(window.frameSize().height() < window.screen()->availableSize().height());
+        QVERIFY(window.frameSize().width() < window.screen()->availableSize().width());
+    }
+
+    void theFirstBucketsTreeGetsTheKeyboard()
+    {
+        const Bucket bucket({{"A.md", ""}});
+        FakeServices services;
+        AppState state(services.services());
+        MainWindow window(state);
+        showAt(window, {760, 700});
+        window.takeFocus();
+
+        state.addVault(bucket.root());
+
+        QCOMPARE(window.focusWidget()->accessibleName(), u"Filer"_s);
+    }
+
+    void f6ShowsWhereTheKeyboardIs()
+    {
+        FakeServices services;
+        AppState state(services.services());
+        MainWindow window(state);
+        showAt(window, {760, 700});
+        window.setAttribute(Qt::WA_KeyboardFocusChange, false);
+
+        Q_EMIT window.menus().otherPaneRequested();
+
+        QVERIFY(window.testAttribute(Qt::WA_KeyboardFocusChange));
     }
 
     void theSidebarKeepsWithinItsLimits()

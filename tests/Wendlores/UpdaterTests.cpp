@@ -2,11 +2,12 @@
 
 #include "Fakes/FakeDesktop.h"
 #include "Fakes/MemoryDefaults.h"
+#include "Look/NoticeBar.h"
 #include "Wendlores/CheckForUpdatesView.h"
 
 #include <QAction>
+#include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -14,6 +15,7 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include <sodium.h>
 
@@ -157,14 +159,36 @@ Answer check(Updater& updater, std::optional<Release>* release = nullptr)
     return answer;
 }
 
-QMessageBox* shownMessage(const QWidget& window)
+/// A text that is being written, and above it what the updater has to tell.
+struct Desk final
 {
-    for (auto* box : window.findChildren<QMessageBox*>()) {
-        if (box->isVisible())
-            return box;
+    explicit Desk(Updater& updater)
+        : view(menu, updater, workspace, notice)
+    {
+        auto* layout = new QVBoxLayout(&window);
+        layout->addWidget(&notice);
+        layout->addWidget(&text);
+        window.show();
+        text.setFocus();
     }
-    return nullptr;
-}
+
+    [[nodiscard]] QAction* command() const { return menu.actions().front(); }
+    void press(const QString& answer)
+    {
+        for (auto* button : notice.findChildren<QPushButton*>()) {
+            if (button->text() == answer && !button->isHidden())
+                return button->click();
+        }
+        QFAIL("no such button");
+    }
+
+    QWidget window;
+    NoticeBar notice{u"arrow.down.circle"_s};
+    QLineEdit text;
+    QMenu menu;
+    FakeWorkspace workspace;
+    CheckForUpdatesView view;
+};
 
 } // namespace
 
@@ -408,11 +432,8 @@ private Q_SLOTS:
     {
         Feed feed("1.0.0");
         Updater updater(feed.configuration(), feed.defaults);
-        QWidget window;
-        QMenu menu;
-        FakeWorkspace workspace;
-        const CheckForUpdatesView view(menu, updater, workspace, window);
-        QAction* command = menu.actions().front();
+        const Desk desk(updater);
+        QAction* command = desk.command();
         QCOMPARE(command->text(), u"Sök efter uppdateringar…"_s);
         QVERIFY(command->isEnabled());
 
@@ -426,25 +447,50 @@ private Q_SLOTS:
     {
         Feed feed;
         Updater updater(feed.configuration(), feed.defaults);
-        QWidget window;
-        window.show();
-        QMenu menu;
-        FakeWorkspace workspace;
-        const CheckForUpdatesView view(menu, updater, workspace, window);
+        Desk desk(updater);
 
-        menu.actions().front()->trigger();
-        QTRY_VERIFY_WITH_TIMEOUT(shownMessage(window), 30'000);
-        QCOMPARE(shownMessage(window)->text(), u"Wendlores 2.0.0 finns"_s);
-        QSignalSpy downloaded(&updater, &Updater::downloaded);
-        shownMessage(window)->buttons().front()->click();
-        QVERIFY(downloaded.wait(30'000));
-        QVERIFY(workspace.files.isEmpty());
-        QTRY_VERIFY(shownMessage(window));
-        QCOMPARE(shownMessage(window)->text(), u"Den nya versionen är hämtad"_s);
-        shownMessage(window)->buttons().front()->click();
+        desk.command()->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(desk.notice.accessibleName(), u"Wendlores 2.0.0 finns"_s, 30'000);
+        desk.press(u"Hämta"_s);
+        QCOMPARE(desk.notice.accessibleName(), u"Hämtar Wendlores 2.0.0…"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(desk.notice.accessibleName(), u"Den nya versionen är hämtad"_s, 30'000);
+        QVERIFY(desk.workspace.files.isEmpty());
+        desk.press(u"Öppna"_s);
 
-        QCOMPARE(workspace.files.size(), 1);
-        QCOMPARE(workspace.files[0].lastPathComponent(), u"p.deb"_s);
+        QCOMPARE(desk.workspace.files.size(), 1);
+        QCOMPARE(desk.workspace.files[0].lastPathComponent(), u"p.deb"_s);
+        QVERIFY(desk.notice.isHidden());
+    }
+
+    void nothingThatIsToldTakesTheKeysThatAreTyped_data()
+    {
+        QTest::addColumn<QByteArray>("version");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("newer") << QByteArray("2.0.0") << u"Wendlores 2.0.0 finns"_s;
+        QTest::newRow("none") << QByteArray("1.0.0") << u"Wendlores är uppdaterat"_s;
+        QTest::newRow("no feed") << QByteArray() << u"Uppdateringen gick inte att hämta"_s;
+    }
+
+    void nothingThatIsToldTakesTheKeysThatAreTyped()
+    {
+        QFETCH(const QByteArray, version);
+        QFETCH(const QString, title);
+        Feed feed(version);
+        if (version.isEmpty())
+            feed.server.files.clear();
+        Updater updater(feed.configuration(), feed.defaults);
+        Desk desk(updater);
+        QVERIFY(QTest::qWaitForWindowActive(&desk.window));
+
+        desk.command()->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(desk.notice.accessibleName(), title, 30'000);
+        QTest::keyClicks(QApplication::focusWidget(), u"ett två "_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+
+        QCOMPARE(desk.text.text(), u"ett två "_s);
+        QCOMPARE(QApplication::activeWindow(), &desk.window);
+        QVERIFY(desk.notice.isVisible());
+        QVERIFY(updater.canCheckForUpdates());
     }
 };
 

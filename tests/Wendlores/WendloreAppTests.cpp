@@ -15,8 +15,12 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
+#include <QEventLoop>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace wendlore;
@@ -143,6 +147,27 @@ private Q_SLOTS:
 
         QCOMPARE(program.app.appState().typographyTheme(), *TypographyTheme::fromJson(json));
         QVERIFY(program.services.defaults.data(u"wendloreTypographyTheme"_s).has_value());
+    }
+
+    void quittingLeavesNobodyWaitingForAPanel()
+    {
+        Program program;
+        program.openWindow(u"A.md"_s);
+        const QPointer<QWidget> window = program.app.fileScene().windows().front();
+        bool isWindowThere = false;
+        QEventLoop events;
+        QTimer::singleShot(0, &events, [&] {
+            auto* panel = new QDialog(window);
+            QTimer::singleShot(0, &program.app, &WendloreApp::quit);
+            panel->exec();
+            isWindowThere = !window.isNull();
+            events.quit();
+        });
+
+        events.exec();
+
+        QVERIFY(isWindowThere);
+        QTRY_VERIFY(window.isNull() && program.app.mainWindow().isHidden());
     }
 
     void nonsenseThatIsHandedOverChangesNothing()

@@ -1,16 +1,17 @@
 /** Brings HTML from other programs into the form that the note's own reader expects. */
 import { clipboardHtml } from '../sanitise';
-
-const BLOCKS = 'address,blockquote,dd,div,dl,dt,figcaption,figure,h1,h2,h3,h4,h5,h6,hr,li,ol,p,pre,section,table,tbody,td,tfoot,th,thead,tr,ul';
+import { BLOCKS, reshape } from './foreignHtml';
 
 /** The same content as safe markup with plain tags and without the white space that HTML does not show. */
 export function pastedHtml(html: string): string {
   const fragment = clipboardHtml(html);
   if (!isOwnCopy(html)) {
     for (const styled of [...fragment.querySelectorAll<HTMLElement>('[style]')]) styleToTags(styled);
+    reshape(fragment);
     collapseBlanks(fragment);
   }
   for (const styled of fragment.querySelectorAll('[style]')) styled.removeAttribute('style');
+  for (const box of fragment.querySelectorAll('input')) box.remove();
   const holder = document.implementation.createHTMLDocument('').createElement('div');
   holder.append(fragment);
   return holder.innerHTML;
@@ -50,32 +51,35 @@ function wrapContent(element: HTMLElement, tag: string): void {
 
 /** Blanks in a row are one to HTML, and none at the edges of a block; the note keeps every blank it is given. */
 function collapseBlanks(fragment: DocumentFragment): void {
-  const walker = fragment.ownerDocument.createTreeWalker(fragment, NodeFilter.SHOW_TEXT);
-  const texts: Text[] = [];
-  while (walker.nextNode()) texts.push(walker.currentNode as Text);
+  const walker = fragment.ownerDocument.createTreeWalker(fragment, NodeFilter.SHOW_TEXT | NodeFilter.SHOW_ELEMENT);
+  const nodes: (Text | Element)[] = [];
+  while (walker.nextNode()) nodes.push(walker.currentNode as Text | Element);
   let endsBlank = true;
   let block: Element | null = null;
   let last: Text | null = null;
-  for (const text of texts) {
-    if (text.parentElement?.closest('pre')) continue;
-    const around = text.parentElement?.closest(BLOCKS) ?? null;
-    if (around !== block || startsLine(text)) {
+  for (const node of nodes) {
+    const isPicture = node instanceof Element && node.tagName === 'IMG';
+    if (!isPicture && (node instanceof Element || node.parentElement?.closest('pre'))) continue;
+    const around = node.parentElement?.closest(BLOCKS) ?? null;
+    if (around !== block || startsLine(node)) {
       trimEnd(last);
       endsBlank = true;
     }
     block = around;
-    text.data = text.data.replace(/[ \t\r\n\f]+/g, ' ');
-    if (endsBlank) text.data = text.data.replace(/^ /, '');
-    if (text.data === '') continue;
-    endsBlank = text.data.endsWith(' ');
-    last = text;
+    if (isPicture) [endsBlank, last] = [false, null];
+    if (node instanceof Element) continue;
+    node.data = node.data.replace(/[ \t\r\n\f]+/g, ' ');
+    if (endsBlank) node.data = node.data.replace(/^ /, '');
+    if (node.data === '') continue;
+    endsBlank = node.data.endsWith(' ');
+    last = node;
   }
   trimEnd(last);
 }
 
-/** Whether a block or a line break stands right before the text. */
-function startsLine(text: Text): boolean {
-  const before = text.previousSibling;
+/** Whether a block or a line break stands right before the node. */
+function startsLine(node: Node): boolean {
+  const before = node.previousSibling;
   return before instanceof Element && (before.matches(BLOCKS) || before.tagName === 'BR');
 }
 

@@ -11,7 +11,7 @@ export function withPlainTables(slice: Slice): Slice {
 
 /** Text whose lines all have as many tabs, as a spreadsheet puts it on the clipboard, as a table; null for other text. */
 export function tableFromTabs(text: string): Node | null {
-  const rows = text.replace(/\r\n?/g, '\n').replace(/\n$/, '').split('\n').map((line) => line.split('\t'));
+  const rows = rowsOf(text.replace(/\r\n?/g, '\n').replace(/\n$/, ''));
   const width = rows[0]!.length;
   // Code begins its lines with tabs; a range has something in its first column.
   const isRange = rows.length > 1 && width > 1 && rows.every((row) => row.length === width && row[0] !== '');
@@ -21,6 +21,18 @@ export function tableFromTabs(text: string): Node | null {
     return rowType.create(null, row.map((words) => type.create(null, words.trim() === '' ? null : schema.text(words.trim()))));
   });
   return table.create(null, made);
+}
+
+/** The cells of each line. One that has line ends or tabs in it stands between quotes, in which two stand for one. */
+function rowsOf(text: string): string[][] {
+  const rows: string[][] = [[]];
+  for (const [, quoted, plain = '', end] of text.matchAll(/(?:"((?:[^"]|"")*)"(?=[\t\n]|$)|([^\t\n]*))(\t|\n|$)/g)) {
+    const isWrapped = quoted !== undefined && /[\t\n]/.test(quoted);
+    rows.at(-1)!.push(isWrapped ? quoted.replaceAll('""', '"').replace(/\s+/g, ' ') : quoted === undefined ? plain : `"${quoted}"`);
+    if (end === '\n') rows.push([]);
+    if (end === '') break;
+  }
+  return rows;
 }
 
 function mapTables(content: Fragment): Fragment {

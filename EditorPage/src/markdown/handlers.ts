@@ -1,5 +1,5 @@
 import type { Literal, Node as TreeNode, Paragraph, PhrasingContent } from 'mdast';
-import type { Handle, Options } from 'mdast-util-to-markdown';
+import { defaultHandlers, type Handle, type Options } from 'mdast-util-to-markdown';
 import { letterLabel } from '../syntax/letters';
 
 /** Plain lines that begin with letters. */
@@ -54,7 +54,16 @@ const writeStretch: Handle = (node: Stretch, _parent, state, info) => {
 
 const writeVerbatim: Handle = (node: Verbatim) => node.value;
 
+/** A backslash before "&" that begins no character reference. */
+const NEEDLESS = /(?<!\\)((?:\\\\)*)\\&(?!(?:[a-z][a-z\d]*|#\d+|#x[\da-f]+);)/gi;
+
+/** What `write` gives, with "&" as it is where it means itself. */
+const withPlainAmpersands = (write: Handle): Handle => {
+  const handle: Handle = (...given) => write(...given).replace(NEEDLESS, '$1&');
+  return Object.assign(handle, write);
+};
+
 export const ownHandlers: Options = {
-  handlers: { letterList: writeLetterList, stretch: writeStretch, verbatim: writeVerbatim } as Options['handlers'],
+  handlers: { link: withPlainAmpersands(defaultHandlers.link), text: withPlainAmpersands(defaultHandlers.text), letterList: writeLetterList, stretch: writeStretch, verbatim: writeVerbatim } as Options['handlers'],
   unsafe: [{ atBreak: true, before: '[A-Z]', character: '.', after: '[ \\t]' }],
 };

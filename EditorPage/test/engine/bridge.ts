@@ -1,7 +1,7 @@
 /** The page keeps its side of the contract with the host. */
 import { NoteEditor } from '../../src/editor';
 import { SourceDocument } from '../../src/source/SourceDocument';
-import { editor, expect, expectEqual, open, paste, surface, turn, type, type Recorder } from './harness';
+import { edit, editor, expect, expectEqual, open, paste, surface, turn, type, type Recorder } from './harness';
 
 type Test = readonly [string, (recorder: Recorder) => Promise<string | void>];
 
@@ -43,8 +43,8 @@ export const bridgeTests: Test[] = [
   ['many edits in one task are one change', async (recorder) => {
     open('a\n');
     await settle(recorder);
-    type('b');
-    type('c');
+    edit('b');
+    edit('c');
     expect(recorder.of('changed').length <= 1, 'more than one change in the task');
     await turn();
     expectEqual(recorder.text, 'abc\n', 'text');

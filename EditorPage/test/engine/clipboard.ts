@@ -16,6 +16,14 @@ const pastes: readonly (readonly [string, Record<string, string>, string])[] = [
   ['a\n', { 'text/html': '<b style="font-weight:normal"><p>\n  Hej <span style="font-weight:700">du</span>\n</p></b>' }, 'aHej **du**\n'],
   ['a\n', { 'text/html': '<ul>\n <li>x</li>\n <li><i>y</i></li></ul>' }, 'a\n\n- x\n- *y*\n'],
   ['a\n', { 'text/html': '<p>b<script>c</script></p>' }, 'ab\n'],
+  ['', { 'text/html': '<table>\n<tr><th><p>\n A</p>\n</th><th><p>B</p></th></tr><tr><td><p>1</p><p>2</p></td><td><ul><li>x</li><li>y | z</li></ul></td></tr></table>' }, '| A | B |\n| - | - |\n| 1 2 | x y \\| z |'],
+  ['', { 'text/html': '<table><caption>C</caption><tr><td>a<br>b</td><td><table><tr><td>d</td><td>e</td></tr></table></td></tr></table>' }, 'C\n\n| a b | d e |\n| - | - |'],
+  ['a\n', { 'text/html': '<table><tr><td> b | c</td></tr></table>' }, 'ab | c\n'],
+  ['', { 'text/html': '<ul><li><input type="checkbox" disabled> b</li><li><p><input type="checkbox" checked> c</p></li><li>d</li></ul><input value="e">' }, '- [ ] b\n- [x] c\n- d'],
+  ['', { 'text/html': '<pre class="x"><code class="hljs language-js">let a;\n  b</code></pre>' }, '```js\nlet a;\n  b\n```'],
+  ['', { 'text/html': '<p><a href="https://e.org/?a=1&amp;b=2&amp;amp;c">d</a> A&amp;B <img src="f.png" alt="g"> h</p>' }, '[d](https://e.org/?a=1&b=2\\&amp;c) A&B ![g](f.png) h'],
+  ['', { 'text/plain': 'x\ty\nz "q"\t"1 ""2""\n3"\n"b"\t\n' }, '| x | y |\n| - | - |\n| z "q" | 1 "2" 3 |\n| "b" | |'],
+  ['a\n', { 'text/html': '<details><summary>S</summary>b</details>' }, 'aS\n\nb\n'],
 ];
 
 const pasteTests: Test[] = pastes.map(([before, clipboard, after]) => [

@@ -59,9 +59,15 @@ export function turn(): Promise<void> {
   return new Promise((resolve) => setTimeout(resolve));
 }
 
-/** Types as the engine's own editing does. */
-export function type(text: string): void {
+/** Puts a text in as the engine's own editing does. */
+export function edit(text: string): void {
   document.execCommand('insertText', false, text);
+}
+
+/** Types as keys do: the page is asked first, and else the engine does it. */
+export function type(text: string): void {
+  const asked = new InputEvent('beforeinput', { inputType: 'insertText', data: text, bubbles: true, cancelable: true });
+  if ((document.activeElement ?? document.body).dispatchEvent(asked)) edit(text);
 }
 
 /** Pastes with the given clipboard content. */

@@ -26,6 +26,7 @@ import { foldingTests } from './folding';
 import { roomBelowTests } from './roomBelow';
 import { safetyTests } from './safety';
 import { sourceViewTests } from './sourceView';
+import { typingTests } from './typing';
 
 type Test = readonly [name: string, run: (recorder: Recorder) => Promise<string | void>];
 
@@ -33,7 +34,7 @@ async function run(samples: readonly Sample[] = []): Promise<Result[]> {
   const recorder = new Recorder();
   recorder.install();
   const results: Result[] = [];
-  const tests: Test[] = [...bridgeTests, ...commandTests, ...comfortTests, ...clipboardTests, ...completionTests, ...findTests, ...foldingTests, ...sourceViewTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
+  const tests: Test[] = [...bridgeTests, ...commandTests, ...typingTests, ...comfortTests, ...clipboardTests, ...completionTests, ...findTests, ...foldingTests, ...sourceViewTests, ...safetyTests, ...roomBelowTests, ...fidelityTests(samples)];
   try {
     for (const [name, test] of tests) results.push(await runOne(name, test, recorder));
   } finally {

@@ -50,3 +50,9 @@ test('what is written anew reads as what it was made from, nearly always', () =>
   }
   assert.ok(failed.length < count / 100, `${failed.length} of ${count}\n${failed.join('\n')}`);
 });
+
+test('an ampersand has a backslash only where it would begin a character', () => {
+  const link = (text: string, href: string) => writeBlock(nodes.paragraph.create(null, schema.text(text, [marks.link.create({ href })])));
+  assert.equal(link('A&B & &c', '/?a=1&b=2'), '[A&B & &c](/?a=1&b=2)');
+  assert.equal(link('&amp; &#38; \\&c', '/?a&lt;'), '[\\&amp; \\&#38; \\\\&c](/?a\\&lt;)');
+});
