@@ -231,8 +231,9 @@ QByteArray WebEngineEditorView::beginning() const
         return {};
     const auto [script, generation] = m_events.beginning();
     const QString begin = generation > 0 ? script + showScript(generation) : script;
-    return asciiScript(u"if (location.search === '?%1')\nwindow.VaultBeginning = () => {\n"_s.arg(m_loads) +
-                       begin + u"\n};\n"_s);
+    return asciiScript(
+        u"if (location.search === '?%1')\nwindow.VaultBeginning = (function () {\n"_s.arg(m_loads) + begin +
+        u"\n});\n"_s);
 }
 
 void WebEngineEditorView::loadFinished(bool succeeded)
