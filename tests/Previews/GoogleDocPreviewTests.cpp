@@ -120,8 +120,12 @@ class GoogleDocPreviewTests final : public QObject
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QString::fromLatin1(keptFolder), folder);
         process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(test)});
-        return process.waitForFinished(2 * patience) && process.exitCode() == 0;
+        if (process.waitForFinished(2 * patience) && process.exitCode() == 0)
+            return true;
+        qWarning().noquote() << process.errorString() << process.readAll();
+        return false;
     }
 
 private Q_SLOTS:
