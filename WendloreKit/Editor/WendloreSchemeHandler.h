@@ -10,8 +10,7 @@
 namespace wendlore {
 
 /// Serves the "vault" scheme to the editor page: the page's own files, what it is to begin with, and the open
-/// bucket's assets. Files
-/// are read in the background; a request that the page has given up gets no answer.
+/// bucket's assets. Files are read in the background; a request that the page has given up gets no answer.
 class WendloreSchemeHandler final : public QWebEngineUrlSchemeHandler
 {
     Q_OBJECT

@@ -2,8 +2,6 @@
 
 #include "Vault/FileSystemCalls.h"
 
-#include "Vault/FileSystemCalls.h"
-
 #include <algorithm>
 #include <condition_variable>
 #include <mutex>
