@@ -212,6 +212,9 @@ void WebEditorControllerTests::focusNeedsAReadyPage()
     f.controller->focus();
 
     QCOMPARE(f.newScripts(), QStringList{u"window.VaultEditor.focus()"_s});
+
+    f.controller->focusInView();
+    QCOMPARE(f.newScripts(), QStringList{u"window.VaultEditor.exec(\"focusInView\")"_s});
 }
 
 void WebEditorControllerTests::changedGoesToTheReceiverAndIsRemembered()
