@@ -123,6 +123,22 @@ export const foldingTests: Test[] = [
     await until(() => surface().firstElementChild!.getBoundingClientRect().top >= 0, 'the top');
     expectEqual(recorder.of('changed'), [], 'changes');
   }],
+  ['who rushes through a long note has it read where the rush ends, and glimpses before', async (recorder) => {
+    await openLong(recorder);
+    await until(() => folded().every((one) => Math.abs(one.getBoundingClientRect().top) > innerHeight), 'the top is read');
+    let readings = 0;
+    const observer = new MutationObserver((records) => (readings += records.some(({ addedNodes }) => addedNodes.length > 1) ? 1 : 0));
+    observer.observe(surface(), { childList: true });
+    const start = performance.now();
+    for (let frames = 0; frames < 25; frames++) {
+      window.scrollBy(0, 3 * innerHeight);
+      await frame();
+    }
+    const most = 2 + (performance.now() - start) / 250;
+    observer.disconnect();
+    expect(readings <= most, `read ${readings} times, at most ${most} wanted`);
+    await until(() => shown() !== null, 'text in the window');
+  }],
   ['the whole of a long note is selected, copied, deleted and brought back', async (recorder) => {
     await openLong(recorder);
     surface().focus();
