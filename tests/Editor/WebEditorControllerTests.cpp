@@ -210,7 +210,6 @@ void WebEditorControllerTests::focusNeedsAReadyPage()
     f.newScripts();
     f.controller->focus();
     f.controller->focusInView();
-
     QCOMPARE(f.newScripts(),
              (QStringList{u"window.VaultEditor.focus()"_s, u"window.VaultEditor.exec(\"focusInView\")"_s}));
 }
