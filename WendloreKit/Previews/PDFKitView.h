@@ -9,6 +9,7 @@
 
 namespace wendlore {
 
+struct PdfPageImage;
 class PdfPageImages;
 class PdfPageLinks;
 class ScheduledTask;
@@ -76,9 +77,13 @@ private:
     /// Lays the pages out, with `place` of the document (of the old layout) at `anchor` of the view.
     void layOut(double scale, QPointF place, QPointF anchor);
     void wantVisiblePages();
+    /// Reads the sizes of the pages that are not known yet, and lays the pages out by them.
+    void readSizes();
+    void setSizes(const QList<QSizeF>& pages);
     [[nodiscard]] QPointF scrolled() const;
     [[nodiscard]] QRectF visibleArea() const;
     void paintPage(QPainter& painter, int page) const;
+    void paintDrawing(QPainter& painter, const QRectF& area, const PdfPageImage& drawing) const;
     bool actOnKey(const QKeyEvent& event, bool isForReal);
     /// Shows by the pointer whether there is a link at that place of the view.
     void hover(QPointF position);
@@ -91,6 +96,7 @@ private:
     PdfLayout m_layout;
     PdfPageImages* m_images;
     PdfPageLinks* m_links;
+    std::unique_ptr<ScheduledTask> m_readingSizes;
     bool m_isFitted = true;
     QList<PdfMatch> m_matches;
     int m_currentMatch = -1;
