@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Previews/PdfLayout.h"
+#include "Previews/ZoomableView.h"
 
 #include <QAbstractScrollArea>
 
@@ -17,7 +18,7 @@ class Scheduler;
 
 /// Shows the pages of a PDF document below each other, as wide as the view until the user zooms. Text can be
 /// selected and copied, and links clicked.
-class PDFKitView final : public QAbstractScrollArea
+class PDFKitView final : public QAbstractScrollArea, public ZoomableView
 {
     Q_OBJECT
 
@@ -38,8 +39,9 @@ public:
     void fitWidth();
     /// Zooms, with the same place of the document below `anchor`, a point of the view.
     void zoomBy(double factor, QPointF anchor);
-    void zoomIn();
-    void zoomOut();
+    void zoomIn() override;
+    void zoomOut() override;
+    void resetZoom() override { fitWidth(); }
     void showPage(int page);
     /// Brings a point of a page to the top.
     void showPlace(const PdfPoint& place);
