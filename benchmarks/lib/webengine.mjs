@@ -46,8 +46,12 @@ const paintQuestion = `new Promise((resolve) => new PerformanceObserver((list) =
   if (paint) resolve(performance.timeOrigin + paint.startTime);
 }).observe({ type: 'largest-contentful-paint', buffered: true }))`;
 
+/** Nobody is asked sooner, in milliseconds: a question in the middle of a start would hold it up. */
+const leftAlone = 1000;
+
 /** When the page first showed a paragraph of text, in milliseconds since 1970. */
 export async function firstParagraph(port, limit = 30_000) {
+  await pause(leftAlone);
   const deadline = Date.now() + limit;
   for (;;) {
     const answer = await ask(await pageAddress(port, deadline), deadline);
