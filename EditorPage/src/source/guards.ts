@@ -30,30 +30,44 @@ export function allGuarded(block: Block): Block {
 export function withoutGuards({ source, guards = [] }: Block, splice: Splice): Splice | null {
   const isGuard = (at: number): boolean => source[at] === '`' || (source[at] === '\\' && isNear(at, splice));
   const near = guards.filter((at) => isGuard(at) && (at < splice.from || at >= splice.to));
-  if (near.length === 0) return null;
-  const from = Math.min(splice.from, near[0]!);
-  const to = Math.max(splice.to, near.at(-1)! + 1);
-  const kept = (start: number, end: number): string => [...source.slice(start, end)].filter((_, at) => !near.includes(start + at)).join('');
+  return near.length === 0 ? null : without(source, near, splice);
+}
+
+/** The splice that also takes away the characters at `places`, which are in order and outside of it. */
+function without(source: string, places: readonly number[], splice: Splice): Splice {
+  const from = Math.min(splice.from, places[0]!);
+  const to = Math.max(splice.to, places.at(-1)! + 1);
+  const kept = (start: number, end: number): string => {
+    const inside = places.filter((at) => at >= start && at < end);
+    return [start, ...inside.map((at) => at + 1)].map((piece, index) => source.slice(piece, inside[index] ?? end)).join('');
+  };
   return { from, to, text: kept(from, splice.from) + splice.text + kept(splice.to, to), isUnguarded: true };
 }
 
-/** So many guards are tried one by one, in blocks so long: each try reads the block. */
-const triedAtMost = 8;
+/** So many guards are tried without, in blocks so long: each try reads the block. */
+const triedAtMost = 40;
 const triedIn = 4_000;
 
 /**
- * The block without those guards that it does not need, where it has more of them than `before`: a paragraph in which one
- * character must be escaped was written with all of them. `readBack` gives a block after a splice if it still says the same.
+ * The block without the escapes of those characters that it need not escape, where it has more guards than `before`: a
+ * paragraph in which one character must be escaped was written with all of them. The stars around a word stay alike, and
+ * of two that will do the first is kept.
+ * `readBack` gives a block after a splice if it still says the same.
  */
 export function withNeededGuards(block: Block, before: Block, readBack: (block: Block, splice: Splice) => Block | null): Block {
   const { guards = [], source } = block;
   const isTried = guards.length > Math.max(1, before.guards?.length ?? 0) && guards.length <= triedAtMost && source.length <= triedIn;
-  if (!isTried) return block;
-  return guards.reduceRight((lean, at) => {
-    const bare: Splice = { from: at, to: at + 1, text: '', isUnguarded: true };
-    const read = source[at] === '\\' ? readBack(lean, bare) : null;
-    return read ? withGuards(read, lean, bare) : lean;
-  }, block);
+  const escaped = guards.filter((at) => source[at] === '\\').map((at) => source[at + 1]!);
+  return isTried ? [...new Set(escaped)].reduceRight((lean, letter) => withoutEscapesOf(letter, lean, readBack), block) : block;
+}
+
+function withoutEscapesOf(letter: string, block: Block, readBack: (block: Block, splice: Splice) => Block | null): Block {
+  const { guards = [], source } = block;
+  const own = guards.filter((at) => source[at] === '\\' && source[at + 1] === letter);
+  const read = readBack(block, without(source, own, { from: own[0]!, to: own[0]!, text: '' }));
+  if (!read) return block;
+  const others = guards.filter((at) => !own.includes(at));
+  return { ...read, guards: others.map((at) => at - own.filter((one) => one < at).length) };
 }
 
 /** The block that a splice has made of another, with the guards that it has now. */
