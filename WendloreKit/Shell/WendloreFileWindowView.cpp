@@ -92,7 +92,7 @@ QWidget* WendloreFileWindowView::makeEditor()
     connect(m_title, &TitleField::renamed, &session, &EditorSession::setTitle);
     session.open(*m_fileURL);
     connect(
-        &session, &EditorSession::loaded, this, [this] { m_windowState->editorController().focus(); },
+        &session, &EditorSession::loaded, this, [this] { m_windowState->editorController().focusInView(); },
         Qt::SingleShotConnection);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, &session, &EditorSession::flush);
     m_editor->setFocus();

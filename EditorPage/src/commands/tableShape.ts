@@ -1,7 +1,7 @@
 /** Keeps every table that an edit touches in the shape a plain file can hold: the first row, and no other, is the head. */
 import { Plugin, type Transaction } from 'prosemirror-state';
 import { schema } from '../schema';
-import { changedRun } from '../views/blockDecorations';
+import { changedPart } from '../views/blockDecorations';
 
 const { table, table_header: headerType, table_cell: cellType } = schema.nodes;
 
@@ -11,18 +11,14 @@ export function tableShape(): Plugin {
     appendTransaction: (transactions, before, after) => {
       if (!transactions.some((tr) => tr.docChanged)) return null;
       const tr = after.tr;
-      const run = changedRun(before.doc, after.doc);
-      let pos = run.start;
-      for (let index = run.from; index < run.to; index++) {
-        mendTables(tr, pos, pos + after.doc.child(index).nodeSize);
-        pos += after.doc.child(index).nodeSize;
-      }
+      const { start, end } = changedPart(before.doc, after.doc);
+      mendTables(tr, start, end);
       return tr.docChanged ? tr : null;
     },
   });
 }
 
-/** Sets the kind of wrong cells between two places. That changes no sizes, so places hold. */
+/** Sets the kind of wrong cells of the tables between, and around, two places. That changes no sizes, so places hold. */
 function mendTables(tr: Transaction, from: number, to: number): void {
   tr.doc.nodesBetween(from, to, (node, pos) => {
     if (node.type !== table) return !node.isTextblock;

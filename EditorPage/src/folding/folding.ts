@@ -19,11 +19,15 @@ const FAR = 3;
 /** So much is read at a time, in characters: a frame must not wait for more. */
 const STEP = 1_500;
 /** So many groups of blocks are folded at a time: everything is laid out anew each time. */
-const FOLDED_AT_ONCE = 24;
+const FOLDED_AT_ONCE = 6;
 /** Less than that is folded only when nobody has scrolled for so long; in milliseconds. */
 const REST = 300;
 /** However busy the page is, the next step waits no longer than this; in milliseconds. */
 const LONGEST_WAIT = 100;
+/** Who moves further from one frame to the next is gone before a block is read; in window heights. */
+const RUSH = 1;
+/** A glimpse of the note is shown to them so often all the same; in milliseconds. */
+const GLIMPSE = 250;
 
 /** The editor whose note is folded. */
 export interface Folded {
@@ -49,6 +53,10 @@ export class Folding implements Watcher {
   #isTidyingDue = false;
   #scrolledAt = 0;
   #rest = 0;
+  #top = 0;
+  /** The frame in which the window last moved too far to be read. */
+  #rushedIn: CSSNumberish | null = null;
+  #unfoldedAt = 0;
 
   constructor(private editor: Folded) {
     window.addEventListener('scroll', () => this.#scrolled(), { passive: true });
@@ -130,14 +138,16 @@ export class Folding implements Watcher {
   /** Unfolds what the window shows at once, and what is near when nothing else is to do. */
   #step(): void {
     if (this.#isStepDue) return;
+    if (this.#isRushing) return this.#planStep(0);
     const next = this.#nearest();
     if (next === null) return;
-    if (next.distance === 0) {
-      if (this.#unfoldFor(next.space, 0)) this.#planStep(0);
-      else this.#planStep(LONGEST_WAIT);
-    } else {
-      this.#planStep(LONGEST_WAIT);
-    }
+    if (next.distance === 0 && this.#unfoldFor(next.space, 0)) this.#planStep(0);
+    else this.#planStep(LONGEST_WAIT);
+  }
+
+  /** Whether what is unfolded now would have left the window when it is drawn. */
+  get #isRushing(): boolean {
+    return this.#rushedIn === document.timeline.currentTime && performance.now() - this.#unfoldedAt < GLIMPSE;
   }
 
   #planStep(wait: number): void {
@@ -145,6 +155,7 @@ export class Folding implements Watcher {
     this.#isStepDue = true;
     const run = (): void => {
       this.#isStepDue = false;
+      if (this.#isRushing) return this.#planStep(0);
       const next = this.#nearest();
       if (next === null) return;
       this.#unfoldFor(next.space, next.distance === 0 ? 0 : NEAR);
@@ -175,7 +186,10 @@ export class Folding implements Watcher {
     const size = isAbove ? 1 : Math.max(1, Math.min(STEP, at(innerHeight + reach) - from));
     const first = at(0);
     const run = { node, from, size, pos: this.#posOf(node) };
-    return hold(this.editor.view, () => this.#unfold(node, from, size), () => (top < 0 ? this.#placeIn(run, first) : 0));
+    this.#unfoldedAt = performance.now();
+    const isDone = hold(this.editor.view, () => this.#unfold(node, from, size), () => (top < 0 ? this.#placeIn(run, first) : 0));
+    this.#top = scrollY;
+    return isDone;
   }
 
   /** Where in the window the character at `offset` of a run is about, now that a part of the run is unfolded. */
@@ -206,6 +220,8 @@ export class Folding implements Watcher {
   }
 
   #scrolled(): void {
+    if (Math.abs(scrollY - this.#top) > RUSH * innerHeight) this.#rushedIn = document.timeline.currentTime;
+    this.#top = scrollY;
     this.#scrolledAt = performance.now();
     this.#planTidying();
     clearTimeout(this.#rest);

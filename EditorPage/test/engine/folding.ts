@@ -62,6 +62,21 @@ export const foldingTests: Test[] = [
     await frame();
     expect(last().bottom > 0 && last().bottom <= innerHeight, 'it stays there');
   }],
+  ['a window opens a long note at its beginning, and a short one where writing goes on', async (recorder) => {
+    (document.activeElement as HTMLElement | null)?.blur();
+    await openLong(recorder);
+    editor().exec('focusInView');
+    await frame();
+    expectEqual(scrollY, 0, 'scrolled');
+    expect(surface().firstElementChild!.contains(getSelection()!.focusNode), 'the caret is in the first block');
+
+    (document.activeElement as HTMLElement).blur();
+    editor().setContent('ett\n\ntvå\n');
+    editor().exec('focusInView');
+    type('!');
+    await turn();
+    expectEqual(recorder.text, 'ett\n\ntvå!\n', 'the text');
+  }],
   ['a long note is drawn where the window is, and what is typed there is all that changes', async (recorder) => {
     await openLong(recorder);
     expect(folded().length > 0 && surface().childElementCount < 200, `${surface().childElementCount} blocks are drawn`);
@@ -107,6 +122,22 @@ export const foldingTests: Test[] = [
     window.scrollTo(0, 0);
     await until(() => surface().firstElementChild!.getBoundingClientRect().top >= 0, 'the top');
     expectEqual(recorder.of('changed'), [], 'changes');
+  }],
+  ['who rushes through a long note has it read where the rush ends, and glimpses before', async (recorder) => {
+    await openLong(recorder);
+    await until(() => folded().every((one) => Math.abs(one.getBoundingClientRect().top) > innerHeight), 'the top is read');
+    let readings = 0;
+    const observer = new MutationObserver((records) => (readings += records.some(({ addedNodes }) => addedNodes.length > 1) ? 1 : 0));
+    observer.observe(surface(), { childList: true });
+    const start = performance.now();
+    for (let frames = 0; frames < 25; frames++) {
+      window.scrollBy(0, 3 * innerHeight);
+      await frame();
+    }
+    const most = 2 + (performance.now() - start) / 250;
+    observer.disconnect();
+    expect(readings <= most, `read ${readings} times, at most ${most} wanted`);
+    await until(() => shown() !== null, 'text in the window');
   }],
   ['the whole of a long note is selected, copied, deleted and brought back', async (recorder) => {
     await openLong(recorder);

@@ -1,8 +1,9 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
+import type { Node } from 'prosemirror-model';
 import type { EditorState } from 'prosemirror-state';
 import type { DecorationSet } from 'prosemirror-view';
-import { changedRun } from '../../src/views/blockDecorations';
+import { changedPart } from '../../src/views/blockDecorations';
 import { textDecorations } from '../../src/views/textDecorations';
 import { situation } from '../commands/onText';
 
@@ -17,13 +18,29 @@ function load(text: string): EditorState {
   return situation(text, [plugin]).state;
 }
 
-test('the changed run is what is not the same on both sides', () => {
+function runOf(before: Node, after: Node): number[] {
+  const { from, to, start, end } = changedPart(before, after);
+  return [from, to, start, end];
+}
+
+test('the changed part is what is not the same on both sides', () => {
   const { state } = situation('a\n\nb‸\n\nc\n');
   const edited = state.apply(state.tr.insertText('x')).doc;
-  assert.deepEqual(changedRun(state.doc, edited), { from: 1, to: 2, start: 3 });
+  assert.deepEqual(runOf(state.doc, edited), [1, 2, 3, 7]);
   const shorter = state.apply(state.tr.delete(0, 3)).doc;
-  assert.deepEqual(changedRun(state.doc, shorter), { from: 0, to: 0, start: 0 });
-  assert.deepEqual(changedRun(shorter, state.doc), { from: 0, to: 1, start: 0 });
+  assert.deepEqual(runOf(state.doc, shorter), [0, 0, 0, 0]);
+  assert.deepEqual(runOf(shorter, state.doc), [0, 1, 0, 3]);
+});
+
+test('of a list the item that was edited is the changed part, of a quote the whole of it', () => {
+  const inList = situation('a\n\n- b\n- c\n  - d‸\n- e\n').state;
+  const edited = inList.apply(inList.tr.insertText('x'));
+  const { parent, from, to, start } = changedPart(inList.doc, edited.doc);
+  assert.deepEqual([parent.textContent, from, to, edited.doc.nodeAt(start)!.textContent], ['dx', 0, 1, 'dx']);
+
+  const inQuote = situation('a\n\n> - b‸\n').state;
+  const quoted = inQuote.apply(inQuote.tr.insertText('x'));
+  assert.equal(changedPart(inQuote.doc, quoted.doc).parent, quoted.doc);
 });
 
 test('tags, comments and names of blocks are styled', () => {
@@ -51,4 +68,21 @@ test('styles follow edits before, in and after them', () => {
   assert.deepEqual(styled(state), []);
   state = state.apply(state.tr.insertText(' #ny', state.doc.content.size - 1));
   assert.deepEqual(styled(state), ['#ny']);
+});
+
+test('a callout stays one while its neighbours are edited', () => {
+  for (const text of ['a‸\n\n> [!note] T\n> text\n', '> [!note] T\n> text\n\na‸\n', '- a‸\n- > [!note] T\n  > text\n']) {
+    const state = load(text);
+    const before = styled(state.apply(state.tr.insertText('x')));
+    assert.deepEqual(before, ['[!note] T\ntext', '[!note] ', 'T'], text);
+  }
+});
+
+test('styles in a long list follow edits of its items', () => {
+  let state = load('- en #ett\n- två‸\n- tre #tre\n');
+  state = state.apply(state.tr.insertText(' #ny'));
+  assert.deepEqual(styled(state), ['#ett', '#ny', '#tre']);
+  const { $from } = state.selection;
+  state = state.apply(state.tr.delete($from.before(2), $from.after(2)));
+  assert.deepEqual(styled(state), ['#ett', '#tre']);
 });
