@@ -2,6 +2,8 @@
 
 #include "Editor/WebEditorController.h"
 #include "Editor/WebEngineEditorView.h"
+#include "Previews/FindBar.h"
+#include "Previews/PDFKitView.h"
 
 #include <QAction>
 #include <QApplication>
@@ -12,7 +14,6 @@
 #include <QWebEnginePage>
 #include <QWebEngineView>
 
-#include <functional>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -67,6 +68,27 @@ QWebEngineView* pageAt(QWidget* focus)
     return nullptr;
 }
 
+/// What a command of the note's page does with the search of a file.
+std::function<void()> inSearch(FindBar* search, const QString& word)
+{
+    if (search && word == u"find"_s)
+        return [search] { search->open(); };
+    if (search && word == u"findNext"_s)
+        return [search] { search->step(1); };
+    if (search && word == u"findPrevious"_s)
+        return [search] { search->step(-1); };
+    return {};
+}
+
+std::function<void()> inDocument(PDFKitView* document, QWebEnginePage::WebAction action)
+{
+    if (document && action == QWebEnginePage::Copy && !document->selectedText().isEmpty())
+        return [document] { document->copy(); };
+    if (document && action == QWebEnginePage::SelectAll)
+        return [document] { document->selectAll(); };
+    return {};
+}
+
 bool hasReadableSelection(const QLineEdit& field)
 {
     return field.hasSelectedText() && field.echoMode() == QLineEdit::Normal;
@@ -89,9 +111,10 @@ bool hasText(const QLineEdit& field)
 
 } // namespace
 
-EditCommands::EditCommands(WebEditorController& controller, QObject* parent)
+EditCommands::EditCommands(WebEditorController& controller, const QWidget& window, QObject* parent)
     : QObject(parent)
     , m_controller(controller)
+    , m_window(window)
 {
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, QWidget* now) {
         if (qobject_cast<QMenuBar*>(now) && !qobject_cast<QMenuBar*>(old))
@@ -179,6 +202,8 @@ QUndoStack* EditCommands::movesFor(const Command& command) const
 
 QString EditCommands::titleOf(const Command& command) const
 {
+    if (command.word == u"find"_s && inFile(command))
+        return u"Sök i dokumentet"_s;
     const QUndoStack* moves = movesFor(command);
     const QString name = moves ? (moves->*command.moving->name)() : QString();
     return name.isEmpty() ? command.title : command.title + u' ' + name;
@@ -190,6 +215,8 @@ bool EditCommands::isPossible(const Command& command) const
         return (moves->*command.moving->isPossible)();
     if (const QLineEdit* field = fieldAt(focus()); field && command.inField)
         return command.isPossibleInField(*field);
+    if (inFile(command))
+        return true;
     if (!command.word.isEmpty())
         return isNoteShown() && m_controller.isReady() && m_controller.desiredContent().has_value();
     return pageAt(focus()) != nullptr;
@@ -201,6 +228,8 @@ void EditCommands::run(const Command& command)
         (moves->*command.moving->run)();
     else if (QLineEdit* field = fieldAt(focus()); field && command.inField)
         command.inField(*field);
+    else if (const auto act = inFile(command))
+        act();
     else if (!command.word.isEmpty())
         execInNote(command);
     else if (QWebEngineView* page = pageAt(focus()))
@@ -217,6 +246,14 @@ bool EditCommands::isNoteShown() const
 {
     const QWidget* view = noteView();
     return !view || view->isVisible();
+}
+
+std::function<void()> EditCommands::inFile(const Command& command) const
+{
+    if (command.word.isEmpty())
+        return inDocument(qobject_cast<PDFKitView*>(focus()), command.inPage);
+    const QWidget* view = noteView();
+    return view && view->isVisible() ? nullptr : inSearch(FindBar::seenIn(m_window), command.word);
 }
 
 void EditCommands::execInNote(const Command& command)

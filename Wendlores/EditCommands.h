@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <vector>
 
 class QMenu;
@@ -14,8 +15,8 @@ namespace wendlore {
 class WebEditorController;
 
 /// The usual commands for text. They go to whatever has the keyboard focus: a field of the window, the files
-/// that were moved, or else the editor page. While the menu is open it shows which of them would do anything
-/// there, and what would be undone where that has a name.
+/// that were moved, or else the editor page or the file that is shown in its place. While the menu is open it
+/// shows which of them would do anything there, and what would be undone where that has a name.
 class EditCommands final : public QObject
 {
     Q_OBJECT
@@ -24,7 +25,8 @@ public:
     /// What changes a text or looks through it, and how the note is shown.
     enum class Part { edit, view };
 
-    EditCommands(WebEditorController& controller, QObject* parent = nullptr);
+    /// For `window`, which shows the note of `controller`, or files.
+    EditCommands(WebEditorController& controller, const QWidget& window, QObject* parent = nullptr);
 
     void addTo(QMenu& menu, Part part);
     /// With the focus in `place`, undo and redo mean `moves`; both outlive the menu.
@@ -42,12 +44,16 @@ private:
     /// Whether the page is on screen: it keeps its note while another file is shown.
     [[nodiscard]] bool isNoteShown() const;
     [[nodiscard]] bool isPossible(const Command& command) const;
+    /// What the command does with a file that is shown in place of the note; empty when it does nothing
+    /// there.
+    [[nodiscard]] std::function<void()> inFile(const Command& command) const;
     void run(const Command& command);
     void execInNote(const Command& command);
     /// The page's view; null where it has none.
     [[nodiscard]] QWidget* noteView() const;
 
     WebEditorController& m_controller;
+    const QWidget& m_window;
     QUndoStack* m_moves = nullptr;
     const QWidget* m_movesPlace = nullptr;
     QPointer<QWidget> m_focusBeforeMenuBar;

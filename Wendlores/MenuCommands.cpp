@@ -3,6 +3,7 @@
 #include "Wendlores/AboutSheet.h"
 
 #include "Editor/WebEditorController.h"
+#include "Previews/ZoomableView.h"
 #include "Shell/Windows.h"
 #include "State/AppState.h"
 #include "State/OpenFileWindows.h"
@@ -24,7 +25,7 @@ MenuCommands::MenuCommands(AppState& workspace, AppState& shown, QMainWindow& wi
     , m_shown(shown)
     , m_window(window)
     , m_scene(scene)
-    , m_edit(shown.editorController())
+    , m_edit(shown.editorController(), window)
 {
     addFileMenu();
     addEditMenu();
@@ -105,13 +106,22 @@ void MenuCommands::addViewMenu()
 
 void MenuCommands::addZoomCommands(QMenu& menu)
 {
-    QAction* larger = menu.addAction(u"Förstora text"_s, &m_shown, &AppState::zoomIn);
+    const auto zoom = [this](void (AppState::*text)(), void (ZoomableView::*file)()) {
+        return [this, text, file] {
+            if (ZoomableView* view = ZoomableView::seenIn(m_window))
+                (view->*file)();
+            else
+                (m_shown.*text)();
+        };
+    };
+    QAction* larger =
+        menu.addAction(u"Förstora text"_s, this, zoom(&AppState::zoomIn, &ZoomableView::zoomIn));
     // The plus sign needs Shift on some keyboards; the key itself has to do there.
     larger->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
-    QAction* smaller = menu.addAction(u"Förminska text"_s, QKeySequence(Qt::CTRL | Qt::Key_Minus), &m_shown,
-                                      &AppState::zoomOut);
-    QAction* reset = menu.addAction(u"Återställ textstorlek"_s, QKeySequence(Qt::CTRL | Qt::Key_0), &m_shown,
-                                    &AppState::resetZoom);
+    QAction* smaller = menu.addAction(u"Förminska text"_s, QKeySequence(Qt::CTRL | Qt::Key_Minus), this,
+                                      zoom(&AppState::zoomOut, &ZoomableView::zoomOut));
+    QAction* reset = menu.addAction(u"Återställ textstorlek"_s, QKeySequence(Qt::CTRL | Qt::Key_0), this,
+                                    zoom(&AppState::resetZoom, &ZoomableView::resetZoom));
     m_needFile = {larger, smaller, reset};
 }
 

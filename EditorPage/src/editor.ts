@@ -13,6 +13,7 @@ import { isToEnd, needsWholeSelection } from './folding/input';
 import { markdownOf } from './markdown/write';
 import { editorPlugins } from './plugins';
 import { isSameNote } from './similarity';
+import { isFolded } from './source/folded';
 import { differingRange, type Range } from './source/range';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
 import type { TextChange } from './source/noteText';
@@ -139,6 +140,16 @@ export class NoteEditor implements Folded {
     this.view.focus();
     // Without the focus there is no place in the page to bring into view.
     if (!isPlaced) this.view.dispatch(this.view.state.tr.scrollIntoView());
+  }
+
+  /** Takes the keyboard and leaves the note as it is shown: a caret that was not set yet goes to the end only if that is in view. */
+  focusInView(): void {
+    const { state } = this.view;
+    const end = lastPlace(state.doc);
+    const isDrawn = state.doc.lastChild !== null && !isFolded(state.doc.lastChild);
+    if (!this.#placed && isDrawn && this.view.coordsAtPos(end.head).bottom <= innerHeight)
+      this.view.dispatch(state.tr.setSelection(end));
+    this.view.focus();
   }
 
   /** Brings the document to what `change` says of the same text. False when it cannot be changed now. */

@@ -36,6 +36,7 @@ export class Page implements VaultEditor {
       findPrevious: () => this.#find.step(-1),
       source: () => void this.#source.toggle(),
       counts: () => this.#toggleCounts(),
+      focusInView: () => (this.#source.isOpen ? this.#source.focus() : this.editor.focusInView()),
       showMatch: (text) => this.#find.point(String(text ?? '')),
     };
     window.addEventListener('keydown', (event) => this.#key(event), true);

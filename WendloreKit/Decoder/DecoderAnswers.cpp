@@ -74,6 +74,8 @@ QByteArray DecoderAnswers::to(const QByteArray& question)
         return openPdf(stream);
     case DecoderTask::drawPage:
         return drawPage(stream);
+    case DecoderTask::sizesOfPages:
+        return sizesOfPages(stream);
     case DecoderTask::textOfPage:
         return textOfPage(stream);
     case DecoderTask::textBetween:
@@ -99,14 +101,21 @@ QByteArray DecoderAnswers::to(const QByteArray& question)
 QByteArray DecoderAnswers::openPdf(QDataStream& question)
 {
     const PdfState state = pdf().open(next<QString>(question));
-    return decoderValues(state, state == PdfState::ready ? pdf().pageSizes() : QList<QSizeF>());
+    return state == PdfState::ready ? decoderValues(state, pdf().pageCount(), pdf().pageSizes(0))
+                                    : decoderValues(state, 0, QList<QSizeF>());
 }
 
 QByteArray DecoderAnswers::drawPage(QDataStream& question)
 {
     const int page = next<int>(question);
     const QSize whole = next<QSize>(question);
-    return picture(pdf().render(page, whole, next<QRect>(question)));
+    const QImage drawn = pdf().render(page, whole, next<QRect>(question), m_memory);
+    return drawn.isNull() ? QByteArray() : picture(drawn);
+}
+
+QByteArray DecoderAnswers::sizesOfPages(QDataStream& question)
+{
+    return decoderValues(pdf().pageSizes(next<int>(question)));
 }
 
 QByteArray DecoderAnswers::textOfPage(QDataStream& question)

@@ -29,6 +29,7 @@ public:
 private:
     [[nodiscard]] QByteArray openPdf(QDataStream& question);
     [[nodiscard]] QByteArray drawPage(QDataStream& question);
+    [[nodiscard]] QByteArray sizesOfPages(QDataStream& question);
     [[nodiscard]] QByteArray textOfPage(QDataStream& question);
     [[nodiscard]] QByteArray textBetween(QDataStream& question);
     [[nodiscard]] QByteArray findText(QDataStream& question);

@@ -9,8 +9,9 @@ namespace wendlore {
 /// holds, stands beside each. A picture is its size (empty: there is none) and whether parts of it can be
 /// seen through; its pixels are in the memory for them until the next question.
 enum class DecoderTask : quint8 {
-    openPdf,         ///< password; gives the state and the pages' sizes
+    openPdf,         ///< password; gives the state, how many pages there are, and the sizes of the first
     drawPage,        ///< page, size of the whole page, part of it; gives a picture
+    sizesOfPages,    ///< page; gives the sizes of some pages from there on
     textOfPage,      ///< page; gives a PdfText
     textBetween,     ///< two points; gives the text and its places
     findText,        ///< page, words; gives the places

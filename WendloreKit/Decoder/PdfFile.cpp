@@ -1,6 +1,7 @@
 #include "Decoder/PdfFile.h"
 
 #include "Decoder/PdfLinks.h"
+#include "Decoder/Picture.h"
 
 #include <QBuffer>
 #include <QPainter>
@@ -89,27 +90,36 @@ PdfState PdfFile::open(const QString& password)
     return m_isOpen ? PdfState::ready : PdfState::damaged;
 }
 
-QList<QSizeF> PdfFile::pageSizes()
+int PdfFile::pageCount() const
 {
+    return m_document->pageCount();
+}
+
+QList<QSizeF> PdfFile::pageSizes(int first)
+{
+    constexpr int atATime = 100;
     QList<QSizeF> sizes;
-    for (int page = 0; page < m_document->pageCount(); ++page)
+    const int end = std::min(first, pageCount() - atATime) + atATime;
+    for (int page = std::max(first, 0); page < end; ++page)
         sizes.append(m_document->pagePointSize(page));
     return sizes;
 }
 
-QImage PdfFile::render(int page, QSize whole, const QRect& clip)
+QImage PdfFile::render(int page, QSize whole, const QRect& clip, std::span<uchar> memory)
 {
+    // Pages are drawn on nothing; paper is white.
+    QImage paper =
+        memory.empty() ? QImage(clip.size(), QImage::Format_RGB32) : pictureIn(memory, clip.size());
+    if (paper.isNull())
+        return {};
+    paper.fill(Qt::white);
     QPdfDocumentRenderOptions options;
     if (clip.size() != whole) {
         options.setScaledSize(whole);
         // The toolkit takes the distance from the first pixel to the last for the width.
         options.setScaledClipRect(clip.adjusted(0, 0, 1, 1));
     }
-    const QImage drawn = m_document->render(page, clip.size(), options);
-    // Pages are drawn on nothing; paper is white.
-    QImage paper(clip.size(), QImage::Format_RGB32);
-    paper.fill(Qt::white);
-    QPainter(&paper).drawImage(0, 0, drawn);
+    QPainter(&paper).drawImage(0, 0, m_document->render(page, clip.size(), options));
     return paper;
 }
 

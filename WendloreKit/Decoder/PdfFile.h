@@ -6,6 +6,7 @@
 #include <QImage>
 
 #include <memory>
+#include <span>
 
 class QBuffer;
 class QPdfDocument;
@@ -27,10 +28,13 @@ public:
     /// Whether there is a document to be asked for what follows.
     [[nodiscard]] bool isOpen() const { return m_isOpen; }
 
-    /// The pages' sizes in points.
-    [[nodiscard]] QList<QSizeF> pageSizes();
-    /// The part `clip` of a page that is `whole` pixels large.
-    [[nodiscard]] QImage render(int page, QSize whole, const QRect& clip);
+    [[nodiscard]] int pageCount() const;
+    /// The sizes in points of some pages from `first` on: of the first hundred of them. It takes a while for
+    /// many, as each page has to be read.
+    [[nodiscard]] QList<QSizeF> pageSizes(int first);
+    /// The part `clip` of a page that is `whole` pixels large; its pixels lie in `memory` when there is some,
+    /// and there is no drawing when they do not fit.
+    [[nodiscard]] QImage render(int page, QSize whole, const QRect& clip, std::span<uchar> memory = {});
     /// All text of a page.
     [[nodiscard]] PdfText text(int page);
     /// The text between two points, which may lie on different pages.

@@ -48,11 +48,7 @@ void limitDecoders(std::span<uchar> memory)
 /// An image that decoders fill without taking other memory, when they make that kind.
 QImage imageIn(std::span<uchar> memory, const QImageReader& reader)
 {
-    const QSize size = reader.size();
-    const bool fits = !size.isEmpty() && reader.imageFormat() == QImage::Format_RGB32;
-    return fits ? QImage(memory.data(), size.width(), size.height(), bytesPerPixel * size.width(),
-                         QImage::Format_RGB32)
-                : QImage();
+    return reader.imageFormat() == QImage::Format_RGB32 ? pictureIn(memory, reader.size()) : QImage();
 }
 
 /// By how much a photograph of that size can be reduced and still fill a window; 1 when it is small.

@@ -87,11 +87,11 @@ void EditorView::takeColors()
         m_webView->page()->setBackgroundColor(palette().color(QPalette::Base));
 }
 
-/// A page that came back after a crash has lost the caret, but not the user's attention.
+/// A page that is ready only now, or came back after a crash, knows nothing of the user's attention.
 void EditorView::giveFocusBack()
 {
     if (isAncestorOf(QApplication::focusWidget()))
-        m_appState.editorController().focus();
+        m_appState.editorController().focusInView();
 }
 
 bool EditorView::event(QEvent* event)

@@ -106,6 +106,14 @@ void WebEditorController::focus()
     Q_EMIT focused();
 }
 
+void WebEditorController::focusInView()
+{
+    if (!m_isReady)
+        return;
+    exec(u"focusInView"_s);
+    Q_EMIT focused();
+}
+
 void WebEditorController::drain(std::function<void()> done)
 {
     m_webView->drain(std::move(done));

@@ -62,6 +62,8 @@ public:
     void setZoom(double zoom);
     /// Puts the caret into the page, when it is ready.
     void focus();
+    /// The same without moving what is shown, for a window that opens.
+    void focusInView();
     /// Calls `done` once every edit that the page has reported so far has been delivered.
     void drain(std::function<void()> done);
 

@@ -1,8 +1,10 @@
 #include "Look/Drawing.h"
 
+#include "Look/Colors.h"
 #include "Look/Metrics.h"
 
 #include <QPainter>
+#include <QWidget>
 
 namespace wendlore {
 
@@ -30,6 +32,15 @@ void strokeRounded(QPainter& painter, const QRectF& area, const QColor& color, q
     const qreal half = width / 2;
     drawRounded(painter, area.adjusted(half, half, -half, -half), QPen(color, width), Qt::NoBrush,
                 radius - half);
+}
+
+void drawFloatingGround(QWidget& widget)
+{
+    QPainter painter(&widget);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const Colors& colors = Colors::of(widget.palette());
+    fillRounded(painter, widget.rect(), colors.paper, metrics::radius);
+    strokeRounded(painter, widget.rect(), colors.line, 1, metrics::radius);
 }
 
 void drawFocusRing(QPainter& painter, const QRectF& area, const QColor& accent)

@@ -67,11 +67,12 @@ void SegmentedPicker::add(const QString& text)
     m_segments.push_back(segment);
     m_row->addWidget(segment);
     connect(segment, &QRadioButton::toggled, this, [this, segment, index](bool isChosen) {
-        segment->setFocusPolicy(isChosen ? Qt::StrongFocus : Qt::ClickFocus); // Tab goes to the chosen one
+        // Tab goes to the chosen one; a click leaves the keyboard to what is chosen.
+        segment->setFocusPolicy(isChosen ? Qt::TabFocus : Qt::NoFocus);
         if (isChosen)
             Q_EMIT chosenChanged(index);
     });
-    segment->setFocusPolicy(Qt::ClickFocus);
+    segment->setFocusPolicy(Qt::NoFocus);
     segment->setChecked(index == 0);
 }
 

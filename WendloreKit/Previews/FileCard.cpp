@@ -1,6 +1,7 @@
 #include "Previews/FileCard.h"
 
 #include "Previews/FileKind.h"
+#include "Previews/FileStatus.h"
 #include "Previews/OpenExternally.h"
 
 #include "Look/FileSymbol.h"
@@ -9,7 +10,7 @@
 #include "State/AppState.h"
 #include "Vault/FileURL.h"
 
-#include <QFileInfo>
+#include <QDateTime>
 #include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -23,14 +24,15 @@ namespace {
 /// "Kalkylark · 12 kB", and on a line of its own when it was changed; the kind alone for what cannot be read.
 QString detailsOf(const FileURL& file)
 {
-    const QFileInfo info(file.path());
+    const auto status = statusOf(file);
     QString details = kindOf(file);
-    if (!info.exists())
+    if (!status)
         return details;
     const QLocale swedish(QLocale::Swedish, QLocale::Sweden);
-    if (info.isFile())
-        details += u" · "_s + swedish.formattedDataSize(info.size(), 1, QLocale::DataSizeSIFormat);
-    return details + u"\nÄndrad "_s + swedish.toString(info.lastModified(), u"d MMMM yyyy HH:mm"_s);
+    if (S_ISREG(status->st_mode))
+        details += u" · "_s + swedish.formattedDataSize(status->st_size, 1, QLocale::DataSizeSIFormat);
+    return details + u"\nÄndrad "_s +
+           swedish.toString(QDateTime::fromMSecsSinceEpoch(changeTime(*status)), u"d MMMM yyyy HH:mm"_s);
 }
 
 } // namespace

@@ -13,7 +13,6 @@
 
 #include <QPushButton>
 #include <QWebEngineProfile>
-#include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
 
@@ -62,11 +61,10 @@ void HTMLViewer::showPage(const QByteArray& html)
     m_profile->installUrlSchemeHandler(
         htmlScheme, new HtmlSchemeHandler(m_state.services().coordinator, m_file, html,
                                           folderOfPage(m_file, m_state.vaultURL()), m_profile.get()));
-    m_view = new QWebEngineView;
+    m_view = new PreviewWebView;
     auto* page = new HtmlPage(m_file, m_profile.get(), m_view);
-    m_view->setPage(page);
+    m_view->showPage(*page);
     m_view->setAccessibleName(m_file.lastPathComponent());
-    m_view->setContextMenuPolicy(Qt::NoContextMenu);
     connect(page, &HtmlPage::addressClicked, this,
             [this](const QUrl& address) { m_state.services().workspace.open(address); });
     // Selecting another file deletes this viewer: not in the middle of the page's question.

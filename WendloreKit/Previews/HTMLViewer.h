@@ -1,10 +1,11 @@
 #pragma once
 
+#include "Previews/PreviewWebView.h"
+
 #include "Vault/FileURL.h"
 
 #include <QByteArray>
 #include <QPointer>
-#include <QWebEngineView>
 
 #include <chrono>
 #include <memory>
@@ -43,7 +44,7 @@ private:
     FileURL m_file;
     ViewerStack* m_stack;
     std::unique_ptr<QWebEngineProfile> m_profile;
-    QPointer<QWebEngineView> m_view;
+    QPointer<PreviewWebView> m_view;
     std::unique_ptr<ScheduledTask> m_reading;
     std::unique_ptr<ScheduledTask> m_timeout;
 };

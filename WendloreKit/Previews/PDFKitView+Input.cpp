@@ -35,7 +35,6 @@ void PDFKitView::copy() const
 
 bool PDFKitView::actOnKey(const QKeyEvent& event, bool isForReal)
 {
-    const bool hasControl = event.modifiers().testFlag(Qt::ControlModifier);
     std::function<void()> act;
     if (event.matches(QKeySequence::Copy))
         act = [this] { copy(); };
@@ -47,10 +46,15 @@ bool PDFKitView::actOnKey(const QKeyEvent& event, bool isForReal)
         act = [this] { zoomOut(); };
     else if (event.key() == Qt::Key_0)
         act = [this] { fitWidth(); };
-    else if (event.key() == Qt::Key_Home && !hasControl)
+    else if (event.key() == Qt::Key_Home)
         act = [this] { showPage(0); };
-    else if (event.key() == Qt::Key_End && !hasControl)
+    else if (event.key() == Qt::Key_End)
         act = [this] { verticalScrollBar()->setValue(verticalScrollBar()->maximum()); };
+    else if (event.key() == Qt::Key_Space)
+        act = [this, isBack = event.modifiers().testFlag(Qt::ShiftModifier)] {
+            verticalScrollBar()->triggerAction(isBack ? QScrollBar::SliderPageStepSub
+                                                      : QScrollBar::SliderPageStepAdd);
+        };
     if (act && isForReal)
         act();
     return act != nullptr;

@@ -52,6 +52,8 @@ PDFKitView::PDFKitView(Scheduler& scheduler, std::shared_ptr<PdfDocument> docume
     connect(m_images, &PdfPageImages::drawn, this, [this](int page) {
         viewport()->update();
         m_links->want(page);
+        if (!m_readingSizes)
+            readSizes();
     });
 }
 
@@ -140,6 +142,26 @@ void PDFKitView::wantVisiblePages()
     m_images->want(wanted);
 }
 
+void PDFKitView::readSizes()
+{
+    m_readingSizes = m_scheduler.inBackground([this, document = m_document]() -> std::function<void()> {
+        if (document->readPageSizes())
+            return [this] { readSizes(); };
+        return [this, pages = document->pageSizes()] { setSizes(pages); };
+    });
+}
+
+void PDFKitView::setSizes(const QList<QSizeF>& pages)
+{
+    if (pages == m_pages)
+        return;
+    m_pages = pages;
+    if (m_isFitted)
+        fitWidth();
+    else
+        layOut(m_layout.scale(), scrolled(), {});
+}
+
 void PDFKitView::showPage(int page)
 {
     showPlace({page, {}});
@@ -193,11 +215,7 @@ void PDFKitView::paintPage(QPainter& painter, int page) const
             painter.drawText(area, Qt::AlignCenter, u"Sidan kan inte visas"_s);
             continue;
         }
-        const double across = area.width() / drawing.whole.width();
-        const double down = area.height() / drawing.whole.height();
-        const QRectF target(area.x() + drawing.part.x() * across, area.y() + drawing.part.y() * down,
-                            drawing.part.width() * across, drawing.part.height() * down);
-        painter.drawImage(target, drawing.image);
+        paintDrawing(painter, area, drawing);
     }
     // The paper is white in every appearance, and so are the colours on it.
     const Colors& colors = Colors::of(ColorScheme::light);
@@ -219,6 +237,26 @@ void PDFKitView::paintPage(QPainter& painter, int page) const
     painter.restore();
     painter.setPen(Colors::of(palette()).line);
     painter.drawRect(area.adjusted(-0.5, -0.5, 0.5, 0.5));
+}
+
+void PDFKitView::paintDrawing(QPainter& painter, const QRectF& area, const PdfPageImage& drawing) const
+{
+    const double ratio = viewport()->devicePixelRatioF();
+    if (drawing.whole == (area.size() * ratio).toSize()) {
+        // As large as it is drawn: on whole pixels of the screen, so that it is sharp, and soon there.
+        painter.save();
+        painter.resetTransform();
+        painter.scale(1 / ratio, 1 / ratio);
+        painter.drawImage(((area.topLeft() - scrolled()) * ratio).toPoint() + drawing.part.topLeft(),
+                          drawing.image);
+        painter.restore();
+        return;
+    }
+    const double across = area.width() / drawing.whole.width();
+    const double down = area.height() / drawing.whole.height();
+    const QRectF target(area.x() + drawing.part.x() * across, area.y() + drawing.part.y() * down,
+                        drawing.part.width() * across, drawing.part.height() * down);
+    painter.drawImage(target, drawing.image);
 }
 
 void PDFKitView::select(PdfPoint from, PdfPoint to)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Previews/PdfLayout.h"
+#include "Previews/ZoomableView.h"
 
 #include <QAbstractScrollArea>
 
@@ -9,6 +10,7 @@
 
 namespace wendlore {
 
+struct PdfPageImage;
 class PdfPageImages;
 class PdfPageLinks;
 class ScheduledTask;
@@ -16,7 +18,7 @@ class Scheduler;
 
 /// Shows the pages of a PDF document below each other, as wide as the view until the user zooms. Text can be
 /// selected and copied, and links clicked.
-class PDFKitView final : public QAbstractScrollArea
+class PDFKitView final : public QAbstractScrollArea, public ZoomableView
 {
     Q_OBJECT
 
@@ -37,8 +39,9 @@ public:
     void fitWidth();
     /// Zooms, with the same place of the document below `anchor`, a point of the view.
     void zoomBy(double factor, QPointF anchor);
-    void zoomIn();
-    void zoomOut();
+    void zoomIn() override;
+    void zoomOut() override;
+    void resetZoom() override { fitWidth(); }
     void showPage(int page);
     /// Brings a point of a page to the top.
     void showPlace(const PdfPoint& place);
@@ -76,9 +79,13 @@ private:
     /// Lays the pages out, with `place` of the document (of the old layout) at `anchor` of the view.
     void layOut(double scale, QPointF place, QPointF anchor);
     void wantVisiblePages();
+    /// Reads the sizes of the pages that are not known yet, and lays the pages out by them.
+    void readSizes();
+    void setSizes(const QList<QSizeF>& pages);
     [[nodiscard]] QPointF scrolled() const;
     [[nodiscard]] QRectF visibleArea() const;
     void paintPage(QPainter& painter, int page) const;
+    void paintDrawing(QPainter& painter, const QRectF& area, const PdfPageImage& drawing) const;
     bool actOnKey(const QKeyEvent& event, bool isForReal);
     /// Shows by the pointer whether there is a link at that place of the view.
     void hover(QPointF position);
@@ -91,6 +98,7 @@ private:
     PdfLayout m_layout;
     PdfPageImages* m_images;
     PdfPageLinks* m_links;
+    std::unique_ptr<ScheduledTask> m_readingSizes;
     bool m_isFitted = true;
     QList<PdfMatch> m_matches;
     int m_currentMatch = -1;

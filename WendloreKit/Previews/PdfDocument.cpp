@@ -2,7 +2,16 @@
 
 #include "Vault/ReadFile.h"
 
+#include <algorithm>
+
 namespace wendlore {
+
+namespace {
+
+/// No more are shown, whatever a file says.
+constexpr int mostPages = 100'000;
+
+} // namespace
 
 PdfDocument::PdfDocument()
     : m_file(FileSystemCalls::real())
@@ -25,6 +34,7 @@ PdfDocument::State PdfDocument::openFile(Descriptor file, const QString& passwor
     const QMutexLocker locker(&m_mutex);
     m_process.reset();
     m_pages.clear();
+    m_readSizes = 0;
     m_file = std::move(file);
     m_password = password;
     return m_file.isOpen() && !m_limits.isStopped() ? start() : State::damaged;
@@ -36,9 +46,25 @@ PdfDocument::State PdfDocument::start()
     const auto answer = m_process->ask(decoderValues(DecoderTask::openPdf, m_password),
                                        m_limits.withTime(maximumDecodingTime()));
     auto state = State::damaged;
-    if (!answer || !readAnswer(*answer, state, m_pages))
+    int count = 0;
+    QList<QSizeF> sizes;
+    if (!answer || !readAnswer(*answer, state, count, sizes))
         return State::damaged;
+    if (m_pages.isEmpty()) {
+        m_pages.resize(std::clamp(count, 0, mostPages));
+        takeSizes(sizes);
+    }
     return state;
+}
+
+void PdfDocument::takeSizes(const QList<QSizeF>& sizes)
+{
+    const qsizetype count = std::min(sizes.size(), m_pages.size() - m_readSizes);
+    if (count == 0)
+        return;
+    const auto beyond = std::copy_n(sizes.begin(), count, m_pages.begin() + m_readSizes);
+    std::fill(beyond, m_pages.end(), sizes.at(count - 1));
+    m_readSizes += count;
 }
 
 std::optional<QByteArray> PdfDocument::ask(const QByteArray& question)
@@ -55,6 +81,19 @@ QList<QSizeF> PdfDocument::pageSizes()
 {
     const QMutexLocker locker(&m_mutex);
     return m_pages;
+}
+
+bool PdfDocument::readPageSizes()
+{
+    const QMutexLocker locker(&m_mutex);
+    if (m_readSizes == m_pages.size())
+        return false;
+    QList<QSizeF> sizes;
+    const auto answer = ask(decoderValues(DecoderTask::sizesOfPages, int(m_readSizes)));
+    if (!answer || !readAnswer(*answer, sizes) || sizes.isEmpty())
+        return false;
+    takeSizes(sizes);
+    return true;
 }
 
 QImage PdfDocument::render(int page, QSize whole, const QRect& clip)

@@ -31,8 +31,11 @@ public:
     /// Ends what goes on, from any thread; there are no answers any more.
     void close() { m_limits.stop(); }
 
-    /// The pages' sizes in points.
+    /// The pages' sizes in points. What is not read yet is taken to be as large as the last that is: many
+    /// pages take long, and nearly always all are alike.
     [[nodiscard]] QList<QSizeF> pageSizes();
+    /// Reads the sizes of some more pages; false when no more can be read.
+    [[nodiscard]] bool readPageSizes();
     /// The part `clip` of a page that is `whole` pixels large; null when it cannot be drawn.
     [[nodiscard]] QImage render(int page, QSize whole, const QRect& clip);
     /// All text of a page.
@@ -47,6 +50,7 @@ public:
 private:
     State openFile(Descriptor file, const QString& password);
     [[nodiscard]] State start();
+    void takeSizes(const QList<QSizeF>& sizes);
     [[nodiscard]] std::optional<QByteArray> ask(const QByteArray& question);
 
     QMutex m_mutex;
@@ -54,6 +58,8 @@ private:
     Descriptor m_file;
     QString m_password;
     QList<QSizeF> m_pages;
+    /// So many of the pages have their own size there.
+    qsizetype m_readSizes = 0;
     std::unique_ptr<DecoderProcess> m_process;
 };
 

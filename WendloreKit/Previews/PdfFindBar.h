@@ -1,13 +1,9 @@
 #pragma once
 
+#include "Previews/FindBar.h"
 #include "Previews/PdfDocument.h"
 
-#include <QWidget>
-
 #include <memory>
-
-class QLabel;
-class QLineEdit;
 
 namespace wendlore {
 
@@ -15,7 +11,7 @@ class ScheduledTask;
 class Scheduler;
 
 /// Searches a PDF document for what is typed, page by page in the background, and goes from match to match.
-class PdfFindBar final : public QWidget
+class PdfFindBar final : public FindBar
 {
     Q_OBJECT
 
@@ -24,29 +20,20 @@ public:
                QWidget* parent = nullptr);
     ~PdfFindBar() override;
 
-    /// Shows the bar, ready to type in.
-    void open();
+    void step(int way) override;
 
 Q_SIGNALS:
     /// What was found so far, and which of it is the current one (-1: none).
     void matchesChanged(const QList<wendlore::PdfMatch>& matches, int current);
-    void closed();
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void search();
-    void searchFrom(int page);
-    void step(int way);
-    void close();
+    void search(const QString& words) override;
+    void searchFrom(int page, const QString& words);
     void report();
 
     Scheduler& m_scheduler;
     std::shared_ptr<PdfDocument> m_document;
     int m_pageCount;
-    QLineEdit* m_field;
-    QLabel* m_count;
     QList<PdfMatch> m_matches;
     int m_current = -1;
     std::unique_ptr<ScheduledTask> m_searching;

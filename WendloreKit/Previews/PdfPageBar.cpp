@@ -2,7 +2,6 @@
 
 #include "Previews/PDFKitView.h"
 
-#include "Look/Colors.h"
 #include "Look/Drawing.h"
 #include "Look/FlatButton.h"
 #include "Look/Metrics.h"
@@ -10,7 +9,6 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 
 using namespace Qt::StringLiterals;
 
@@ -72,11 +70,7 @@ void PdfPageBar::standAtTheBottom()
 
 void PdfPageBar::paintEvent(QPaintEvent*)
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const Colors& colors = Colors::of(palette());
-    fillRounded(painter, rect(), colors.paper, metrics::radius);
-    strokeRounded(painter, rect(), colors.line, 1, metrics::radius);
+    drawFloatingGround(*this);
 }
 
 } // namespace wendlore

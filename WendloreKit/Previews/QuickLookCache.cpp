@@ -1,5 +1,7 @@
 #include "Previews/QuickLookCache.h"
 
+#include "Previews/FileStatus.h"
+
 #include "Vault/AtomicFile.h"
 #include "Vault/PrivateDirectory.h"
 
@@ -25,13 +27,13 @@ FileURL QuickLookCache::standardFolder()
 
 FileURL QuickLookCache::placeOf(const FileURL& file, const QString& extension) const
 {
-    const QFileInfo info(QFile::decodeName(file.bytes()));
-    if (!info.exists())
+    const auto status = statusOf(file);
+    if (!status)
         return {};
     QCryptographicHash hash(QCryptographicHash::Sha256);
     hash.addData(file.bytes());
-    hash.addData(QByteArray(1, '\0') + QByteArray::number(info.size()) + ' ' +
-                 QByteArray::number(info.lastModified().toMSecsSinceEpoch()));
+    hash.addData(QByteArray(1, '\0') + QByteArray::number(qint64(status->st_size)) + ' ' +
+                 QByteArray::number(changeTime(*status)));
     return m_folder.appending(QString::fromLatin1(hash.result().toHex().first(40)) + u'.' + extension);
 }
 

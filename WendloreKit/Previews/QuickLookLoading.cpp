@@ -1,12 +1,14 @@
 #include "Previews/QuickLookLoading.h"
 
+#include "Previews/FileStatus.h"
 #include "Previews/QuickLookDecoding.h"
 #include "Previews/QuickLookOffice.h"
 #include "Previews/QuickLookPackage.h"
 
 #include "Vault/FileCoordinator.h"
+#include "Vault/ReadFile.h"
 
-#include <QFileInfo>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -14,18 +16,24 @@ namespace wendlore {
 
 namespace {
 
+void readFirstByte(const FileURL& file)
+{
+    const Descriptor opened = openRegularFile(file);
+    char first = 0;
+    static_cast<void>(::pread(opened.get(), &first, sizeof(first), 0));
+}
+
 /// Waits until the file is on this disk and nobody is writing it: that takes as long as it takes, and is no
 /// part of the time that the preview has.
 QuickLookLimits whenArrived(FileCoordinator& coordinator, const FileURL& file, const QuickLookLimits& limits)
 {
     constexpr qint64 largestRead = 32'000'000;
     coordinator.startDownloading(file);
-    QFile opened(QFile::decodeName(file.bytes()));
-    const QFileInfo info(opened);
-    if (info.isFile() && info.size() <= largestRead)
+    const auto status = statusOf(file);
+    if (isOrdinaryFile(status) && status->st_size <= largestRead)
         static_cast<void>(coordinator.readWhole(file));
-    else if (info.isFile() && opened.open(QIODevice::ReadOnly))
-        opened.peek(1);
+    else if (isOrdinaryFile(status))
+        readFirstByte(file);
     return limits.withTime(QuickLookLimits::usualTime);
 }
 
@@ -58,12 +66,12 @@ QuickLookContent loadQuickLook(FileCoordinator& coordinator, const FileURL& file
                                const QuickLookLimits& wanted)
 {
     const QuickLookLimits limits = whenArrived(coordinator, file, wanted);
-    const QFileInfo info(QFile::decodeName(file.bytes()));
+    const auto status = statusOf(file);
     if (limits.areReached())
         return QuickLookCard();
-    if (info.isDir())
+    if (status && S_ISDIR(status->st_mode))
         return loadPackage(file, limits);
-    if (!info.isFile())
+    if (!isOrdinaryFile(status))
         return QuickLookCard();
     if (!isOfficeDocument(file))
         return shown(decodeFilePreview(file, limits));

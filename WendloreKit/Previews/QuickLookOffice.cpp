@@ -1,6 +1,7 @@
 #include "Previews/QuickLookOffice.h"
 
 #include "Decoder/QuickLookTable.h"
+#include "Previews/FileStatus.h"
 #include "Previews/QuickLookOfficeProcess.h"
 
 #include "Vault/ReadFile.h"
@@ -11,6 +12,8 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <array>
 #include <mutex>
 
 using namespace Qt::StringLiterals;
@@ -40,19 +43,47 @@ FileURL placeOf(const QuickLookCache& cache, const FileURL& file, bool isSheet)
 }
 
 /// The file that the office program reads: of a package that is a directory, the text in it.
-QString sourceOf(const FileURL& file)
+FileURL sourceOf(const FileURL& file)
 {
-    const QString path = QFile::decodeName(file.bytes());
-    const QString text = path + u"/TXT.rtf"_s;
-    return QFileInfo(path).isDir() && QFileInfo(text).isFile() ? text : path;
+    const FileURL text = file.appending(u"TXT.rtf"_s);
+    return isOrdinaryFile(statusOf(text)) ? text : file;
 }
 
-/// The tables that the office program wrote, one file for each sheet.
+/// Copies the file to `path`; false when it cannot be read, or is too large.
+bool copyDocument(const FileURL& source, const QString& path)
+{
+    constexpr qint64 atATime = 1'000'000;
+    const Descriptor opened = openRegularFile(source);
+    QFile from;
+    QFile to(path);
+    if (!opened.isOpen() || !from.open(opened.get(), QIODevice::ReadOnly) || from.size() > largestDocument ||
+        !to.open(QIODevice::WriteOnly))
+        return false;
+    while (!from.atEnd()) {
+        const QByteArray part = from.read(atATime);
+        if (part.isEmpty() || to.write(part) != part.size())
+            return false;
+    }
+    return true;
+}
+
+/// When a file was written, as exactly as the system knows; of two in the same moment the first has mostly
+/// the lower number.
+std::array<qint64, 3> writtenAt(const QFileInfo& file)
+{
+    const auto status = statusOf(FileURL::file(file.filePath()));
+    return status ? std::array{qint64(status->st_mtim.tv_sec), qint64(status->st_mtim.tv_nsec),
+                               qint64(status->st_ino)}
+                  : std::array<qint64, 3>();
+}
+
+/// The tables that the office program wrote, one file for each sheet, in their order.
 QByteArray sheetsMarkup(const QDir& folder)
 {
     QByteArray markup;
-    for (const QFileInfo& info :
-         folder.entryInfoList({u"*.csv"_s}, QDir::Files, QDir::Time | QDir::Reversed)) {
+    QFileInfoList files = folder.entryInfoList({u"*.csv"_s}, QDir::Files);
+    std::ranges::sort(files, {}, writtenAt);
+    for (const QFileInfo& info : std::as_const(files)) {
         const auto beginning = readTextBeginning(FileURL::file(info.filePath()));
         if (!beginning || beginning->text.trimmed().isEmpty())
             continue;
@@ -66,11 +97,10 @@ QByteArray sheetsMarkup(const QDir& folder)
 /// What the conversion gives, as it is kept: the pages, or the markup of the tables. Empty when it fails.
 QByteArray converted(const FileURL& file, bool isSheet, const QuickLookLimits& limits)
 {
-    const QFileInfo source(sourceOf(file));
+    const FileURL source = sourceOf(file);
     const QTemporaryDir folder;
-    const QString copy = folder.filePath(u"dokument."_s + source.suffix());
-    if (!folder.isValid() || !source.isFile() || source.size() > largestDocument ||
-        !QFile::copy(source.filePath(), copy))
+    const QString copy = folder.filePath(u"dokument."_s + source.pathExtension());
+    if (!folder.isValid() || !copyDocument(source, copy))
         return {};
     const QString format =
         isSheet ? u"csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false,-1"_s

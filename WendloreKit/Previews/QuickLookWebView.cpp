@@ -4,19 +4,19 @@
 
 #include "Editor/QuietPage.h"
 #include "Look/Colors.h"
+#include "Vault/ReadFile.h"
 
-#include <QAction>
 #include <QBuffer>
-#include <QContextMenuEvent>
 #include <QEvent>
 #include <QFile>
-#include <QMenu>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <QWebEngineUrlRequestInterceptor>
 #include <QWebEngineUrlRequestJob>
 #include <QWebEngineUrlScheme>
 #include <QWebEngineUrlSchemeHandler>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -94,8 +94,10 @@ public:
 private:
     void replyFile(QWebEngineUrlRequestJob& job) const
     {
-        auto file = std::make_unique<QFile>(QFile::decodeName(m_page.streamed->bytes()));
-        if (file->open(QIODevice::ReadOnly))
+        const Descriptor opened = openRegularFile(*m_page.streamed);
+        auto file = std::make_unique<QFile>();
+        if (opened.isOpen() &&
+            file->open(::dup(opened.get()), QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
             reply(job, m_page.streamedType, file.release());
         else
             job.fail(QWebEngineUrlRequestJob::UrlNotFound);
@@ -133,14 +135,14 @@ void registerQuickLookScheme()
 }
 
 QuickLookWebView::QuickLookWebView(QuickLookPage page, QWidget* parent)
-    : QWebEngineView(parent)
+    : PreviewWebView(parent)
     , m_pageWidth(page.width)
     , m_profile(std::make_unique<QWebEngineProfile>())
     , m_handler(new Handler(std::move(page), *this, m_profile.get()))
     , m_page(new Page(m_profile.get()))
 {
     m_profile->installUrlSchemeHandler(schemeName, m_handler);
-    setPage(m_page);
+    showPage(*m_page);
     connect(m_page, &QWebEnginePage::renderProcessTerminated, this, &QuickLookWebView::failed);
     loadPage();
 }
@@ -159,23 +161,11 @@ void QuickLookWebView::loadPage()
 
 void QuickLookWebView::changeEvent(QEvent* event)
 {
-    QWebEngineView::changeEvent(event);
+    PreviewWebView::changeEvent(event);
     if (event->type() != QEvent::PaletteChange || m_page->backgroundColor() == Colors::of(palette()).paper)
         return;
     m_page->setBackgroundColor(Colors::of(palette()).paper);
     m_page->triggerAction(QWebEnginePage::Reload); // keeps the place
-}
-
-void QuickLookWebView::contextMenuEvent(QContextMenuEvent* event)
-{
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (const auto& [webAction, title] : {std::pair(QWebEnginePage::Copy, u"Kopiera"_s),
-                                           std::pair(QWebEnginePage::SelectAll, u"Markera allt"_s)}) {
-        QAction* const pageAction = m_page->action(webAction);
-        menu->addAction(title, pageAction, &QAction::trigger)->setEnabled(pageAction->isEnabled());
-    }
-    menu->popup(event->globalPos());
 }
 
 } // namespace wendlore

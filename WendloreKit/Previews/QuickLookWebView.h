@@ -1,8 +1,7 @@
 #pragma once
 
 #include "Decoder/QuickLookPage.h"
-
-#include <QWebEngineView>
+#include "Previews/PreviewWebView.h"
 
 #include <memory>
 
@@ -16,7 +15,7 @@ void registerQuickLookScheme();
 
 /// Shows a preview that is a web page. The page runs no script, reaches nothing but what belongs to it, and
 /// takes the colours of the window.
-class QuickLookWebView final : public QWebEngineView
+class QuickLookWebView final : public PreviewWebView
 {
     Q_OBJECT
 
@@ -33,7 +32,6 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     class Handler;

@@ -1,16 +1,15 @@
 #include "Previews/ReadForViewing.h"
 
-#include "Vault/FileCoordinator.h"
+#include "Previews/FileStatus.h"
 
-#include <sys/stat.h>
+#include "Vault/FileCoordinator.h"
 
 namespace wendlore {
 
 std::optional<QByteArray> readForViewing(FileCoordinator& coordinator, const FileURL& file, qint64 limit)
 {
     coordinator.startDownloading(file);
-    struct stat status = {};
-    if (::stat(file.bytes().constData(), &status) == 0 && status.st_size > limit)
+    if (const auto status = statusOf(file); status && status->st_size > limit)
         return std::nullopt;
     return coordinator.readWhole(file);
 }

@@ -94,6 +94,16 @@ void ZoomableImage::zoomBy(double factor, QPointF anchor)
     setMagnification(m_magnification * factor, anchor);
 }
 
+void ZoomableImage::zoomIn()
+{
+    zoomBy(keyStep, middle());
+}
+
+void ZoomableImage::zoomOut()
+{
+    zoomBy(1 / keyStep, middle());
+}
+
 QPointF ZoomableImage::middle() const
 {
     return QRectF(viewport()->rect()).center();
@@ -144,11 +154,11 @@ bool ZoomableImage::zoomByKey(const QKeyEvent& event, bool isForReal)
     case Qt::Key_Plus:
     case Qt::Key_Equal:
         if (isForReal)
-            zoomBy(keyStep, middle());
+            zoomIn();
         return true;
     case Qt::Key_Minus:
         if (isForReal)
-            zoomBy(1 / keyStep, middle());
+            zoomOut();
         return true;
     case Qt::Key_0:
         if (isForReal)

@@ -2,6 +2,7 @@
 
 #include "Previews/ImageMagnification.h"
 #include "Previews/ImagePyramid.h"
+#include "Previews/ZoomableView.h"
 
 #include <QAbstractScrollArea>
 
@@ -12,7 +13,7 @@ namespace wendlore {
 
 /// Shows an image: whole at first, then as the user zooms (pinch, Ctrl and wheel, keys, double click) and
 /// pans (wheel, drag, arrow keys). An image that is smaller than the view stands at its top left corner.
-class ZoomableImage final : public QAbstractScrollArea
+class ZoomableImage final : public QAbstractScrollArea, public ZoomableView
 {
     Q_OBJECT
 
@@ -29,6 +30,10 @@ public:
     void setMagnification(double scale, QPointF anchor);
     /// Shows the whole image, and keeps it whole when the view is resized, until the user zooms.
     void magnifyToFit();
+
+    void zoomIn() override;
+    void zoomOut() override;
+    void resetZoom() override { magnifyToFit(); }
 
 protected:
     bool event(QEvent* event) override;

@@ -62,10 +62,14 @@ private Q_SLOTS:
     {
         Asked asked(pdfOf({u"Ett möte"_s, u"Två"_s}));
         PdfState state = PdfState::damaged;
+        int count = 0;
         QList<QSizeF> pages;
-        QVERIFY(readAnswer(asked.answer(DecoderTask::openPdf, QString()), state, pages));
+        QVERIFY(readAnswer(asked.answer(DecoderTask::openPdf, QString()), state, count, pages));
         QCOMPARE(state, PdfState::ready);
+        QCOMPARE(count, 2);
         QCOMPARE(pages.size(), 2);
+        QVERIFY(readAnswer(asked.answer(DecoderTask::sizesOfPages, 1), pages));
+        QCOMPARE(pages.size(), 1);
         const QRect part(0, 0, 60, 80);
         QCOMPARE(sizeIn(asked.answer(DecoderTask::drawPage, 0, part.size(), part)), part.size());
         QCOMPARE(asked.memory.first(4), QByteArray("\xff\xff\xff\xff", 4));

@@ -25,7 +25,7 @@ private Q_SLOTS:
             PdfFile document(bytes);
             if (document.open({}) != State::ready)
                 return;
-            static_cast<void>(document.pageSizes());
+            static_cast<void>(document.pageSizes(0));
             static_cast<void>(document.render(0, {100, 140}, {0, 0, 100, 140}));
             static_cast<void>(document.find(0, u"möte"_s));
             static_cast<void>(document.links(0));
@@ -36,9 +36,34 @@ private Q_SLOTS:
     {
         PdfFile document(pdfOf({u"Ett"_s, u"Två"_s}));
         QCOMPARE(document.open({}), State::ready);
-        const QList<QSizeF> sizes = document.pageSizes();
+        const QList<QSizeF> sizes = document.pageSizes(0);
         QCOMPARE(sizes.size(), 2);
         QVERIFY(std::abs(sizes.first().width() - 595) < 1 && std::abs(sizes.first().height() - 842) < 1);
+    }
+
+    void theSizesOfManyPagesAreToldByTheHundred()
+    {
+        PdfFile document(pdfOfSizes(QList<QSize>(249, {200, 300}) + QList<QSize>{{700, 100}}));
+        QCOMPARE(document.open({}), State::ready);
+        QCOMPARE(document.pageCount(), 250);
+        QCOMPARE(document.pageSizes(0), QList<QSizeF>(100, {200, 300}));
+        QCOMPARE(document.pageSizes(200).size(), 50);
+        QCOMPARE(document.pageSizes(249), QList<QSizeF>{QSizeF(700, 100)});
+        QVERIFY(document.pageSizes(250).isEmpty());
+    }
+
+    void whatDoesNotFitIntoTheMemoryIsNotDrawn()
+    {
+        PdfFile document(pdfOf({u"Ett"_s}));
+        QCOMPARE(document.open({}), State::ready);
+        QByteArray memory(60 * 80 * 4, 'x');
+        const std::span pixels(reinterpret_cast<uchar*>(memory.data()), size_t(memory.size()));
+
+        const QImage drawn = document.render(0, {60, 80}, {0, 0, 60, 80}, pixels);
+
+        QCOMPARE(drawn.constBits(), pixels.data());
+        QCOMPARE(drawn.pixelColor(5, 5), QColor(Qt::white));
+        QVERIFY(document.render(0, {60, 81}, {0, 0, 60, 81}, pixels).isNull());
     }
 
     void whatIsNoDocumentIsDamaged_data()

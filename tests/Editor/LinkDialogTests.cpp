@@ -86,6 +86,7 @@ private Q_SLOTS:
     void cancellingSendsNothing();
     void enterOnCancelCancels();
     void theArrowKeysChangeWhatIsLinked();
+    void aClickOnAKindLeadsToItsField();
     void insertBelongsToTheAddress();
 };
 
@@ -234,6 +235,17 @@ void LinkDialogTests::theArrowKeysChangeWhatIsLinked()
     QCOMPARE(f.dialog->mode(), LinkDialog::Mode::url);
     QVERIFY(f.field(u"URL"_s).isVisible());
     QVERIFY(!f.query().isVisible());
+}
+
+void LinkDialogTests::aClickOnAKindLeadsToItsField()
+{
+    Fixture f;
+
+    QTest::mouseClick(f.button<QRadioButton>(u"URL"_s), Qt::LeftButton);
+    QVERIFY(f.field(u"URL"_s).hasFocus());
+
+    QTest::mouseClick(f.button<QRadioButton>(u"Not"_s), Qt::LeftButton);
+    QVERIFY(f.query().hasFocus());
 }
 
 void LinkDialogTests::insertBelongsToTheAddress()

@@ -208,10 +208,10 @@ void WebEditorControllerTests::focusNeedsAReadyPage()
     Fixture f;
     f.page->post(u"ready"_s);
     f.newScripts();
-
     f.controller->focus();
-
-    QCOMPARE(f.newScripts(), QStringList{u"window.VaultEditor.focus()"_s});
+    f.controller->focusInView();
+    QCOMPARE(f.newScripts(),
+             (QStringList{u"window.VaultEditor.focus()"_s, u"window.VaultEditor.exec(\"focusInView\")"_s}));
 }
 
 void WebEditorControllerTests::changedGoesToTheReceiverAndIsRemembered()

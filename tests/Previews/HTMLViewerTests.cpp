@@ -3,6 +3,7 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 #include "Look/SymbolView.h"
+#include "Previews/FindBar.h"
 #include "State/AppState.h"
 #include "Support/EngineTest.h"
 #include "Support/LoopbackSite.h"
@@ -102,6 +103,13 @@ private Q_SLOTS:
         QCOMPARE(shown.value(u"getComputedStyle(p).color"_s), u"rgb(1, 2, 3)"_s);
         QCOMPARE(shown.value(u"i.naturalWidth"_s).toInt(), 3);
         QCOMPARE(shown.services.coordinator.downloads.first(), shown.bucket.file(u"Sida.html"_s));
+    }
+
+    void aPageCanBeSearchedAndShownLarger()
+    {
+        const Shown shown("<p>text");
+        QVERIFY(FindBar::seenIn(*shown.view));
+        QCOMPARE(ZoomableView::seenIn(*shown.view), dynamic_cast<ZoomableView*>(shown.view->webView()));
     }
 
     void bytesThatAreNoUtf8AreLatin1()

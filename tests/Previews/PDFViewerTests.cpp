@@ -104,6 +104,51 @@ private Q_SLOTS:
         QCOMPARE(viewed.view->pages()->horizontalScrollBar()->maximum(), 0);
     }
 
+    void keysGoThroughThePages()
+    {
+        Viewed viewed;
+        PDFKitView& pages = *viewed.view->pages();
+        const auto place = [&pages] { return pages.verticalScrollBar()->value(); };
+
+        QTest::keyClick(&pages, Qt::Key_Space);
+        QCOMPARE(place(), pages.verticalScrollBar()->pageStep());
+        QTest::keyClick(&pages, Qt::Key_Space, Qt::ShiftModifier);
+        QCOMPARE(place(), 0);
+        QTest::keyClick(&pages, Qt::Key_PageDown);
+        QCOMPARE(place(), pages.verticalScrollBar()->pageStep());
+        QTest::keyClick(&pages, Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(place(), pages.verticalScrollBar()->maximum());
+        QTest::keyClick(&pages, Qt::Key_Home, Qt::ControlModifier);
+        QCOMPARE(place(), 0);
+    }
+
+    void aDrawingIsShownPixelForPixel()
+    {
+        const QByteArray bytes = pdfOf({u"Ett möte"_s});
+        Viewed viewed(bytes);
+        PDFKitView& pages = *viewed.view->pages();
+        PdfDocument document;
+        QCOMPARE(document.open(bytes, {}), PdfState::ready);
+        const QSize size = (document.pageSizes().first() * pages.scale()).toSize();
+
+        const QRect upperPart(20, 20, 700, 300);
+        const QImage seen = pictureOf(*pages.viewport()).convertToFormat(QImage::Format_RGB32);
+
+        const QImage page = document.render(0, size, {QPoint(), size});
+        const int margin = int(PdfLayout::margin);
+        QCOMPARE(seen.copy(upperPart.translated(margin, margin)), page.copy(upperPart));
+    }
+
+    void aWidePageFarBehindHasItsPlaceToo()
+    {
+        Viewed viewed(pdfOfSizes(QList<QSize>(200, {300, 400}) + QList<QSize>{{900, 400}}));
+        PDFKitView& pages = *viewed.view->pages();
+        QCOMPARE(pages.pageCount(), 201);
+        QCOMPARE(pages.horizontalScrollBar()->maximum(), 0);
+        const double scaleOfTheWidest = (pages.viewport()->width() - 2 * PdfLayout::margin) / 900;
+        QVERIFY(std::abs(pages.scale() - scaleOfTheWidest) < 0.01);
+    }
+
     void scrollingTellsThePage()
     {
         Viewed viewed;

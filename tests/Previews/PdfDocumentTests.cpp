@@ -69,6 +69,37 @@ private Q_SLOTS:
         QVERIFY(document.pageSizes().isEmpty());
     }
 
+    void theSizesOfManyPagesAreReadPieceByPiece()
+    {
+        PdfDocument document;
+        const QList<QSize> pages = QList<QSize>(150, {200, 300}) + QList<QSize>(100, {700, 100});
+        QCOMPARE(document.open(pdfOfSizes(pages), {}), State::ready);
+        QCOMPARE(document.pageSizes(), QList<QSizeF>(250, {200, 300}));
+        int pieces = 0;
+        while (document.readPageSizes())
+            ++pieces;
+        QVERIFY(pieces > 0);
+        QCOMPARE(document.pageSizes(), QList<QSizeF>(pages.begin(), pages.end()));
+    }
+
+    void aFileThatIsCutWhileItIsShownHarmsOnlyItsDrawing()
+    {
+        const Bucket bucket;
+        const QByteArray whole = pdfOf({u"Ett"_s, u"Två"_s});
+        bucket.write(u"A.pdf"_s, whole);
+        PdfDocument document;
+        QCOMPARE(document.open(bucket.file(u"A.pdf"_s), {}), State::ready);
+        bucket.write(u"A.pdf"_s, {});
+
+        for (const int page : {1, 0})
+            static_cast<void>(document.render(page, {60, 80}, {0, 0, 60, 80}));
+        QVERIFY(document.render(0, {60, 80}, {0, 0, 60, 80}).isNull());
+
+        bucket.write(u"A.pdf"_s, whole);
+        QCOMPARE(document.open(bucket.file(u"A.pdf"_s), {}), State::ready);
+        QCOMPARE(document.render(0, {60, 80}, {0, 0, 60, 80}).size(), QSize(60, 80));
+    }
+
     void severalThreadsTakeTurns()
     {
         PdfDocument document;

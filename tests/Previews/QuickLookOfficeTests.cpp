@@ -4,7 +4,11 @@
 
 #include "Fakes/Bucket.h"
 
+#include <QProcess>
 #include <QTest>
+
+#include <csignal>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -12,7 +16,67 @@ using namespace wendlore;
 
 namespace {
 
+constexpr int patience = 60'000; // milliseconds
 constexpr auto letter = R"({\rtf1 Hej {\b fet}})";
+
+const QByteArray spreadsheetBeginning = R"(<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+ xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0" office:version="1.3"
+ office:mimetype="application/vnd.oasis.opendocument.spreadsheet"><office:body><office:spreadsheet>)";
+const QByteArray spreadsheetEnd = "</office:spreadsheet></office:body></office:document>";
+
+/// A text whose macro writes "makro.txt" into the home folder as soon as the text is opened.
+constexpr auto documentWithMacro = R"(<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+ xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0" xmlns:xlink="http://www.w3.org/1999/xlink"
+ xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0" xmlns:ooo="http://openoffice.org/2004/office"
+ xmlns:dom="http://www.w3.org/2001/xml-events" office:version="1.3"
+ office:mimetype="application/vnd.oasis.opendocument.text"><office:scripts>
+<office:script script:language="ooo:Basic"><ooo:libraries><ooo:library-embedded ooo:name="Standard">
+<ooo:module ooo:name="Modul"><ooo:source-code>Sub Skriv
+n = FreeFile
+Open Environ("HOME") &amp; "/makro.txt" For Output As #n
+Close #n
+End Sub
+</ooo:source-code></ooo:module></ooo:library-embedded></ooo:libraries></office:script>
+<office:event-listeners><script:event-listener script:language="ooo:script" script:event-name="dom:load"
+ xlink:href="vnd.sun.star.script:Standard.Modul.Skriv?language=Basic&amp;location=document" xlink:type="simple"/>
+</office:event-listeners></office:scripts>
+<office:body><office:text><text:p>Text med makro</text:p></office:text></office:body></office:document>)";
+
+/// Settings of the office program with which every macro runs.
+constexpr auto macrosAllowed = R"(<?xml version="1.0" encoding="UTF-8"?>
+<oor:items xmlns:oor="http://openoffice.org/2001/registry"><item
+ oor:path="/org.openoffice.Office.Common/Security/Scripting"><prop oor:name="MacroSecurityLevel"
+ oor:op="fuse"><value>0</value></prop></item></oor:items>)";
+
+/// The office program as a user has it, with "arbete/a.fodt" of the bucket open, its home in "hem" and its
+/// settings in "hem/profil".
+class OpenedPlainly final
+{
+public:
+    explicit OpenedPlainly(const Bucket& bucket)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, bucket.folder(u"hem"_s).path());
+        m_process.setProcessEnvironment(environment);
+        // It starts others, which have to end with it.
+        m_process.setChildProcessModifier([] { ::setpgid(0, 0); });
+        m_process.start(officeProgram(),
+                        {u"-env:UserInstallation=file://"_s + bucket.folder(u"hem/profil"_s).path(),
+                         u"--headless"_s, u"--norestore"_s, bucket.file(u"arbete/a.fodt"_s).path()});
+        m_process.waitForStarted();
+    }
+    ~OpenedPlainly()
+    {
+        ::kill(-static_cast<pid_t>(m_process.processId()), SIGKILL);
+        m_process.waitForFinished();
+    }
+    Q_DISABLE_COPY_MOVE(OpenedPlainly)
+
+private:
+    QProcess m_process;
+};
 
 } // namespace
 
@@ -72,6 +136,64 @@ private Q_SLOTS:
         QVERIFY(std::holds_alternative<QuickLookPage>(content));
         const QByteArray body = std::get<QuickLookPage>(content).body;
         QVERIFY2(body.contains("<th>Namn</th>") && body.contains("Äpplen"), body.constData());
+    }
+
+    void aLetterOfAnotherFormatThanItsNameSaysIsReadToo()
+    {
+        if (officeProgram().isEmpty())
+            QSKIP("there is no office program here");
+        const Bucket bucket{{"a.doc", letter}};
+
+        const auto content = convertDocument(bucket.file(u"a.doc"_s), QuickLookLimits(),
+                                             QuickLookCache(bucket.folder(u"cache"_s)));
+
+        QVERIFY(std::holds_alternative<QuickLookPdf>(content));
+    }
+
+    void theMacroOfADocumentDoesNotRun()
+    {
+        if (officeProgram().isEmpty())
+            QSKIP("there is no office program here");
+        const Bucket bucket{{"arbete/a.fodt", documentWithMacro}};
+        bucket.write(u"hem/profil/user/registrymodifications.xcu"_s, macrosAllowed);
+        {
+            const OpenedPlainly opened(bucket);
+            QTRY_VERIFY2_WITH_TIMEOUT(bucket.exists(u"hem/makro.txt"_s),
+                                      "the macro runs where nothing is against it", patience);
+        }
+
+        QVERIFY(runOfficeProgram(officeProgram(), bucket.folder(u"arbete"_s).path(),
+                                 {bucket.file(u"arbete/a.fodt"_s).path()}, u"pdf"_s, QuickLookLimits(60s)));
+
+        QVERIFY(bucket.read(u"arbete/a.pdf"_s).startsWith("%PDF"));
+        QVERIFY(!bucket.exists(u"arbete/makro.txt"_s));
+    }
+
+    void theSheetsStandInTheirOrderWithSwedishNumbers()
+    {
+        if (officeProgram().isEmpty())
+            QSKIP("there is no office program here");
+        QStringList names;
+        QByteArray tables;
+        for (char name = 'L'; name >= 'A'; --name) { // not as their names are sorted
+            names.append(QString(QLatin1Char(name)));
+            tables += "<table:table table:name=\"" + QByteArray(1, name) +
+                      "\"><table:table-row><table:table-cell office:value-type=\"float\" "
+                      "office:value=\"12.5\"/></table:table-row></table:table>";
+        }
+        const Bucket bucket;
+        bucket.write(u"a.ods"_s, spreadsheetBeginning + tables + spreadsheetEnd);
+
+        const auto content = convertDocument(bucket.file(u"a.ods"_s), QuickLookLimits(),
+                                             QuickLookCache(bucket.folder(u"cache"_s)));
+
+        QVERIFY(std::holds_alternative<QuickLookPage>(content));
+        const QString body = QString::fromUtf8(std::get<QuickLookPage>(content).body);
+        QStringList titles;
+        for (const QString& part : body.split(u"<h2>"_s).sliced(1))
+            titles.append(part.section(u"</h2>"_s, 0, 0));
+        QCOMPARE(titles, names);
+        QCOMPARE(body.count(u"12,5"_s), names.size());
     }
 
     /// One that is started by another program, as on some systems: it takes itself for new and starts twice.

@@ -6,6 +6,7 @@
 #include "Support/SampleFiles.h"
 #include "Support/Window.h"
 
+#include <QtEndian>
 #include <QWebEngineSettings>
 
 #include <memory>
@@ -27,6 +28,31 @@ const QString play = uR"((() => {
     return !medium ? 'nothing' : medium.error ? document.querySelector('[aria-label]').ariaLabel + ': ' + medium.error.message : medium.currentTime > 0 ? 'played' : 'not yet';
 })())"_s;
 
+/// Plays the last half second of what is on the page, and says how many seconds the whole is once it is over.
+const QString playTheEnd = uR"((() => {
+    const medium = document.querySelector('audio, video');
+    if (medium.error || !(medium.duration > 0))
+        return medium.error ? medium.error.message : 'not yet';
+    if (!medium.dataset.isSought) {
+        medium.dataset.isSought = true;
+        medium.muted = true;
+        medium.currentTime = medium.duration - 0.5;
+        medium.play().catch(() => {});
+    }
+    return medium.ended ? String(Math.round(medium.duration)) : 'not yet';
+})())"_s;
+
+/// A sound of many megabytes, `seconds` long.
+QByteArray longSound(int seconds)
+{
+    constexpr int header = 44;
+    const QByteArray second = silence().mid(header);
+    QByteArray sound = silence().first(header) + second.repeated(seconds);
+    qToLittleEndian<quint32>(quint32(sound.size() - 8), sound.data() + 4);
+    qToLittleEndian<quint32>(quint32(sound.size() - header), sound.data() + header - 4);
+    return sound;
+}
+
 /// A page that is played as soon as somebody asks for its state.
 class Playing final
 {
@@ -39,10 +65,10 @@ public:
         showAt(*m_view, {400, 300});
     }
 
-    /// What the page said last; asks again.
-    QString state()
+    /// What the page said last to `script`; asks again.
+    QString state(const QString& script = play)
     {
-        m_view->page()->runJavaScript(play,
+        m_view->page()->runJavaScript(script,
                                       [said = m_said](const QVariant& answer) { *said = answer.toString(); });
         return *m_said;
     }
@@ -89,6 +115,18 @@ private Q_SLOTS:
         }
         for (Playing& medium : playing)
             WAIT_COMPARE(medium.state(), u"played"_s);
+    }
+
+    void aLongSoundCanBeGoneThrough()
+    {
+        constexpr int seconds = 8400;
+        const Bucket bucket;
+        bucket.write(u"a.wav"_s, longSound(seconds));
+        QVERIFY(QFileInfo(bucket.file(u"a.wav"_s).path()).size() > 60'000'000);
+        const auto page = decodeFilePreview(bucket.file(u"a.wav"_s), QuickLookLimits());
+        QVERIFY(page);
+        Playing sound(*page);
+        WAIT_COMPARE(sound.state(playTheEnd), QString::number(seconds));
     }
 
     void aPageOfManyMegabytesIsShown()

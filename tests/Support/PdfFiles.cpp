@@ -50,4 +50,21 @@ QByteArray pdfWithLinks(const QByteArray& address)
            "trailer<</Root 1 0 R>>\n%%EOF\n";
 }
 
+QByteArray pdfOfSizes(const QList<QSize>& pages)
+{
+    constexpr int firstPage = 3;
+    QByteArray kids;
+    QByteArray objects;
+    for (int page = 0; page < pages.size(); ++page) {
+        const QByteArray number = QByteArray::number(firstPage + page);
+        kids += number + " 0 R ";
+        objects += number + " 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 " +
+                   QByteArray::number(pages.at(page).width()) + ' ' +
+                   QByteArray::number(pages.at(page).height()) + "]>>endobj\n";
+    }
+    return "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n2 0 obj<</Type/Pages/Kids[" + kids +
+           "]/Count " + QByteArray::number(pages.size()) + ">>endobj\n" + objects +
+           "trailer<</Root 1 0 R>>\n%%EOF\n";
+}
+
 } // namespace wendlore

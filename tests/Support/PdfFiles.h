@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
+#include <QSize>
 #include <QStringList>
 
 namespace wendlore {
@@ -12,5 +14,8 @@ namespace wendlore {
 /// top left and is 200 times 50 large leads to `address`, and the one of that size at (100, 292) to the
 /// middle of the second page.
 [[nodiscard]] QByteArray pdfWithLinks(const QByteArray& address);
+
+/// A PDF file with empty pages of these sizes, in points.
+[[nodiscard]] QByteArray pdfOfSizes(const QList<QSize>& pages);
 
 } // namespace wendlore

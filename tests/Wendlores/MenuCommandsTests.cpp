@@ -7,12 +7,16 @@
 #include "Look/Sheet.h"
 #include "Previews/ContentView.h"
 #include "Previews/DetailView.h"
+#include "Previews/FindBar.h"
+#include "Previews/PDFKitView.h"
 #include "Shell/FileTreeView.h"
 #include "Shell/SearchField.h"
 #include "State/AppState.h"
+#include "Support/PdfFiles.h"
 #include "Support/TreeDrag.h"
 #include "Wendlores/MainWindow.h"
 
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -368,6 +372,39 @@ private Q_SLOTS:
         menus.entry(title)->trigger();
 
         QCOMPARE(menus.services.page->scripts.last(), u"window.VaultEditor.exec(\"%1\")"_s.arg(word));
+    }
+
+    void aDocumentIsCopiedSearchedAndMadeLarger()
+    {
+        const Bucket bucket;
+        bucket.write(u"A.pdf"_s, pdfOf({u"Ett möte"_s}));
+        Menus menus;
+        menus.treeOf(bucket);
+        menus.state.setSelectedFile(bucket.file(u"A.pdf"_s));
+        menus.services.scheduler.finishBackgroundWork();
+        auto* pages = menus.window.findChild<PDFKitView*>();
+        QVERIFY(pages);
+        auto* edit = qobject_cast<QMenu*>(menus.entry(u"Kopiera"_s)->parent());
+        QAction* const find = menus.entry(u"Sök i anteckningen"_s);
+        const double scale = pages->scale();
+        const double textZoom = menus.state.editorZoom();
+
+        menus.entry(u"Förstora text"_s)->trigger();
+        QVERIFY(pages->scale() > scale);
+        QCOMPARE(menus.state.editorZoom(), textZoom);
+        find->trigger();
+        QVERIFY(menus.window.findChild<FindBar*>()->isVisible());
+        pages->setFocus();
+        Q_EMIT edit->aboutToShow();
+        QCOMPARE(find->text(), u"Sök i dokumentet"_s);
+        QVERIFY(!menus.entry(u"Kopiera"_s)->isEnabled());
+        menus.entry(u"Markera allt"_s)->trigger();
+        menus.services.scheduler.finishBackgroundWork();
+        Q_EMIT edit->aboutToShow();
+        QVERIFY(menus.entry(u"Kopiera"_s)->isEnabled());
+        QVERIFY(!menus.entry(u"Klipp ut"_s)->isEnabled());
+        menus.entry(u"Kopiera"_s)->trigger();
+        QCOMPARE(QApplication::clipboard()->text().trimmed(), u"Ett möte"_s);
     }
 
     void editingGoesToTheFieldThatHasTheFocus()

@@ -62,6 +62,21 @@ export const foldingTests: Test[] = [
     await frame();
     expect(last().bottom > 0 && last().bottom <= innerHeight, 'it stays there');
   }],
+  ['a window opens a long note at its beginning, and a short one where writing goes on', async (recorder) => {
+    (document.activeElement as HTMLElement | null)?.blur();
+    await openLong(recorder);
+    editor().exec('focusInView');
+    await frame();
+    expectEqual(scrollY, 0, 'scrolled');
+    expect(surface().firstElementChild!.contains(getSelection()!.focusNode), 'the caret is in the first block');
+
+    (document.activeElement as HTMLElement).blur();
+    editor().setContent('ett\n\ntvå\n');
+    editor().exec('focusInView');
+    type('!');
+    await turn();
+    expectEqual(recorder.text, 'ett\n\ntvå!\n', 'the text');
+  }],
   ['a long note is drawn where the window is, and what is typed there is all that changes', async (recorder) => {
     await openLong(recorder);
     expect(folded().length > 0 && surface().childElementCount < 200, `${surface().childElementCount} blocks are drawn`);
