@@ -22,10 +22,16 @@ Companion::Answer refusal(const QString& reason)
     return {Companion::Misused, {}, u"wendlores: %1\n"_s.arg(reason).toUtf8()};
 }
 
-QByteArray relativePath(const FileURL& url, const FileURL& root)
+/// Appends the path of what lies below `root`, as seen from there.
+void appendPath(QByteArray& output, const FileURL& url, const FileURL& root)
 {
-    const QByteArray prefix = root.bytes().endsWith('/') ? root.bytes() : root.bytes() + '/';
-    return url.bytes().mid(prefix.size());
+    // The root directory's path ends with its separator already.
+    const std::size_t size = root.folder().size() + (root.name().empty() ? 0 : root.name().size() + 1);
+    const auto append = [&output](std::string_view part) {
+        output.append(part.data(), qsizetype(part.size()));
+    };
+    append(url.folder().substr(size));
+    append(url.name());
 }
 
 Companion::Answer search(const FileURL& root, const QString& text)
@@ -35,7 +41,8 @@ Companion::Answer search(const FileURL& root, const QString& text)
     if (query.isEmpty())
         return answer;
     for (const SearchHit& hit : searchNotes(root, query, NameOrder(), userFoldingRule())) {
-        answer.output += relativePath(hit.url(), root) + '\t' + hit.snippet() + '\n';
+        appendPath(answer.output, hit.url(), root);
+        answer.output += '\t' + hit.snippet() + '\n';
         answer.status = Companion::Succeeded;
     }
     return answer;
@@ -44,7 +51,8 @@ Companion::Answer search(const FileURL& root, const QString& text)
 void writeTree(QByteArray& output, const std::vector<FileNode>& nodes, const FileURL& root)
 {
     for (const FileNode& node : nodes) {
-        output += relativePath(node.url, root) + (node.isDirectory ? "/\n" : "\n");
+        appendPath(output, node.url, root);
+        output += node.isDirectory ? "/\n" : "\n";
         if (node.children)
             writeTree(output, *node.children, root);
     }

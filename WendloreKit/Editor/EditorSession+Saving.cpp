@@ -109,7 +109,7 @@ void EditorSession::didDelete(const FileURL& item)
 {
     for (const auto& weak : m_contents) {
         const SharedContent content = weak.lock();
-        if (content && (content->note.bytes() == item.bytes() || content->note.isBelow(item)))
+        if (content && (content->note.hasPathOf(item) || content->note.isBelow(item)))
             content->isDeleted = true;
     }
 }

@@ -35,7 +35,7 @@ LinkAction actionOfLink(const QUrl& link, const FileURL& shown)
     const auto file = fileOfAddress(link);
     if (!file)
         return LinkAction::follow;
-    const bool isPlaceWithin = link.hasFragment() && file->bytes() == shown.standardized().bytes();
+    const bool isPlaceWithin = link.hasFragment() && file->hasPathOf(shown.standardized());
     return isPlaceWithin ? LinkAction::follow : LinkAction::openFile;
 }
 

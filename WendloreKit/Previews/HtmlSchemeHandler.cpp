@@ -46,7 +46,7 @@ void HtmlSchemeHandler::requestStarted(QWebEngineUrlRequestJob* job)
         job->fail(QWebEngineUrlRequestJob::RequestDenied);
         return;
     }
-    if (file->bytes() == m_file.bytes()) {
+    if (file->hasPathOf(m_file)) {
         reply(*job, "text/html; charset=utf-8", m_html);
         return;
     }

@@ -1,5 +1,6 @@
 #include "Shell/Appearance.h"
 
+#include "Look/Fonts.h"
 #include "Look/Style.h"
 
 #include "Look/SystemAppearance.h"
@@ -16,6 +17,7 @@ Appearance::Appearance(AppState& state, SystemAppearance& system, Style& style, 
     , m_system(system)
     , m_style(style)
 {
+    QApplication::setFont(interfaceFont());
     connect(&state, &AppState::themeChanged, this, &Appearance::apply);
     connect(&system, &SystemAppearance::changed, this, &Appearance::apply);
     apply();

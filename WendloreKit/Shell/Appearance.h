@@ -10,8 +10,8 @@ class AppState;
 class Style;
 class SystemAppearance;
 
-/// Gives the program the colours that the user chose, or those of the desktop, and follows both when they
-/// change.
+/// Gives the program its font and the colours that the user chose, or those of the desktop, and follows both
+/// when they change.
 class Appearance final : public QObject
 {
     Q_OBJECT

@@ -148,11 +148,11 @@ QModelIndex FileTreeModel::indexOf(const FileURL& url) const
     for (;;) {
         open(*folder);
         const auto next = std::ranges::find_if(folder->children, [&url](const auto& child) {
-            return child->url.bytes() == url.bytes() || (child->isFolder && url.isBelow(child->url));
+            return child->url.hasPathOf(url) || (child->isFolder && url.isBelow(child->url));
         });
         if (next == folder->children.end())
             return {};
-        if ((*next)->url.bytes() == url.bytes())
+        if ((*next)->url.hasPathOf(url))
             return indexOf(**next);
         folder = next->get();
     }
@@ -216,9 +216,7 @@ void FileTreeModel::synchronise(Item& folder, const std::vector<FileNode>& nodes
 FileTreeModel::Difference FileTreeModel::differenceOf(const Item& folder, const std::vector<FileNode>& nodes)
 {
     const auto isSame = [](const std::unique_ptr<Item>& child, const FileNode& node) {
-        // What was not read again lies in the same memory.
-        const bool isSamePath = child->url.bytes().constData() == node.url.bytes().constData();
-        return (isSamePath || child->url == node.url) && child->isFolder == node.isDirectory;
+        return child->url == node.url && child->isFolder == node.isDirectory;
     };
     Difference difference{0, folder.children.size(), nodes.size()};
     const std::size_t common = std::min(difference.rowsEnd, difference.nodesEnd);

@@ -130,7 +130,7 @@ void FileTreeView::choose(const QModelIndex& index)
 void FileTreeView::chooseFile(const FileURL& file)
 {
     const auto& folder = m_state.selectedFolder();
-    if (folder && folder->bytes() != file.deletingLastPathComponent().bytes())
+    if (folder && !folder->hasPathOf(file.deletingLastPathComponent()))
         m_state.setSelectedFolder(std::nullopt);
     m_state.setSelectedFile(file);
 }

@@ -42,7 +42,7 @@ QVariant SearchResultsModel::data(const QModelIndex& index, int role) const
     case SnippetRole:
         return QString::fromUtf8(hit.snippet());
     case IsSelectedFileRole:
-        return m_state.selectedFile() && hit.url().bytes() == m_state.selectedFile()->bytes();
+        return m_state.selectedFile() && hit.url().hasPathOf(*m_state.selectedFile());
     default:
         return {};
     }

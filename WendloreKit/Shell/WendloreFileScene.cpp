@@ -147,7 +147,7 @@ WendloreFileWindowView* WendloreFileScene::windowOf(const FileURL& file) const
 {
     const FileURL wanted = file.standardized();
     const auto found = std::ranges::find_if(m_windows, [&wanted](const WendloreFileWindowView* window) {
-        return window->fileURL() && window->fileURL()->standardized().bytes() == wanted.bytes();
+        return window->fileURL() && window->fileURL()->standardized().hasPathOf(wanted);
     });
     return found == m_windows.end() ? nullptr : *found;
 }

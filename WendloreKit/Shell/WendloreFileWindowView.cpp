@@ -170,7 +170,7 @@ void WendloreFileWindowView::follow(const FileURL& from, const FileURL& to)
 /// What is still typed after the file was deleted must not bring it back.
 void WendloreFileWindowView::leaveDeleted(const FileURL& item)
 {
-    if (m_fileURL->bytes() != item.bytes() && !m_fileURL->isBelow(item))
+    if (!m_fileURL->hasPathOf(item) && !m_fileURL->isBelow(item))
         return;
     if (m_editor)
         m_editor->session().close();
@@ -180,7 +180,7 @@ void WendloreFileWindowView::leaveDeleted(const FileURL& item)
 void WendloreFileWindowView::passOtherSelectionOn()
 {
     const std::optional<FileURL> selected = m_windowState->selectedFile();
-    if (!m_isRegistered || !selected || selected->bytes() == m_fileURL->bytes())
+    if (!m_isRegistered || !selected || selected->hasPathOf(*m_fileURL))
         return;
     m_windowState->setSelectedFile(m_fileURL);
     Q_EMIT fileRequested(*selected);

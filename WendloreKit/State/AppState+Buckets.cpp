@@ -23,7 +23,7 @@ const QString kvsVaultsKey = u"wendlore_synced_vaults"_s;
 
 auto isAt(const FileURL& folder)
 {
-    return [&folder](const FileURL& vault) { return vault.bytes() == folder.bytes(); };
+    return [&folder](const FileURL& vault) { return vault.hasPathOf(folder); };
 }
 
 } // namespace

@@ -147,7 +147,7 @@ void AppState::deleteFile(const FileURL& item)
 
 void AppState::announceDeletion(const FileURL& item)
 {
-    if (m_selectedFolder && (m_selectedFolder->bytes() == item.bytes() || m_selectedFolder->isBelow(item)))
+    if (m_selectedFolder && (m_selectedFolder->hasPathOf(item) || m_selectedFolder->isBelow(item)))
         setSelectedFolder(std::nullopt);
     Q_EMIT didDelete(item);
 }

@@ -21,7 +21,7 @@ bool wouldEndInItself(const FileURL& item, const FileURL& folder)
 {
     const FileURL source = item.standardized();
     const FileURL target = folder.standardized();
-    return source.bytes() == target.bytes() || target.isBelow(source);
+    return source.hasPathOf(target) || target.isBelow(source);
 }
 
 } // namespace

@@ -38,7 +38,8 @@ FileURL backupDirectory()
 bool removeLeftover(const FileURL& leftover)
 {
     FileSystemCalls& calls = FileSystemCalls::real();
-    const char* const name = leftover.bytes().constData();
+    const QByteArray path = leftover.bytes();
+    const char* const name = path.constData();
     const Descriptor file(calls, calls.openAt(AT_FDCWD, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
     struct stat status = {};
     if (!file.isOpen() || calls.status(file.get(), &status) == -1 || !S_ISREG(status.st_mode))

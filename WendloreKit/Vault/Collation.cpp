@@ -11,9 +11,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <utility>
 
 namespace wendlore {
 
@@ -67,31 +69,40 @@ void doBoth(bool isWorthTwoThreads, const One& one, const Other& other)
     one();
 }
 
-/// The keys of many names.
+/// The keys of many names. Those of one list of a thread take over the memory of the one before while that is
+/// small: most folders are.
 class SortKeys final
 {
 public:
     SortKeys(std::span<const std::string_view> names, const std::optional<LatinOrder>& latin)
-        : m_keys(names.size())
+        : m_memory(std::exchange(s_spare, {}))
     {
         const bool isLarge = names.size() >= worthTwoThreads;
         const std::size_t middle = isLarge ? names.size() / 2 : names.size();
+        m_memory.keys.resize(names.size());
         doBoth(
             isLarge, [&] { fill(0, names, 0, middle, latin); },
             [&] { fill(1, names, middle, names.size(), latin); });
     }
+    ~SortKeys()
+    {
+        if (m_memory.keys.size() < worthTwoThreads)
+            s_spare = std::move(m_memory);
+    }
+    SortKeys(const SortKeys&) = delete;
+    SortKeys& operator=(const SortKeys&) = delete;
 
-    [[nodiscard]] std::size_t count() const { return m_keys.size(); }
+    [[nodiscard]] std::size_t count() const { return m_memory.keys.size(); }
     /// Only names in Latin letters have a key.
-    [[nodiscard]] bool has(std::size_t place) const { return m_keys[place].isLatin; }
+    [[nodiscard]] bool has(std::size_t place) const { return m_memory.keys[place].isLatin; }
     /// The eight bytes of a key from `start` on as a number that compares like them; zeros stand behind its
     /// end, and nowhere in a key.
     [[nodiscard]] quint64 part(std::uint32_t place, std::size_t start) const
     {
-        const Key& key = m_keys[place];
+        const Key& key = m_memory.keys[place];
         if (start >= key.size)
             return 0;
-        const auto bytes = qFromBigEndian<quint64>(m_bytes[key.half].data() + key.start + start);
+        const auto bytes = qFromBigEndian<quint64>(m_memory.bytes[key.half].get() + key.start + start);
         const std::size_t left = key.size - start;
         return left >= partSize ? bytes : bytes & ~quint64(0) << 8 * (partSize - left);
     }
@@ -106,28 +117,44 @@ private:
         std::uint32_t half : 1 = 0;
         std::uint32_t isLatin : 1 = 0;
     };
+    struct Memory final
+    {
+        std::vector<Key> keys;
+        std::array<std::unique_ptr<char[]>, 2> bytes;
+        std::array<std::size_t, 2> capacities{};
+    };
 
     void fill(std::size_t half, std::span<const std::string_view> names, std::size_t from, std::size_t to,
               const std::optional<LatinOrder>& latin)
     {
-        std::string& bytes = m_bytes[half];
         std::size_t size = partSize;
         for (std::size_t place = from; place < to; ++place)
-            size += names[place].size() + 2;
-        bytes.reserve(size);
-        for (std::size_t place = from; place < to; ++place) {
-            Key& key = m_keys[place];
-            key.start = std::uint32_t(bytes.size());
-            key.isLatin = latin && latin->appendKey(names[place], bytes);
-            key.size = std::uint32_t(bytes.size() - key.start);
-            key.half = std::uint32_t(half);
+            size += LatinOrder::largestKey(names[place].size());
+        if (size > m_memory.capacities[half]) {
+            m_memory.bytes[half].reset(new char[size]);
+            m_memory.capacities[half] = size;
         }
-        bytes.append(partSize, '\0');
+        char* const start = m_memory.bytes[half].get();
+        char* next = start;
+        for (std::size_t place = from; place < to; ++place) {
+            char* const end = latin ? latin->writeKey(names[place], next) : nullptr;
+            Key& key = m_memory.keys[place];
+            key.start = std::uint32_t(next - start);
+            key.size = std::uint32_t(end != nullptr ? end - next : 0) & largestSize;
+            key.half = half & 1;
+            key.isLatin = end != nullptr;
+            next = end != nullptr ? end : next;
+        }
+        std::memset(next, 0, partSize);
     }
 
-    std::vector<Key> m_keys;
-    std::array<std::string, 2> m_bytes;
+    static constexpr std::uint32_t largestSize = (1U << 30) - 1;
+    static thread_local Memory s_spare;
+
+    Memory m_memory;
 };
+
+thread_local SortKeys::Memory SortKeys::s_spare;
 
 /// Sorts places by their keys, eight bytes of all keys at a time, which lie beside each other then.
 class KeySort final
@@ -273,6 +300,8 @@ std::weak_ordering NameOrder::compare(QByteArrayView left, QByteArrayView right)
 std::vector<std::uint32_t> NameOrder::sorted(std::span<const std::string_view> names,
                                              const IsBefore& isBefore) const
 {
+    if (names.size() <= 1)
+        return std::vector<std::uint32_t>(names.size());
     const SortKeys keys(names, m_rules->latin);
     std::vector<std::uint32_t> rest;
     std::vector<std::uint32_t> places = KeySort(keys, isBefore).sorted(rest);

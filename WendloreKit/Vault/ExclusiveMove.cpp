@@ -104,8 +104,10 @@ int moveExclusively(const FileURL& from, const FileURL& to, FileSystemCalls& cal
 {
     if (from.bytes().contains('\0') || to.bytes().contains('\0'))
         return EINVAL;
-    const char* const source = from.bytes().constData();
-    const char* const target = to.bytes().constData();
+    const QByteArray sourcePath = from.bytes();
+    const QByteArray targetPath = to.bytes();
+    const char* const source = sourcePath.constData();
+    const char* const target = targetPath.constData();
     if (calls.renameExclusively(AT_FDCWD, source, AT_FDCWD, target) == 0)
         return 0;
     if (errno == EXDEV)

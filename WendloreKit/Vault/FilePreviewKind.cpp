@@ -23,7 +23,8 @@ constexpr auto packageExtensions = std::to_array<std::string_view>(
 bool isOneOf(QByteArrayView extension, std::span<const std::string_view> extensions)
 {
     return std::ranges::any_of(extensions, [&](std::string_view known) {
-        return extension.compare(QByteArrayView(known.data(), known.size()), Qt::CaseInsensitive) == 0;
+        return extension.size() == qsizetype(known.size()) &&
+               extension.compare(QByteArrayView(known.data(), known.size()), Qt::CaseInsensitive) == 0;
     });
 }
 

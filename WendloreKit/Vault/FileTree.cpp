@@ -1,12 +1,16 @@
 #include "Vault/FileTree.h"
 
 #include "Vault/Collation.h"
+#include "Vault/EntryURLs.h"
 #include "Vault/FileName.h"
 #include "Vault/FilePreviewKind.h"
 #include "Vault/FolderListing.h"
 #include "Vault/FolderWalk.h"
 
 #include <algorithm>
+#include <atomic>
+#include <functional>
+#include <numeric>
 #include <span>
 
 namespace wendlore {
@@ -22,16 +26,22 @@ std::string_view displayName(const Entry& entry)
     return entry.isDirectory ? entry.name : entry.name.substr(0, std::size_t(withoutExtension(name).size()));
 }
 
-FileNode nodeOf(const Entry& entry, const FileURL& folder)
+std::size_t sizeOfNames(std::span<const Entry> entries)
 {
-    FileNode node{folder.entry(entry.name, entry.isDirectory), entry.isDirectory, {}};
+    return std::transform_reduce(entries.begin(), entries.end(), std::size_t(0), std::plus(),
+                                 [](const Entry& entry) { return entry.name.size(); });
+}
+
+FileNode nodeOf(const Entry& entry, EntryURLs& urls)
+{
+    FileNode node{urls.add(entry.name, entry.isDirectory), entry.isDirectory, {}};
     if (entry.isDirectory)
         node.children.emplace();
     return node;
 }
 
 /// Appends the nodes of `entries` in their order by display name, equal ones by the bytes of their names.
-void appendSorted(std::vector<FileNode>& nodes, std::span<const Entry> entries, const FileURL& folder,
+void appendSorted(std::vector<FileNode>& nodes, std::span<const Entry> entries, EntryURLs& urls,
                   const NameOrder& order)
 {
     std::vector<std::string_view> names;
@@ -42,24 +52,24 @@ void appendSorted(std::vector<FileNode>& nodes, std::span<const Entry> entries, 
         return entries[left].name < entries[right].name;
     };
     for (const std::uint32_t place : order.sorted(names, isBefore))
-        nodes.push_back(nodeOf(entries[place], folder));
+        nodes.push_back(nodeOf(entries[place], urls));
 }
 
 /// Moves the notes out of `nodes` and of what lies below them.
 void takeNotes(std::vector<FileNode>& nodes, std::vector<FileURL>& notes)
 {
     for (FileNode& node : nodes) {
-        if (!node.isDirectory || isNoteName(node.url.bytes()))
+        if (!node.isDirectory || isNoteName(QByteArrayView(node.url.name())))
             notes.push_back(std::move(node.url));
         if (node.children)
             takeNotes(*node.children, notes);
     }
 }
 
-std::optional<FileURL> findPath(const QByteArray& path, const std::vector<FileNode>& nodes)
+std::optional<FileURL> findPath(const FileURL& path, const std::vector<FileNode>& nodes)
 {
     for (const FileNode& node : nodes) {
-        if (node.url.bytes() == path)
+        if (node.url.hasPathOf(path))
             return node.url;
         if (!node.children)
             continue;
@@ -78,10 +88,11 @@ std::vector<FileNode> nodesOfFolder(const FolderPlace& folder, const NameOrder& 
     for (Entry& entry : entries)
         entry.isDirectory = entry.isDirectory && !isPackageName(QByteArrayView(entry.name));
     const auto files = std::ranges::partition(entries, &Entry::isDirectory);
+    EntryURLs urls(folder.url, sizeOfNames(entries));
     std::vector<FileNode> nodes;
     nodes.reserve(entries.size());
-    appendSorted(nodes, {entries.begin(), files.begin()}, folder.url, order);
-    appendSorted(nodes, files, folder.url, order);
+    appendSorted(nodes, {entries.begin(), files.begin()}, urls, order);
+    appendSorted(nodes, files, urls, order);
     return nodes;
 }
 
@@ -97,12 +108,14 @@ std::vector<FileNode> buildTree(const FileURL& folder)
 
 std::optional<FileURL> urlInTree(const QString& path, const std::vector<FileNode>& nodes)
 {
-    return findPath(path.toUtf8(), nodes);
+    const FileURL wanted = FileURL::file(path);
+    return wanted.bytes() == path.toUtf8() ? findPath(wanted, nodes) : std::nullopt;
 }
 
 std::vector<FileURL> allMarkdownFiles(const FileURL& root)
 {
-    std::vector<FileNode> tree = walkFolders(root, [](const FolderPlace& folder) {
+    std::atomic<std::size_t> count = 0;
+    std::vector<FileNode> tree = walkFolders(root, [&count](const FolderPlace& folder) {
         const FolderListing listing(folder);
         std::vector<Entry> entries;
         entries.reserve(listing.entries().size());
@@ -110,13 +123,16 @@ std::vector<FileURL> allMarkdownFiles(const FileURL& root)
             return entry.isDirectory || isNoteName(QByteArrayView(entry.name));
         });
         std::ranges::sort(entries, {}, &Entry::name);
+        EntryURLs urls(folder.url, sizeOfNames(entries));
         std::vector<FileNode> nodes;
         nodes.reserve(entries.size());
         for (const Entry& entry : entries)
-            nodes.push_back(nodeOf(entry, folder.url));
+            nodes.push_back(nodeOf(entry, urls));
+        count.fetch_add(nodes.size(), std::memory_order_relaxed);
         return nodes;
     });
     std::vector<FileURL> notes;
+    notes.reserve(count);
     takeNotes(tree, notes);
     return notes;
 }

@@ -1,44 +1,52 @@
 #include "Vault/FileURL.h"
 
+#include "Vault/EntryURLs.h"
 #include "Vault/FileName.h"
 
 #include <QList>
 
-#include <cstring>
-
 namespace wendlore {
 
-namespace {
-
-QByteArray withoutTrailingSeparators(QByteArray path)
+FileURL FileURL::ofPath(std::string_view path, bool isDirectory)
 {
-    qsizetype length = path.size();
-    while (length > 1 && path[length - 1] == '/')
-        --length;
-    path.truncate(length);
-    return path;
+    while (path.size() > 1 && path.back() == '/')
+        path.remove_suffix(1);
+    if (path.empty())
+        return {PathMemory(), 0, 0, isDirectory};
+    const std::size_t folder = path.rfind('/') + 1; // 0 when there is none
+    const std::string_view name = path.substr(folder);
+    PathMemory memory({path.substr(0, folder)}, name.size());
+    name.copy(memory.room(), name.size());
+    return {std::move(memory), 0, std::uint32_t(name.size()), isDirectory};
 }
-
-} // namespace
 
 FileURL FileURL::file(const QString& path)
 {
-    return {withoutTrailingSeparators(path.toUtf8()), false};
+    return fromBytes(path.toUtf8(), false);
 }
 
 FileURL FileURL::directory(const QString& path)
 {
-    return {withoutTrailingSeparators(path.toUtf8()), true};
+    return fromBytes(path.toUtf8(), true);
 }
 
-FileURL FileURL::fromBytes(QByteArray path, bool isDirectory)
+FileURL FileURL::fromBytes(const QByteArray& path, bool isDirectory)
 {
-    return {withoutTrailingSeparators(std::move(path)), isDirectory};
+    return ofPath({path.constData(), std::size_t(path.size())}, isDirectory);
+}
+
+QByteArray FileURL::bytes() const
+{
+    const std::string_view before = folder();
+    const std::string_view last = name();
+    QByteArray path(qsizetype(before.size() + last.size()), Qt::Uninitialized);
+    last.copy(path.data() + before.copy(path.data(), before.size()), last.size());
+    return path;
 }
 
 QString FileURL::path() const
 {
-    return QString::fromUtf8(m_path);
+    return QString::fromUtf8(bytes());
 }
 
 QString FileURL::lastPathComponent() const
@@ -48,7 +56,8 @@ QString FileURL::lastPathComponent() const
 
 QByteArray FileURL::nameBytes() const
 {
-    return m_path.size() == 1 ? m_path : m_path.mid(m_path.lastIndexOf('/') + 1);
+    const std::string_view last = name().empty() ? folder() : name();
+    return QByteArray(last.data(), qsizetype(last.size()));
 }
 
 QString FileURL::pathExtension() const
@@ -63,8 +72,7 @@ QString FileURL::nameWithoutExtension() const
 
 FileURL FileURL::deletingLastPathComponent() const
 {
-    const qsizetype separator = m_path.lastIndexOf('/');
-    return {separator <= 0 ? QByteArray("/") : m_path.left(separator), true};
+    return ofPath(folder().empty() ? "/" : folder(), true);
 }
 
 FileURL FileURL::appending(const QString& component, bool isDirectory) const
@@ -74,25 +82,20 @@ FileURL FileURL::appending(const QString& component, bool isDirectory) const
 
 FileURL FileURL::appendingBytes(const QByteArray& component, bool isDirectory) const
 {
-    const bool joined = m_path.endsWith('/') || component.startsWith('/');
-    return fromBytes(joined ? m_path + component : m_path + '/' + component, isDirectory);
+    const QByteArray path = bytes();
+    const bool joined = path.endsWith('/') || component.startsWith('/');
+    return fromBytes(joined ? path + component : path + '/' + component, isDirectory);
 }
 
 FileURL FileURL::entry(std::string_view name, bool isDirectory) const
 {
-    const qsizetype folder = m_path.endsWith('/') ? m_path.size() - 1 : m_path.size();
-    QByteArray path(folder + 1 + static_cast<qsizetype>(name.size()), Qt::Uninitialized);
-    char* bytes = path.data();
-    std::memcpy(bytes, m_path.constData(), static_cast<std::size_t>(folder));
-    bytes[folder] = '/';
-    std::memcpy(bytes + folder + 1, name.data(), name.size());
-    return {std::move(path), isDirectory};
+    return EntryURLs(*this, name.size()).add(name, isDirectory);
 }
 
 FileURL FileURL::standardized() const
 {
     QList<QByteArray> kept;
-    for (const QByteArray& part : m_path.split('/')) {
+    for (const QByteArray& part : bytes().split('/')) {
         if (part.isEmpty() || part == ".")
             continue;
         if (part != "..")
@@ -100,15 +103,18 @@ FileURL FileURL::standardized() const
         else if (!kept.isEmpty())
             kept.removeLast();
     }
-    return {'/' + kept.join('/'), m_isDirectory};
+    return fromBytes('/' + kept.join('/'), m_isDirectory);
 }
 
 bool FileURL::isBelow(const FileURL& folder) const
 {
-    const QByteArray& root = folder.m_path;
-    if (root == "/")
-        return m_path.size() > 1;
-    return m_path.size() > root.size() && m_path.startsWith(root) && m_path[root.size()] == '/';
+    const std::string_view above = this->folder();
+    const std::string_view before = folder.folder();
+    const std::string_view last = folder.name();
+    if (last.empty())
+        return !name().empty() && above.starts_with(before);
+    return above.size() > before.size() + last.size() && above.starts_with(before) &&
+           above.substr(before.size()).starts_with(last) && above[before.size() + last.size()] == '/';
 }
 
 } // namespace wendlore

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Vault/PathMemory.h"
+
 #include <QByteArray>
 #include <QHashFunctions>
 #include <QString>
@@ -10,9 +12,9 @@
 namespace wendlore {
 
 /// An absolute location in the file system: the path's bytes as the kernel gives them, and whether the
-/// location was given as a directory. Equality compares both as written, without normalisation. Copying
-/// shares the bytes, so trees of a hundred thousand locations are cheap. Names that are not UTF-8 stay usable
-/// through `bytes()`.
+/// location was given as a directory. Equality compares both as written, without normalisation. Copies share
+/// the bytes, and what one folder holds can share the folder's (`EntryURLs`), so trees of a hundred thousand
+/// locations are cheap. Names that are not UTF-8 stay usable through `bytes()`.
 class FileURL final
 {
 public:
@@ -23,15 +25,21 @@ public:
     /// A location of a directory; trailing separators of `path` are dropped.
     [[nodiscard]] static FileURL directory(const QString& path);
     /// A location from raw path bytes, as read from the file system.
-    [[nodiscard]] static FileURL fromBytes(QByteArray path, bool isDirectory);
+    [[nodiscard]] static FileURL fromBytes(const QByteArray& path, bool isDirectory);
 
     /// The path decoded as UTF-8; bytes that are not UTF-8 show as U+FFFD. Never ends in "/" (but for the
     /// root).
     [[nodiscard]] QString path() const;
     /// The path's bytes, for system calls.
-    [[nodiscard]] const QByteArray& bytes() const { return m_path; }
+    [[nodiscard]] QByteArray bytes() const;
     [[nodiscard]] bool isDirectory() const { return m_isDirectory; }
-    [[nodiscard]] bool isEmpty() const { return m_path.isEmpty(); }
+    [[nodiscard]] bool isEmpty() const { return name().empty() && folder().empty(); }
+
+    /// The path up to the last component, with the separator: "/b/" of "/b/a.md". Lasts as long as the
+    /// location.
+    [[nodiscard]] std::string_view folder() const { return m_memory.folder(); }
+    /// What `bytes()` has behind `folder()`: "a.md"; nothing for the root. Lasts as long as the location.
+    [[nodiscard]] std::string_view name() const { return m_memory.bytes(m_nameStart, m_nameSize); }
 
     /// The last path component ("a.md" of "/b/a.md"; "/" for the root).
     [[nodiscard]] QString lastPathComponent() const;
@@ -55,26 +63,53 @@ public:
     [[nodiscard]] FileURL standardized() const;
     /// True when this path is `folder`'s path followed by "/" and more.
     [[nodiscard]] bool isBelow(const FileURL& folder) const;
+    /// True when the paths are the same, whatever they were given as.
+    [[nodiscard]] bool hasPathOf(const FileURL& other) const
+    {
+        const bool isSameFolder = m_memory.isSame(other.m_memory);
+        if (isSameFolder && m_nameStart == other.m_nameStart)
+            return m_nameSize == other.m_nameSize;
+        return name() == other.name() && (isSameFolder || folder() == other.folder());
+    }
 
-    friend bool operator==(const FileURL&, const FileURL&) = default;
+    friend bool operator==(const FileURL& left, const FileURL& right)
+    {
+        return left.m_isDirectory == right.m_isDirectory && left.hasPathOf(right);
+    }
     friend std::strong_ordering operator<=>(const FileURL& left, const FileURL& right)
     {
-        const int order = left.m_path.compare(right.m_path);
-        return order != 0 ? order <=> 0 : left.m_isDirectory <=> right.m_isDirectory;
+        const int order = left.bytes().compare(right.bytes());
+        return order != 0 ? order <=> 0 : left.isDirectory() <=> right.isDirectory();
     }
     friend size_t qHash(const FileURL& url, size_t seed = 0) noexcept
     {
-        return qHashMulti(seed, url.m_path, url.m_isDirectory);
+        const auto view = [](std::string_view text) {
+            return QByteArrayView(text.data(), qsizetype(text.size()));
+        };
+        return qHashMulti(seed, view(url.folder()), view(url.name()), url.isDirectory());
     }
 
 private:
-    FileURL(QByteArray path, bool isDirectory)
-        : m_path(std::move(path))
+    friend class EntryURLs;
+    friend class SearchHit;
+
+    FileURL(PathMemory memory, std::uint32_t nameStart, std::uint32_t nameSize, bool isDirectory)
+        : m_memory(std::move(memory))
+        , m_nameStart(nameStart)
+        , m_nameSize(nameSize)
         , m_isDirectory(isDirectory)
     {}
+    [[nodiscard]] static FileURL ofPath(std::string_view path, bool isDirectory);
+    /// The `size` bytes that `EntryURLs` keeps behind the name.
+    [[nodiscard]] std::string_view kept(std::size_t size) const
+    {
+        return m_memory.bytes(std::size_t(m_nameStart) + m_nameSize, size);
+    }
 
-    QByteArray m_path;
-    bool m_isDirectory = false;
+    PathMemory m_memory;
+    std::uint32_t m_nameStart = 0;
+    std::uint32_t m_nameSize : 31 = 0;
+    std::uint32_t m_isDirectory : 1 = 0;
 };
 
 } // namespace wendlore

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string>
 #include <utility>
 
 #include <dirent.h>
@@ -50,7 +51,9 @@ int openFolder(const FolderPlace& place)
     const int noFollow = place.followLink == FollowLink::No ? O_NOFOLLOW : 0;
     if (place.ancestor < 0)
         return ::open(place.url.bytes().constData(), flags | noFollow);
-    return ::openat(place.ancestor, place.url.bytes().constData() + place.ancestorSize, flags | noFollow);
+    std::string path(place.url.folder().substr(place.ancestorSize));
+    path += place.url.name();
+    return ::openat(place.ancestor, path.c_str(), flags | noFollow);
 }
 
 } // namespace

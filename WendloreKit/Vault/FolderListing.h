@@ -19,7 +19,7 @@ struct FolderPlace final
     /// An open folder above it, where the system then begins to look for it, and the size of that folder's
     /// path with its separator; -1 for none.
     int ancestor = -1;
-    qsizetype ancestorSize = 0;
+    std::size_t ancestorSize = 0;
 };
 
 /// The entries of one folder whose names do not begin with a full stop, in no particular order. Empty when

@@ -53,7 +53,8 @@ private:
         const Descriptor root(calls,
                               calls.openAt(AT_FDCWD, m_root.bytes().constData(), O_PATH | O_DIRECTORY));
         // The root directory's path ends with its separator already.
-        const qsizetype rootSize = m_root.bytes().size() + (m_root.bytes().endsWith('/') ? 0 : 1);
+        const std::size_t rootSize =
+            m_root.folder().size() + (m_root.name().empty() ? 0 : m_root.name().size() + 1);
         std::unique_lock lock(m_mutex);
         for (;;) {
             m_mayHaveWork.wait(lock, [this] { return !m_waiting.empty() || m_busyThreads == 0; });

@@ -17,6 +17,19 @@ constexpr char32_t latinEnd = 0x100;
 constexpr char separator = 1; // smaller than every weight
 constexpr std::uint8_t firstWeight = 2;
 constexpr std::size_t longestNumber = 200; // the collator takes longer ones in parts
+constexpr std::uint8_t markByte = 0xCC;    // the first of a mark's two
+
+bool isDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+std::size_t endOfNumber(std::string_view name, std::size_t place)
+{
+    while (place < name.size() && isDigit(name[place]))
+        ++place;
+    return place;
+}
 
 using CollatorPointer = std::unique_ptr<icu::RuleBasedCollator>;
 
@@ -85,6 +98,10 @@ LatinOrder::LatinOrder(const icu::RuleBasedCollator& collator)
     dropContractions(collator);
     dropCharactersAmongDigits();
     learnCompositions();
+    for (std::size_t character = 0; character < m_composed.size(); ++character) {
+        if (!isDigit(static_cast<char>(character)) && m_weights[character].accent == 1)
+            m_plainLetters[character] = m_weights[character].letter;
+    }
 }
 
 void LatinOrder::learnWeights(const icu::RuleBasedCollator& collator)
@@ -131,8 +148,8 @@ void LatinOrder::dropCharactersAmongDigits()
     const std::uint8_t zero = m_weights['0'].letter;
     const std::uint8_t nine = m_weights['9'].letter;
     for (std::size_t character = 0; character < m_weights.size(); ++character) {
-        const bool isDigit = character >= '0' && character <= '9';
-        if (!isDigit && m_weights[character].letter >= zero && m_weights[character].letter <= nine)
+        if (!isDigit(static_cast<char>(character)) && m_weights[character].letter >= zero &&
+            m_weights[character].letter <= nine)
             m_weights[character] = {};
     }
 }
@@ -159,7 +176,7 @@ void LatinOrder::learnCompositions()
         return at < name.size() ? static_cast<std::uint8_t>(name[at]) : std::uint8_t(0);
     };
     const std::uint8_t first = byteAt(place++);
-    if (first < 0x80 && byteAt(place) != 0xCC)
+    if (first < 0x80 && byteAt(place) != markByte)
         return first;
     const bool hasSecond = (byteAt(place) & 0xC0) == 0x80;
     if (first >= 0x80) {
@@ -180,14 +197,9 @@ void LatinOrder::learnCompositions()
 /// what it wrote, or nothing when the number is too long.
 char* LatinOrder::writeNumber(std::string_view name, std::size_t& place, char* key) const
 {
-    const auto isDigit = [name](std::size_t at) {
-        return at < name.size() && name[at] >= '0' && name[at] <= '9';
-    };
-    while (name[place] == '0' && isDigit(place + 1))
+    const std::size_t end = endOfNumber(name, place);
+    while (name[place] == '0' && place + 1 < end)
         ++place;
-    std::size_t end = place;
-    while (isDigit(end))
-        ++end;
     const std::size_t size = end - place;
     if (size > longestNumber)
         return nullptr;
@@ -198,38 +210,57 @@ char* LatinOrder::writeNumber(std::string_view name, std::size_t& place, char* k
     return key;
 }
 
-bool LatinOrder::appendKey(std::string_view name, std::string& keys) const
+/// Writes an accent for every letter and number; only for names whose letters have been written.
+char* LatinOrder::writeAccents(std::string_view name, char* key) const
 {
-    constexpr std::size_t longestName = 512;
-    if (name.size() > longestName)
-        return false;
-    std::array<char, 3 * longestName + 1> key; // a digit alone takes three bytes
-    std::array<char, longestName> accents;
-    char* end = key.data();
-    std::size_t count = 0;
+    for (std::size_t place = 0; place < name.size();) {
+        if (isDigit(name[place])) {
+            *key++ = static_cast<char>(m_weights['0'].accent);
+            place = endOfNumber(name, place);
+        } else {
+            *key++ = static_cast<char>(m_weights[nextCharacter(name, place)].accent);
+        }
+    }
+    return key;
+}
+
+bool LatinOrder::isMarkOfPlainLetter(std::string_view name, std::size_t place) const
+{
+    return place > 0 && m_plainLetters[static_cast<std::uint8_t>(name[place - 1])] != 0 &&
+           place + 1 < name.size() && (static_cast<std::uint8_t>(name[place + 1]) & 0xC0) == 0x80;
+}
+
+char* LatinOrder::writeKey(std::string_view name, char* key) const
+{
     bool hasAccents = false;
     for (std::size_t place = 0; place < name.size();) {
-        const std::size_t before = place;
+        const auto byte = static_cast<std::uint8_t>(name[place]);
+        if (const std::uint8_t letter = m_plainLetters[byte]; letter != 0) {
+            *key++ = static_cast<char>(letter);
+            ++place;
+            continue;
+        }
+        if (isDigit(name[place])) {
+            key = writeNumber(name, place, key);
+            if (key == nullptr)
+                return nullptr;
+            continue;
+        }
+        if (byte == markByte) {
+            if (!isMarkOfPlainLetter(name, place))
+                return nullptr;
+            --place; // the letter is another one with its mark
+            --key;
+        }
         const char32_t character = nextCharacter(name, place);
         const Weight weight = character < latinEnd ? m_weights[character] : Weight{};
         if (weight.letter == 0)
-            return false;
-        if (character >= '0' && character <= '9') {
-            place = before;
-            end = writeNumber(name, place, end);
-            if (end == nullptr)
-                return false;
-        } else {
-            *end++ = static_cast<char>(weight.letter);
-        }
-        accents[count++] = static_cast<char>(weight.accent);
+            return nullptr;
+        *key++ = static_cast<char>(weight.letter);
         hasAccents |= weight.accent > 1;
     }
-    *end++ = separator;
-    keys.append(key.data(), end);
-    if (hasAccents)
-        keys.append(accents.data(), count);
-    return true;
+    *key++ = separator;
+    return hasAccents ? writeAccents(name, key) : key;
 }
 
 } // namespace wendlore

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 namespace wendlore {
@@ -18,8 +17,10 @@ public:
     /// it; in languages whose order works otherwise that can be all of them.
     explicit LatinOrder(const icu::RuleBasedCollator& collator);
 
-    /// Appends the key of `name`, or nothing: then only the collator can order the name.
-    [[nodiscard]] bool appendKey(std::string_view name, std::string& keys) const;
+    /// No key of a name of `nameSize` bytes is larger: a digit alone takes three bytes, and accents follow.
+    [[nodiscard]] static constexpr std::size_t largestKey(std::size_t nameSize) { return 4 * nameSize + 1; }
+    /// Writes the key of `name` to `key` and gives its end; none when only the collator can order the name.
+    [[nodiscard]] char* writeKey(std::string_view name, char* key) const;
 
 private:
     /// Where a character stands: 0 for those that are left to the collator.
@@ -38,8 +39,11 @@ private:
     void learnCompositions();
     [[nodiscard]] char32_t nextCharacter(std::string_view name, std::size_t& place) const;
     [[nodiscard]] char* writeNumber(std::string_view name, std::size_t& place, char* key) const;
+    [[nodiscard]] bool isMarkOfPlainLetter(std::string_view name, std::size_t place) const;
+    [[nodiscard]] char* writeAccents(std::string_view name, char* key) const;
 
     std::array<Weight, 256> m_weights{};
+    std::array<std::uint8_t, 256> m_plainLetters{}; ///< letters of ASCII without accents, 0 for all else
     std::array<std::array<std::uint8_t, markCount>, 128> m_composed{};
 };
 

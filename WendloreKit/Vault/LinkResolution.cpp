@@ -86,7 +86,7 @@ std::optional<FileURL> resolveBundleAbsolute(const QString& path, const std::opt
         if (const auto found = existingCandidate(path, {folder}))
             return found;
         const FileURL parent = folder.deletingLastPathComponent();
-        if (folder.bytes() == top || parent.bytes() == folder.bytes())
+        if (folder.bytes() == top || parent.hasPathOf(folder))
             break;
         folder = parent;
     }

@@ -1,6 +1,7 @@
 #include "Vault/NoteSearch.h"
 
 #include "Vault/Collation.h"
+#include "Vault/EntryURLs.h"
 #include "Vault/FileName.h"
 #include "Vault/FilePreviewKind.h"
 #include "Vault/FolderListing.h"
@@ -12,12 +13,51 @@
 
 #include <algorithm>
 #include <mutex>
+#include <string>
 
 namespace wendlore {
 
 namespace {
 
 using Entry = FolderListing::Entry;
+
+/// What was found in one folder, until all of it is known.
+class Matches final
+{
+public:
+    void add(const Entry& note, std::string_view snippet)
+    {
+        m_notes.push_back({&note, snippet.size()});
+        m_size += note.name.size();
+        m_snippets += snippet;
+    }
+
+    [[nodiscard]] std::vector<SearchHit> hits(const FileURL& folder) const
+    {
+        std::vector<SearchHit> hits;
+        if (m_notes.empty())
+            return hits;
+        hits.reserve(m_notes.size());
+        EntryURLs urls(folder, m_size + m_snippets.size());
+        std::string_view snippets = m_snippets;
+        for (const auto& [note, snippetSize] : m_notes) {
+            hits.emplace_back(urls, note->name, note->isDirectory, snippets.substr(0, snippetSize));
+            snippets.remove_prefix(snippetSize);
+        }
+        return hits;
+    }
+
+private:
+    struct Match final
+    {
+        const Entry* note;
+        std::size_t snippetSize;
+    };
+
+    std::vector<Match> m_notes;
+    std::size_t m_size = 0;
+    std::string m_snippets;
+};
 
 /// Searches the notes of folders; several threads at once.
 class FolderSearch final
@@ -27,28 +67,27 @@ public:
         : m_needle(needle)
     {}
 
-    /// Appends the notes in `folder` that match, in any order. `listing` is its listing.
-    void appendHits(std::vector<SearchHit>& hits, const FileURL& folder, const FolderListing& listing) const
+    /// The notes in `folder` that match, in any order. `listing` is its listing.
+    [[nodiscard]] std::vector<SearchHit> hits(const FileURL& folder, const FolderListing& listing) const
     {
         thread_local NoteReader reader;
         const std::vector<Entry> notes = notesOf(listing);
         std::vector<bool> isFound(notes.size());
-        const auto append = [&](const Entry& note, std::string_view snippet) {
-            hits.emplace_back(folder, note.name, note.isDirectory, snippet);
-        };
+        Matches matches;
         reader.read(listing.descriptor(), notes, [&](std::size_t note, std::string_view text) {
             const auto line = m_needle.firstLine(text);
             // Text is checked only where it matters; a file that is not UTF-8 counts as empty.
             if (!line || !isUtf8(text))
                 return;
-            append(notes[note], snippetOf(text.substr(line->start, line->end - line->start)));
+            matches.add(notes[note], snippetOf(text.substr(line->start, line->end - line->start)));
             isFound[note] = true;
         });
         reader.shrink();
         for (std::size_t note = 0; note < notes.size(); ++note) {
             if (!isFound[note] && nameMatches(notes[note].name))
-                append(notes[note], {});
+                matches.add(notes[note], {});
         }
+        return matches.hits(folder);
     }
 
 private:
@@ -70,6 +109,22 @@ private:
 
     const SearchNeedle& m_needle;
 };
+
+std::vector<FileNode> subfoldersOf(const FileURL& folder, const FolderListing& listing)
+{
+    std::size_t size = 0;
+    for (const Entry& entry : listing.entries())
+        size += entry.isDirectory ? entry.name.size() : 0;
+    std::vector<FileNode> subfolders;
+    if (size == 0)
+        return subfolders;
+    EntryURLs urls(folder, size);
+    for (const Entry& entry : listing.entries()) {
+        if (entry.isDirectory)
+            subfolders.push_back({urls.add(entry.name, true), true, std::vector<FileNode>()});
+    }
+    return subfolders;
+}
 
 /// The order in which a walk lists notes: a folder before its contents, names in one folder by their bytes.
 bool isListedBefore(const FileURL& left, const FileURL& right)
@@ -103,7 +158,7 @@ void sortByName(std::vector<SearchHit>& hits, const NameOrder& order)
     std::vector<std::string_view> names;
     names.reserve(hits.size());
     for (const SearchHit& hit : hits)
-        names.push_back(hit.name());
+        names.push_back(hit.url().name());
     const auto isBefore = [&](std::uint32_t left, std::uint32_t right) {
         return isListedBefore(hits[left].url(), hits[right].url());
     };
@@ -121,16 +176,12 @@ std::vector<SearchHit> searchNotes(const FileURL& root, const QString& query, co
     std::vector<SearchHit> hits;
     const auto searchFolder = [&](const FolderPlace& folder) {
         const FolderListing listing(folder);
-        std::vector<FileNode> subfolders;
-        for (const Entry& entry : listing.entries()) {
-            if (entry.isDirectory)
-                subfolders.push_back({folder.url.entry(entry.name, true), true, std::vector<FileNode>()});
+        std::vector<SearchHit> found = search.hits(folder.url, listing);
+        if (!found.empty()) {
+            const std::lock_guard lock(mutex);
+            std::ranges::move(found, std::back_inserter(hits));
         }
-        std::vector<SearchHit> found;
-        search.appendHits(found, folder.url, listing);
-        const std::lock_guard lock(mutex);
-        std::ranges::move(found, std::back_inserter(hits));
-        return subfolders;
+        return subfoldersOf(folder.url, listing);
     };
     (void)walkFolders(root, searchFolder);
     sortByName(hits, order);

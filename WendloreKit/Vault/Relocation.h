@@ -8,7 +8,7 @@ namespace wendlore {
 /// does not concern it.
 [[nodiscard]] inline FileURL relocated(const FileURL& url, const FileURL& from, const FileURL& to)
 {
-    if (url.bytes() == from.bytes())
+    if (url.hasPathOf(from))
         return FileURL::fromBytes(to.bytes(), url.isDirectory());
     if (url.isBelow(from))
         return to.appendingBytes(url.bytes().mid(from.bytes().size() + 1), url.isDirectory());

@@ -1,14 +1,18 @@
 #include "Vault/SearchHit.h"
 
+#include "Vault/EntryURLs.h"
+
 namespace wendlore {
 
-SearchHit::SearchHit(const FileURL& folder, std::string_view name, bool isDirectory, std::string_view snippet)
-    : m_folder(folder)
-    , m_text(qsizetype(name.size() + snippet.size()), Qt::Uninitialized)
-    , m_nameSize(std::uint32_t(name.size()))
-    , m_isDirectory(isDirectory)
+SearchHit::SearchHit(EntryURLs& urls, std::string_view name, bool isDirectory, std::string_view snippet)
+    : m_url(urls.add(name, isDirectory, snippet))
+    , m_snippetSize(std::uint32_t(snippet.size()))
+{}
+
+QByteArray SearchHit::snippet() const
 {
-    snippet.copy(m_text.data() + name.copy(m_text.data(), name.size()), snippet.size());
+    const std::string_view text = m_url.kept(m_snippetSize);
+    return QByteArray(text.data(), qsizetype(text.size()));
 }
 
 } // namespace wendlore

@@ -8,20 +8,20 @@
 
 namespace wendlore {
 
-/// One search result. There can be a hundred thousand of them, so those of one folder share its path.
+class EntryURLs;
+
+/// One search result. There can be a hundred thousand of them, so those of one folder share their memory.
 class SearchHit final
 {
 public:
-    /// What `folder` holds under `name`; `snippet` is UTF-8.
-    SearchHit(const FileURL& folder, std::string_view name, bool isDirectory, std::string_view snippet);
+    /// What the folder of `urls` holds under `name`; `snippet` is UTF-8.
+    SearchHit(EntryURLs& urls, std::string_view name, bool isDirectory, std::string_view snippet);
 
     /// Where the note lies.
-    [[nodiscard]] FileURL url() const { return m_folder.entry(name(), m_isDirectory); }
-    /// The bytes of its name, as long as the hit lives.
-    [[nodiscard]] std::string_view name() const { return {m_text.constData(), m_nameSize}; }
+    [[nodiscard]] const FileURL& url() const { return m_url; }
     /// The first line that holds the query, trimmed, at most 120 characters of UTF-8; empty when only the
     /// name does.
-    [[nodiscard]] QByteArray snippet() const { return m_text.mid(qsizetype(m_nameSize)); }
+    [[nodiscard]] QByteArray snippet() const;
 
     friend bool operator==(const SearchHit& left, const SearchHit& right)
     {
@@ -29,10 +29,8 @@ public:
     }
 
 private:
-    FileURL m_folder;
-    QByteArray m_text; ///< the name, and the snippet behind it
-    std::uint32_t m_nameSize;
-    bool m_isDirectory;
+    FileURL m_url;
+    std::uint32_t m_snippetSize; ///< of what is kept behind the name
 };
 
 } // namespace wendlore

@@ -23,7 +23,7 @@ struct Place final
 
 bool isAtOrBelow(const FileURL& location, const FileURL& folder)
 {
-    return location.bytes() == folder.bytes() || location.isBelow(folder);
+    return location.hasPathOf(folder) || location.isBelow(folder);
 }
 
 /// `folder` in `tree`, or the deepest folder there that lies above it.
@@ -54,11 +54,11 @@ std::optional<FileNode> takeFolder(Nodes& tree, const FileURL& bucket, const Fil
 {
     const Place parent = nearestPlace(tree, bucket, location.deletingLastPathComponent());
     const auto node = std::ranges::find_if(*parent.nodes, [&location](const FileNode& candidate) {
-        return candidate.children && candidate.url.bytes() == location.bytes();
+        return candidate.children && candidate.url.hasPathOf(location);
     });
     if (node == parent.nodes->end())
         return std::nullopt;
-    FileNode taken = std::move(*node);
+    std::optional<FileNode> taken({node->url, node->isDirectory, std::move(*node->children)});
     parent.nodes->erase(node);
     return taken;
 }
@@ -102,7 +102,7 @@ bool updateMoved(Nodes& tree, const FileURL& bucket, const FileURL& from, const 
         relocate(*folder, from, to);
         const FileURL parent = to.deletingLastPathComponent();
         const Place place = nearestPlace(tree, bucket, parent);
-        if (place.folder.bytes() == parent.bytes())
+        if (place.folder.hasPathOf(parent))
             place.nodes->push_back(std::move(*folder)); // the update finds its place among the others
     }
     isChanged |= updateFolder(tree, bucket, from.deletingLastPathComponent());

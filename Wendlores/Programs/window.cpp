@@ -3,7 +3,6 @@
 #include "Wendlores/SwedishTexts.h"
 #include "Wendlores/WendloreApp.h"
 
-#include "Look/Fonts.h"
 #include "Look/Style.h"
 #include "Platform/Desktop.h"
 #include "Platform/DesktopAppearance.h"
@@ -91,7 +90,6 @@ int run(SingleInstance& instance, const CommandLine& commandLine)
     auto* style = new Style; // the application owns it
     DesktopAppearance appearance;
     QApplication::setStyle(style);
-    QApplication::setFont(interfaceFont());
     SwedishTexts texts;
     QCoreApplication::installTranslator(&texts);
 

@@ -36,7 +36,8 @@ void move(const Bucket& place, const QString& from, const QString& to)
 [[nodiscard]] Descriptor deleted(const FileURL& folder)
 {
     FileSystemCalls& calls = FileSystemCalls::real();
-    const char* const path = folder.bytes().constData();
+    const QByteArray bytes = folder.bytes();
+    const char* const path = bytes.constData();
     Descriptor held(calls, calls.openAt(AT_FDCWD, path, O_PATH | O_DIRECTORY));
     if (!held.isOpen() || ::rmdir(path) != 0)
         qFatal("cannot delete %s", path);

@@ -3,6 +3,8 @@
 #include "Fakes/Bucket.h"
 #include "Fakes/FakeServices.h"
 
+#include "Vault/EntryURLs.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -13,7 +15,8 @@ namespace {
 
 SearchHit hit(const Bucket& bucket, std::string_view name, std::string_view snippet)
 {
-    return {bucket.root(), name, false, snippet};
+    EntryURLs urls(bucket.root(), name.size() + snippet.size());
+    return {urls, name, false, snippet};
 }
 
 } // namespace

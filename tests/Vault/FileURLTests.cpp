@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+#include <utility>
+
 using namespace wendlore;
 using namespace Qt::StringLiterals;
 
@@ -19,6 +21,10 @@ private Q_SLOTS:
     void standardizes();
     void aSiblingWithALongerNameIsNotBelow();
     void keepsNamesThatAreNotUtf8();
+    void anEmptyLocationHasNoParts();
+    void aLocationThatWasMovedFromIsEmpty();
+    void comparesAsTheWholePathsDo_data();
+    void comparesAsTheWholePathsDo();
 };
 
 void FileURLTests::dropsTrailingSeparators()
@@ -109,6 +115,52 @@ void FileURLTests::keepsNamesThatAreNotUtf8()
     QCOMPARE(file.bytes(), QByteArray("/b/\xFF.md"));
     QCOMPARE(file.path(), u"/b/\uFFFD.md"_s);
     QCOMPARE(file.nameBytes(), QByteArray("\xFF.md"));
+}
+
+void FileURLTests::anEmptyLocationHasNoParts()
+{
+    for (const FileURL& empty : {FileURL(), FileURL::file({}), FileURL::fromBytes({}, false)}) {
+        QVERIFY(empty.isEmpty());
+        QCOMPARE(empty, FileURL());
+        QVERIFY(empty.bytes().isEmpty() && empty.nameBytes().isEmpty());
+    }
+    QVERIFY(!FileURL::directory(u"/"_s).isEmpty());
+}
+
+void FileURLTests::aLocationThatWasMovedFromIsEmpty()
+{
+    FileURL note = FileURL::file(u"/b/a.md"_s);
+    const FileURL taken = std::move(note);
+
+    QVERIFY(note.isEmpty()); // NOLINT(bugprone-use-after-move): that is what is asked
+    QCOMPARE(taken, FileURL::file(u"/b/a.md"_s));
+}
+
+void FileURLTests::comparesAsTheWholePathsDo_data()
+{
+    QTest::addColumn<QByteArray>("left");
+    QTest::addColumn<QByteArray>("right");
+    const QByteArrayList paths{"/", "/b", "/b/a", "/b/a/c", "/b/a c", "/b/ab", "/ba", "b", "/b/A", "/b/\xFF"};
+    for (const QByteArray& left : paths) {
+        for (const QByteArray& right : paths)
+            QTest::addRow("%s and %s", left.constData(), right.constData()) << left << right;
+    }
+}
+
+void FileURLTests::comparesAsTheWholePathsDo()
+{
+    QFETCH(const QByteArray, left);
+    QFETCH(const QByteArray, right);
+    const FileURL one = FileURL::fromBytes(left, false);
+    const FileURL other = FileURL::fromBytes(right, false);
+
+    QCOMPARE(one == other, left == right);
+    QCOMPARE(one.hasPathOf(other), left == right);
+    QCOMPARE(one < other, left < right);
+    QVERIFY(left != right || qHash(one) == qHash(other));
+    const bool isBelow =
+        left.size() > right.size() && left.startsWith(right) && (right == "/" || left[right.size()] == '/');
+    QCOMPARE(one.isBelow(other), isBelow);
 }
 
 QTEST_APPLESS_MAIN(FileURLTests)

@@ -117,7 +117,7 @@ void FolderListingTests::aFolderIsFoundFromOneAboveItToo()
     const QByteArray elsewhere = root + " flyttad";
     QCOMPARE(::rename(root.constData(), elsewhere.constData()), 0);
 
-    const FolderListing listing({folder, FollowLink::No, above, root.size() + 1});
+    const FolderListing listing({folder, FollowLink::No, above, std::size_t(root.size() + 1)});
     const std::size_t found = listing.entries().size();
 
     QCOMPARE(::rename(elsewhere.constData(), root.constData()), 0);

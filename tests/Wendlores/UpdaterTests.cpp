@@ -175,6 +175,7 @@ struct Desk final
     [[nodiscard]] QAction* command() const { return menu.actions().front(); }
     void press(const QString& answer)
     {
+        QCoreApplication::sendPostedEvents(); // the layout shows a new button in a moment
         for (auto* button : notice.findChildren<QPushButton*>()) {
             if (button->text() == answer && !button->isHidden())
                 return button->click();

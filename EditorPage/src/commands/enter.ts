@@ -66,6 +66,15 @@ export const openRule: Command = (state, dispatch) => {
   return true;
 };
 
+/** Right after three dashes have become a rule: the caret stands below it already. */
+export const afterRule: Command = (state) => {
+  const { $from, empty } = state.selection;
+  const rules = state.plugins.find(({ spec }) => spec['isInputRules']);
+  const isEmptyLine = empty && $from.parent.type === nodes.paragraph && $from.parent.content.size === 0;
+  const isFresh = isEmptyLine && rules?.getState(state) != null;
+  return isFresh && state.doc.resolve($from.before()).nodeBefore?.type === nodes.horizontal_rule;
+};
+
 /** On a second empty last line of code, or one that would close code or a formula in a file: out of the block, without these lines. */
 export const leaveCodeBlock: Command = (state, dispatch) => {
   const { $from, empty } = state.selection;

@@ -10,7 +10,7 @@ import { schema } from '../schema';
 import type { NoteContext } from '../views/context';
 import { openAtCaret } from '../views/links';
 import { setHeading, setParagraph, toggleBlockquote } from './blocks';
-import { belowLast, leaveCodeBlock, leaveQuote, leaveTable, lineBreak, openCodeBlock, openFormula, openRule, openTable } from './enter';
+import { afterRule, belowLast, leaveCodeBlock, leaveQuote, leaveTable, lineBreak, openCodeBlock, openFormula, openRule, openTable } from './enter';
 import { alone } from './history';
 import { backspaceBelowList, backspaceInItem, deleteBesideItem, liftItem, sinkItem, splitItem, toggleList, toggleTask } from './lists';
 import { toggleBold, toggleCode, toggleHighlight, toggleItalic, toggleStrike } from './marks';
@@ -77,7 +77,7 @@ const editing: Record<string, Command> = {
   'Mod-z': undo,
   'Mod-y': redo,
   'Mod-Shift-z': redo,
-  Enter: chainCommands(openCodeBlock, openFormula, openTable, openRule, leaveCodeBlock, newlineInCode, leaveTable, cellBelow, splitItem, leaveQuote),
+  Enter: chainCommands(openCodeBlock, openFormula, openTable, openRule, afterRule, leaveCodeBlock, newlineInCode, leaveTable, cellBelow, splitItem, leaveQuote),
   'Shift-Enter': lineBreak,
   'Mod-Enter': chainCommands(alone(toggleTask), exitCode),
   Backspace: chainCommands(undoInputRule, deleteAll, backspaceInItem, backspaceToParagraph, backspaceBelowList),

@@ -97,20 +97,26 @@ function rowText(table: Node, row: Node, known: Known): string {
   return writeBlock(small, {}, known).split('\n')[2] ?? '';
 }
 
-/** The item whose marker a new one copies, and by how much its number is smaller. */
-function model({ from, to }: Replacement): { index: number; step: number } {
-  if (to > from) return { index: from, step: 0 };
-  return from > 0 ? { index: from - 1, step: 1 } : { index: 0, step: 0 };
+/** The item whose marker a new one copies. */
+const modelIndex = ({ from, to }: Replacement): number => (to > from ? from : Math.max(0, from - 1));
+
+/** Whether all items of a list have the same number, as far as its first two and the one at `index` tell. */
+function isNumberedAlike(source: string, place: Place, index: number): boolean {
+  if (place.node.childCount < 2) return false;
+  const numbers = [0, 1, index].map((one) => Number.parseInt(source.slice(childPlace(place, one).start, childPlace(place, one).start + 10), 10));
+  return numbers.every((number) => number === numbers[0]);
 }
 
 function itemTexts(source: string, place: Place, change: Replacement, prefix: string, known: Known): string[] {
-  const { index, step } = model(change);
+  const index = modelIndex(change);
   const sibling = childPlace(place, index);
   const line = source.slice(sibling.start, endOf(sibling)).split('\n', 1)[0]!;
   const { marker, blanks } = readItemMarker(line);
   const number = Number.parseInt(marker, 10);
+  const step = isNumberedAlike(source, place, index) ? 0 : 1;
+  const first = change.from === change.to && change.from > 0 ? number + step : number;
   return change.nodes.map((item, position) => {
-    const own = Number.isNaN(number) ? marker : `${number + step + position}${marker.at(-1)}`;
+    const own = Number.isNaN(number) ? marker : `${first + step * position}${marker.at(-1)}`;
     return indentLines(itemText(place.node, item, own, blanks, known), prefix);
   });
 }

@@ -8,7 +8,7 @@ import { readPart } from './local';
 import { isSame, isSameButLinks, isSource, tidy } from './normal';
 import { bracketed, withBrackets } from './angled';
 import { withBareBlanks, withMovedEdges } from './edges';
-import { withGuards, withoutGuards } from './guards';
+import { withGuards, withNeededGuards, withoutGuards } from './guards';
 import { inlineSplices, isCoded, spliced, type Splice } from './patch';
 import { quickEdit } from './quick';
 import { leadsTo, linePrefix, nodeAt, placesAlong, withChildren, withNode } from './place';
@@ -68,7 +68,10 @@ function changed(block: Block, aim: Node, pool: Pool, context: Context): Changed
       const quick = isInline ? quickEdit(block, splice, expected, change.path) : null;
       if (quick) return { block: withGuards(quick, block, splice), settled: null };
       const next = readBack(block, splice, expected, context, linked);
-      if (next) return { block: withGuards(next, block, splice), settled: isSame(next.parsed, expected) ? null : change.path };
+      if (next) {
+        const lean = withNeededGuards(withGuards(next, block, splice), block, (one, by) => readBack(one, by, expected, context, linked));
+        return { block: lean, settled: isSame(lean.parsed, expected) ? null : change.path };
+      }
       attempts += 1;
       if (attempts === attemptLimit) break;
     }

@@ -32,6 +32,12 @@ const cases: readonly (readonly [string, readonly string[], string])[] = [
   ['- ett‸\n', ['<Enter>', '```js', '<Enter>', 'a', '<Enter>', 'b', '<Enter>', '<Enter>', '<Enter>', 'ut'], '- ett\n- ```js\n  a\n  b\n  ```\n- ut\n'],
   ['- | a | b |\n  | - | - |\n  | c | d‸ |\n', ['<Enter>', '<Enter>', 'ut'], '- | a | b |\n  | - | - |\n  | c | d |\n- ut\n'],
   ['> | a | b |\n> | - | - |\n> | c | d‸ |\n', ['<Enter>', '<Enter>', 'ut'], '> | a | b |\n> | - | - |\n> | c | d |\n\nut\n'],
+  ['- ‸\n', ['```js', '<Enter>', 'kod', '<Enter>', '```', '<Enter>', 'ut'], '- ```js\n  kod\n  ```\n- ut\n'],
+  ['- a\n\n  ‸\n\n  b\n', ['```', '<Enter>', `${'kod '.repeat(30)}`, '<Enter>', '```', '<Enter>', 'ut'], `- a\n\n  \`\`\`\n  ${'kod '.repeat(30)}\n  \`\`\`\n\n  ut\n\n  \n\n  b\n`],
+  // The other items keep their numbers.
+  ['1. ett\n2. två‸\n3. tre\n', ['<Enter>', 'ny', '<Enter>', 'mer'], '1. ett\n2. två\n3. ny\n4. mer\n3. tre\n'],
+  ['1. ett\n1. två‸\n1. tre\n', ['<Enter>', 'ny'], '1. ett\n1. två\n1. ny\n1. tre\n'],
+  ['1. ‸ett\n2. två\n', ['<Enter>'], '1.\n1. ett\n2. två\n'],
   ['ett‸ två\n', ['{codeBlock}', 'x'], '```\nettx två\n```\n'],
   // Blocks that a line and Enter open.
   ['‸\n', ['```js', '<Enter>', 'kod'], '```js\nkod\n```\n'],
@@ -40,6 +46,7 @@ const cases: readonly (readonly [string, readonly string[], string])[] = [
   ['‸\n', ['```', '<Enter>', '```js', '<Enter>', '```', '<Enter>', 'in'], '````\n```js\n```\nin\n````\n'],
   ['‸\n', ['$$', '<Enter>', 'x', '<Enter>', '$$', '<Enter>', 'ut'], '$$\nx\n$$\n\nut\n'],
   ['‸\n', ['***', '<Enter>', 'ut'], '---\n\nut\n'],
+  ['ett‸\n', ['<Enter>', '---', '<Enter>', 'ut', '<Enter>', 'mer'], 'ett\n\n---\n\nut\n\nmer\n'],
   ['> ‸\n', ['___', '<Enter>', 'ut'], '> ---\n\nut\n'],
   ['> ett‸\n> två\n', ['<Enter>', 'x'], '> ett\n>\n> x\n> två\n'],
   ['- ett‸\n  två\n', ['<Enter>', 'x'], '- ett\n- x\n  två\n'],
@@ -49,6 +56,7 @@ const cases: readonly (readonly [string, readonly string[], string])[] = [
   ['‸\n', ['a[^1] b', '<Enter>', '[^1]: c'], 'a[^1] b\n\n[^1]: c\n'],
   // What needs no backslash in the end has none, wherever it was typed.
   ['‸\n', ['- ', '1.5 dl', '<Enter>', '+46', '<Enter>', '#tagg', '<Enter>', '-5 grader'], '- 1.5 dl\n- +46\n- #tagg\n- -5 grader\n'],
+  ['‸\n', ['5$ och 10$ <b>hej'], '5$ och 10$ \\<b>hej\n'],
   ['> ‸\n', ['1.5 dl', '<Enter>', '#tagg'], '> 1.5 dl\n>\n> #tagg\n'],
 ];
 

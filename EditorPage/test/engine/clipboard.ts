@@ -56,7 +56,7 @@ async function selectAll(): Promise<void> {
 
 /** Note with the caret at its end, text to be taken letter by letter, and the note afterwards. */
 const literal: readonly (readonly [string, string, string])[] = [
-  ['a\n', ' **b** [c](d)', 'a \\*\\*b\\*\\* \\[c]\\(d)\n'],
+  ['a\n', ' **b** [c](d)', 'a \\*\\*b\\*\\* \\[c](d)\n'],
   ['a\n\nb\n', '# c\n\n- d', 'a\n\nb# c\n\n\\- d\n'],
   ['- a\n', '1. b', '- a1. b\n'],
   ['```\nx\n```\n', '**b**\n\nc', '```\nx**b**\n\nc\n```\n'],

@@ -26,3 +26,15 @@ test('guards keep their places, and those that a splice puts in are added', () =
   assert.deepEqual(guarded(block('a \\* b', []), { from: 6, to: 6, text: '\\_' }), [6]);
   assert.deepEqual(guarded(block('a \\* b', []), { from: 2, to: 6, text: '\\* \\_' }), [5]);
 });
+
+test('a fence that was made longer for what is typed is shorter again without it', () => {
+  const before = block('- ```js\n  kod\n  ``\n  ```');
+  const grow = { from: 2, to: before.source.length, text: '````js\n  kod\n  ```\n  ````' };
+  const long = withGuards(block(spliced(before.source, grow)), before, grow);
+  assert.deepEqual(long.guards, [5, long.source.length - 1]);
+
+  const from = long.source.indexOf('\n  ```\n');
+  const bare = withoutGuards(long, { from, to: from + '\n  ```'.length, text: '' })!;
+
+  assert.equal(spliced(long.source, bare), '- ```js\n  kod\n  ```');
+});
