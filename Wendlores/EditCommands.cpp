@@ -4,6 +4,7 @@
 #include "Editor/WebEngineEditorView.h"
 #include "Previews/FindBar.h"
 #include "Previews/PDFKitView.h"
+#include "Previews/ZoomableImage.h"
 
 #include <QAction>
 #include <QApplication>
@@ -80,8 +81,12 @@ std::function<void()> inSearch(FindBar* search, const QString& word)
     return {};
 }
 
-std::function<void()> inDocument(PDFKitView* document, QWebEnginePage::WebAction action)
+/// What a command of the engine does with a document, or an image, that has the focus.
+std::function<void()> inDocument(QWidget* focus, QWebEnginePage::WebAction action)
 {
+    if (auto* image = qobject_cast<ZoomableImage*>(focus); image && action == QWebEnginePage::Copy)
+        return [image] { image->copy(); };
+    auto* document = qobject_cast<PDFKitView*>(focus);
     if (document && action == QWebEnginePage::Copy && !document->selectedText().isEmpty())
         return [document] { document->copy(); };
     if (document && action == QWebEnginePage::SelectAll)
@@ -251,7 +256,7 @@ bool EditCommands::isNoteShown() const
 std::function<void()> EditCommands::inFile(const Command& command) const
 {
     if (command.word.isEmpty())
-        return inDocument(qobject_cast<PDFKitView*>(focus()), command.inPage);
+        return inDocument(focus(), command.inPage);
     const QWidget* view = noteView();
     return view && view->isVisible() ? nullptr : inSearch(FindBar::seenIn(m_window), command.word);
 }

@@ -57,7 +57,7 @@ function cell(tag: 'td' | 'th', tableRole: string): NodeSpec {
   const getAttrs = (dom: HTMLElement) => ({
     colspan: span(dom.getAttribute('colspan')),
     rowspan: span(dom.getAttribute('rowspan')),
-    align: dom.style.textAlign || null,
+    align: dom.getAttribute('align') || dom.style.textAlign || null,
   });
   return {
     content: 'phrasing*',

@@ -71,21 +71,12 @@ bool isWhatItsNameSays(const QuickLookFile& file, const MediaType& type)
     return type.mimeType != svgType || isSvg(file.contents());
 }
 
-/// What the page plays or draws, by its name: the file itself, or a copy that the engine plays better.
-QByteArray addSource(QuickLookPage& page, const QuickLookFile& file, const QByteArray& mimeType)
-{
-    constexpr qint64 largestCopy = 64'000'000;
-    if (!mimeType.endsWith("/ogg") || file.contents().size() > largestCopy) {
-        page.streamedType = mimeType;
-        return "file";
-    }
-    page.resources.insert(u"ljud"_s, {oggWithLaterSound(file.contents().readAll()), mimeType});
-    return "r/ljud";
-}
+/// How much of an Ogg file is changed: its sound begins there, also behind a cover.
+constexpr qint64 changedBeginning = 8'000'000;
 
-QByteArray specimenMarkup(const QByteArray& source, const QString& name)
+QByteArray specimenMarkup(const QString& name)
 {
-    QByteArray markup = "<style>@font-face{font-family:specimen;src:url(" + source + ")}</style><h1>" +
+    QByteArray markup = "<style>@font-face{font-family:specimen;src:url(file)}</style><h1>" +
                         escaped(FileURL::file(name).nameWithoutExtension()) + "</h1><div class=\"specimen\">";
     const QByteArray letters = escaped(u"ABCDEFGHIJKLMNOPQRSTUVWXYZÅÄÖ\nabcdefghijklmnopqrstuvwxyzåäö\n"
                                        "0123456789 !?&%()[]{}@#*+-=/.,:;”»–"_s);
@@ -106,24 +97,26 @@ std::optional<QuickLookPage> mediaPage(const QuickLookFile& file)
         return std::nullopt;
     constexpr int specimenWidth = 900;
     QuickLookPage page;
-    const QByteArray source = addSource(page, file, type->mimeType);
+    page.streamedType = type->mimeType;
+    if (type->mimeType.endsWith("/ogg"))
+        page.streamedBeginning = oggWithLaterSound(file.contents().read(changedBeginning));
     const QByteArray name = escaped(file.name());
     switch (type->medium) {
     case Medium::Audio:
         page.body = "<div class=\"centered\"><audio controls controlslist=\"nodownload noremoteplayback\" "
-                    "src=\"" +
-                    source + "\" aria-label=\"" + name + "\"></audio></div>";
+                    "src=\"file\" aria-label=\"" +
+                    name + "\"></audio></div>";
         break;
     case Medium::Video:
         page.body = "<div class=\"centered\"><video controls controlslist=\"nodownload nofullscreen "
-                    "noremoteplayback\" disablepictureinpicture src=\"" +
-                    source + "\" aria-label=\"" + name + "\"></video></div>";
+                    "noremoteplayback\" disablepictureinpicture src=\"file\" aria-label=\"" +
+                    name + "\"></video></div>";
         break;
     case Medium::Drawing:
-        page.body = "<div class=\"centered\"><img src=\"" + source + "\" alt=\"" + name + "\"></div>";
+        page.body = "<div class=\"centered\"><img src=\"file\" alt=\"" + name + "\"></div>";
         break;
     case Medium::Font:
-        page.body = specimenMarkup(source, file.name());
+        page.body = specimenMarkup(file.name());
         page.width = specimenWidth;
         break;
     }

@@ -27,6 +27,8 @@ struct QuickLookPage final
     /// The file that "file" stands for, with its type; it is read as the page asks for it.
     std::optional<FileURL> streamed;
     QByteArray streamedType;
+    /// What the page gets in place of as many bytes of that file's beginning.
+    QByteArray streamedBeginning;
     /// The page's own width in pixels, to be scaled to the width of the view; 0 for a page that flows.
     int width = 0;
 };
@@ -43,11 +45,11 @@ inline QDataStream& operator>>(QDataStream& stream, QuickLookResource& resource)
 /// As a page is sent by a process that does not know where its file lies.
 inline QDataStream& operator<<(QDataStream& stream, const QuickLookPage& page)
 {
-    return stream << page.body << page.resources << page.streamedType << page.width;
+    return stream << page.body << page.resources << page.streamedType << page.streamedBeginning << page.width;
 }
 inline QDataStream& operator>>(QDataStream& stream, QuickLookPage& page)
 {
-    return stream >> page.body >> page.resources >> page.streamedType >> page.width;
+    return stream >> page.body >> page.resources >> page.streamedType >> page.streamedBeginning >> page.width;
 }
 
 /// A document as the pages of a PDF file, which belongs to the cache or to the document.

@@ -39,6 +39,8 @@ article { max-width: 46em; margin: 0 auto; font-size: 15px; line-height: 1.6 }
 .headers { width: 100% }
 .letter { white-space: pre-wrap; tab-size: 4 }
 article img { max-width: 100%; height: auto }
+/* Drawn for white paper, what can be seen through would not show in the dark. */
+article img, .centered img { background: #fff }
 .cover { display: block; max-height: 420px; margin: 0 auto 24px; border: 1px solid var(--line) }
 nav { border-bottom: 1px solid var(--line); margin-bottom: 24px; padding-bottom: 16px } nav ol { padding-left: 24px }
 blockquote { margin: 0 0 0 8px; padding-left: 16px; border-left: 3px solid var(--line) }

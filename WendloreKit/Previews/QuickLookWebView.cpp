@@ -16,6 +16,8 @@
 #include <QWebEngineUrlScheme>
 #include <QWebEngineUrlSchemeHandler>
 
+#include <algorithm>
+
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -47,6 +49,37 @@ public:
     {
         info.block(!isOwnAddress(info.requestUrl()));
     }
+};
+
+/// A file that begins with other bytes than it has on the disk.
+class ChangedFile final : public QIODevice
+{
+public:
+    /// Takes the open descriptor over.
+    ChangedFile(int descriptor, QByteArray beginning)
+        : m_beginning(std::move(beginning))
+    {
+        if (m_file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+            open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    [[nodiscard]] qint64 size() const override { return m_file.size(); }
+
+protected:
+    qint64 readData(char* bytes, qint64 size) override
+    {
+        if (pos() < m_beginning.size()) {
+            const qint64 count = std::min(size, m_beginning.size() - pos());
+            std::copy_n(m_beginning.constData() + pos(), count, bytes);
+            return count;
+        }
+        return m_file.seek(pos()) ? m_file.read(bytes, size) : -1;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray m_beginning;
+    QFile m_file;
 };
 
 void reply(QWebEngineUrlRequestJob& job, const QByteArray& type, QIODevice* body)
@@ -95,9 +128,10 @@ private:
     void replyFile(QWebEngineUrlRequestJob& job) const
     {
         const Descriptor opened = openRegularFile(*m_page.streamed);
-        auto file = std::make_unique<QFile>();
-        if (opened.isOpen() &&
-            file->open(::dup(opened.get()), QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        auto file = opened.isOpen()
+                        ? std::make_unique<ChangedFile>(::dup(opened.get()), m_page.streamedBeginning)
+                        : nullptr;
+        if (file && file->isOpen())
             reply(job, m_page.streamedType, file.release());
         else
             job.fail(QWebEngineUrlRequestJob::UrlNotFound);

@@ -1,13 +1,19 @@
 #include "Previews/ZoomableImage.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGestureEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QNativeGestureEvent>
 #include <QPainter>
 #include <QPinchGesture>
 #include <QScrollBar>
 
 #include <cmath>
+
+using namespace Qt::StringLiterals;
 
 namespace wendlore {
 
@@ -125,6 +131,9 @@ void ZoomableImage::paintEvent(QPaintEvent* event)
     const QRectF source((target.x() - whole.x()) * across, (target.y() - whole.y()) * down,
                         target.width() * across, target.height() * down);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, m_magnification * pixelRatio < pixelScale);
+    // Most that can be seen through was drawn for white paper; black lines would not show in the dark.
+    if (level.hasAlphaChannel())
+        painter.fillRect(target, Qt::white);
     painter.drawImage(target, level, source);
 }
 
@@ -173,9 +182,24 @@ bool ZoomableImage::zoomByKey(const QKeyEvent& event, bool isForReal)
     }
 }
 
+void ZoomableImage::copy() const
+{
+    QApplication::clipboard()->setImage(m_image.levelFor(1));
+}
+
+void ZoomableImage::contextMenuEvent(QContextMenuEvent* event)
+{
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(u"Kopiera"_s, this, &ZoomableImage::copy);
+    menu->popup(event->globalPos());
+}
+
 void ZoomableImage::keyPressEvent(QKeyEvent* event)
 {
-    if (!zoomByKey(*event, true))
+    if (event->matches(QKeySequence::Copy))
+        copy();
+    else if (!zoomByKey(*event, true))
         QAbstractScrollArea::keyPressEvent(event);
 }
 

@@ -34,6 +34,7 @@ public:
     void zoomIn() override;
     void zoomOut() override;
     void resetZoom() override { magnifyToFit(); }
+    void copy() const;
 
 protected:
     bool event(QEvent* event) override;
@@ -46,6 +47,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     void apply(const Magnification& magnification);

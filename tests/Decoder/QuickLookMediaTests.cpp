@@ -1,6 +1,8 @@
 #include "Decoder/QuickLookMedia.h"
 
+#include "Decoder/OggTimes.h"
 #include "Fakes/Bucket.h"
+#include "Support/SampleFiles.h"
 
 #include <QTest>
 
@@ -46,15 +48,21 @@ private Q_SLOTS:
         QCOMPARE(page->width, width);
     }
 
-    void soundThatTheEngineWouldRefuseIsACopy()
+    void soundThatTheEngineWouldRefuseBeginsOtherwise()
     {
-        const Bucket bucket{{"a.ogg", "OggS"}};
+        const QByteArray sound = mediaFile(u"a.ogg"_s);
+        const Bucket bucket;
+        bucket.write(u"a.ogg"_s, sound);
+        bucket.write(u"lång.ogg"_s, sound + QByteArray(20'000'000, 'x'));
 
         const auto page = mediaPage(bucket.file(u"a.ogg"_s));
+        const auto longPage = mediaPage(bucket.file(u"lång.ogg"_s));
 
-        QVERIFY(page && page->streamedType.isEmpty() && page->body.contains("src=\"r/ljud\""));
-        QCOMPARE(page->resources.value(u"ljud"_s).bytes, QByteArray("OggS"));
-        QCOMPARE(page->resources.value(u"ljud"_s).mimeType, QByteArray("audio/ogg"));
+        QVERIFY(page && longPage);
+        QCOMPARE(page->streamedType, QByteArray("audio/ogg"));
+        QCOMPARE(page->streamedBeginning, oggWithLaterSound(sound));
+        QCOMPARE(longPage->streamedBeginning.first(sound.size()), page->streamedBeginning);
+        QVERIFY(longPage->streamedBeginning.size() < 10'000'000);
     }
 
     void otherFilesAreNone_data()

@@ -129,6 +129,21 @@ private Q_SLOTS:
         WAIT_COMPARE(sound.state(playTheEnd), QString::number(seconds));
     }
 
+    /// Of long ones only the beginning is changed for the engine.
+    void aSoundThatIsChangedInItsBeginningIsPlayedToItsEnd()
+    {
+        const QByteArray whole = mediaFile(u"a.ogg"_s);
+        const Bucket bucket;
+        bucket.write(u"a.ogg"_s, whole);
+        auto page = decodeFilePreview(bucket.file(u"a.ogg"_s), QuickLookLimits());
+        QVERIFY(page);
+        QVERIFY(page->streamedBeginning != whole);
+        page->streamedBeginning.truncate(whole.size() / 2);
+        Playing sound(*page);
+        WAIT_COMPARE(sound.state(), u"played"_s);
+        WAIT_COMPARE(sound.state(u"String(document.querySelector('audio').ended)"_s), u"true"_s);
+    }
+
     void aPageOfManyMegabytesIsShown()
     {
         QuickLookPage page;

@@ -1,8 +1,10 @@
 #include "Previews/ZoomableImage.h"
 
+#include "Look/Colors.h"
 #include "Support/Window.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QNativeGestureEvent>
 #include <QPointingDevice>
 #include <QScrollBar>
@@ -174,6 +176,33 @@ private Q_SLOTS:
         for (int press = 0; press < 60; ++press)
             QTest::keyClick(&view, Qt::Key_Minus, Qt::ControlModifier);
         QCOMPARE(view.magnification(), 0.05);
+    }
+
+    void whatCanBeSeenThroughIsOnWhitePaper()
+    {
+        QImage lines(40, 40, QImage::Format_ARGB32_Premultiplied);
+        lines.fill(Qt::transparent);
+        lines.setPixelColor(20, 20, Qt::black);
+        ZoomableImage view{ImagePyramid(lines)};
+        view.setPalette(Colors::of(ColorScheme::dark).palette());
+        showAt(view, {100, 100});
+
+        const QImage picture = pictureOf(view);
+
+        QCOMPARE(picture.pixelColor(5, 5), QColor(Qt::white));
+        QCOMPARE(picture.pixelColor(20, 20), QColor(Qt::black));
+        QVERIFY(picture.pixelColor(80, 80).lightness() < 100);
+    }
+
+    void theImageIsCopied()
+    {
+        ZoomableImage view(image(30, 20));
+        showAt(view, {100, 100});
+
+        QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+
+        QCOMPARE(QApplication::clipboard()->image().size(), QSize(30, 20));
+        QCOMPARE(QApplication::clipboard()->image().pixelColor(3, 3), QColor(Qt::red));
     }
 
     void itsZoomKeysAreNotTheWindows()

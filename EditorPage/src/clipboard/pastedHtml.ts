@@ -1,11 +1,15 @@
 /** Brings HTML from other programs into the form that the note's own reader expects. */
 import { clipboardHtml } from '../sanitise';
 import { BLOCKS, reshape } from './foreignHtml';
+import { makeLists } from './wordLists';
 
 /** The same content as safe markup with plain tags and without the white space that HTML does not show. */
 export function pastedHtml(html: string): string {
   const fragment = clipboardHtml(html);
-  if (!isOwnCopy(html)) {
+  const isOwn = isOwnCopy(html);
+  for (const cell of fragment.querySelectorAll<HTMLElement>('td, th')) keepAlignment(cell, isOwn);
+  if (!isOwn) {
+    makeLists(fragment);
     for (const styled of [...fragment.querySelectorAll<HTMLElement>('[style]')]) styleToTags(styled);
     reshape(fragment);
     collapseBlanks(fragment);
@@ -20,6 +24,13 @@ export function pastedHtml(html: string): string {
 /** Whether the HTML was copied from a note: it is exact already, down to where the selection began and ended. */
 export function isOwnCopy(html: string): boolean {
   return html.includes('data-pm-slice');
+}
+
+/** To which side a cell's text is set. To the left it is anyway; only a note says that on purpose. */
+function keepAlignment(cell: HTMLElement, isOwn: boolean): void {
+  const side = (cell.style.textAlign || cell.getAttribute('align') || '').toLowerCase();
+  if (side === 'right' || side === 'center' || (side === 'left' && isOwn)) cell.setAttribute('align', side);
+  else cell.removeAttribute('align');
 }
 
 /** Says with tags what office programs and web editors say with styles; bold tags that are not bold go. */

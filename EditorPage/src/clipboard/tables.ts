@@ -46,7 +46,15 @@ function mapTables(content: Fragment): Fragment {
 function plainTable(node: Node): Node {
   const rows = gridOf(node);
   const width = Math.max(...rows.map((row) => row.length));
-  return node.copy(Fragment.fromArray(rows.map((row, index) => plainRow(row, index === 0, width))));
+  const aligns = Array.from({ length: width }, (_, column) => columnAlign(rows.map((row) => row[column])));
+  return node.copy(Fragment.fromArray(rows.map((row, index) => plainRow(row, index === 0, aligns))));
+}
+
+/** A file sets whole columns to a side: as most cells below the head are. */
+function columnAlign([head, ...body]: readonly (Node | undefined)[]): string | null {
+  const sides = body.filter((cell) => cell !== undefined).map((cell) => cell.attrs.align as string | null);
+  const most = sides.find((side) => 2 * sides.filter((other) => other === side).length > sides.length);
+  return most === undefined ? (head?.attrs.align ?? null) : most;
 }
 
 /** The cells of each row where they stand; nothing where another one reaches over several columns or rows. */
@@ -68,11 +76,7 @@ function gridOf(table: Node): (Node | undefined)[][] {
   return grid;
 }
 
-function plainRow(row: readonly (Node | undefined)[], isHead: boolean, width: number): Node {
+function plainRow(row: readonly (Node | undefined)[], isHead: boolean, aligns: readonly (string | null)[]): Node {
   const type = isHead ? headerType : cellType;
-  const cells = Array.from({ length: width }, (_, column) => {
-    const cell = row[column];
-    return cell ? type.create({ align: cell.attrs.align }, cell.content) : type.create();
-  });
-  return rowType.create(null, cells);
+  return rowType.create(null, aligns.map((align, column) => type.create({ align }, row[column]?.content)));
 }

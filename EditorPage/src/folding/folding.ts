@@ -54,8 +54,9 @@ export class Folding implements Watcher {
   #scrolledAt = 0;
   #rest = 0;
   #top = 0;
-  /** The frame in which the window last moved too far to be read. */
-  #rushedIn: CSSNumberish | null = null;
+  /** How often the window has moved, and whether it last moved too far to be read. */
+  #moves = 0;
+  #isRush = false;
   #unfoldedAt = 0;
 
   constructor(private editor: Folded) {
@@ -147,14 +148,17 @@ export class Folding implements Watcher {
 
   /** Whether what is unfolded now would have left the window when it is drawn. */
   get #isRushing(): boolean {
-    return this.#rushedIn === document.timeline.currentTime && performance.now() - this.#unfoldedAt < GLIMPSE;
+    return this.#isRush && performance.now() - this.#unfoldedAt < GLIMPSE;
   }
 
   #planStep(wait: number): void {
     if (this.#isStepDue || this.#near.size === 0) return;
     this.#isStepDue = true;
+    const moves = this.#moves;
     const run = (): void => {
       this.#isStepDue = false;
+      // A frame without a move ends a rush.
+      if (wait === 0 && moves === this.#moves) this.#isRush = false;
       if (this.#isRushing) return this.#planStep(0);
       const next = this.#nearest();
       if (next === null) return;
@@ -220,7 +224,8 @@ export class Folding implements Watcher {
   }
 
   #scrolled(): void {
-    if (Math.abs(scrollY - this.#top) > RUSH * innerHeight) this.#rushedIn = document.timeline.currentTime;
+    this.#moves += 1;
+    this.#isRush = Math.abs(scrollY - this.#top) > RUSH * innerHeight;
     this.#top = scrollY;
     this.#scrolledAt = performance.now();
     this.#planTidying();

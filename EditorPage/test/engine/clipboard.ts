@@ -5,6 +5,29 @@ type Test = readonly [string, (recorder: Recorder) => Promise<string | void>];
 
 const CELLS = '| a | b |\n| - | - |\n| c | d |\n';
 
+/** A range as a spreadsheet program copies it. */
+const CALC_RANGE = `<table cellspacing="0" border="0"><colgroup span="2" width="85"></colgroup>
+<tr><td height="17" align="left">Vara</td><td align="left">Pris</td></tr>
+<tr><td height="17" align="left">Kaffe</td><td align="right" sdval="12.5" sdnum="1053;">12,5</td></tr>
+<tr><td height="17" align="left">Te</td><td align="right" sdval="9" sdnum="1053;">9</td></tr></table>`;
+
+/** A paragraph of a list as a word processor copies it. */
+const listParagraph = (level: number, marker: string, text: string): string =>
+  `<p class=MsoListParagraph style='margin-left:36pt;text-indent:-18pt;mso-list:l0 level${level} lfo1'><![if !supportLists]>` +
+  `<span style='font-family:Symbol'><span style='mso-list:Ignore'>${marker}<span style='font:7.0pt "Times New Roman"'>&nbsp;&nbsp; </span></span></span>` +
+  `<![endif]>${text}<o:p></o:p></p>\n`;
+
+const WORD_LISTS = [
+  '<html xmlns:o="urn:schemas-microsoft-com:office:office"><body><!--StartFragment--><p class=MsoNormal>Före<o:p></o:p></p>\n',
+  listParagraph(1, '·', 'ett'),
+  listParagraph(1, '·', '<b>två</b>'),
+  listParagraph(2, '3.', 'in'),
+  listParagraph(2, '4.', 'mer'),
+  listParagraph(1, '·', 'tre'),
+  listParagraph(1, '1)', 'a'),
+  '<!--EndFragment--></body></html>',
+].join('');
+
 /** Note with the caret at its end, clipboard, and the note afterwards. */
 const pastes: readonly (readonly [string, Record<string, string>, string])[] = [
   ['a\n', { 'text/plain': ' **b** c' }, 'a **b** c\n'],
@@ -23,6 +46,9 @@ const pastes: readonly (readonly [string, Record<string, string>, string])[] = [
   ['', { 'text/html': '<pre class="x"><code class="hljs language-js">let a;\n  b</code></pre>' }, '```js\nlet a;\n  b\n```'],
   ['', { 'text/html': '<p><a href="https://e.org/?a=1&amp;b=2&amp;amp;c">d</a> A&amp;B <img src="f.png" alt="g"> h</p>' }, '[d](https://e.org/?a=1&b=2\\&amp;c) A&B ![g](f.png) h'],
   ['', { 'text/plain': 'x\ty\nz "q"\t"1 ""2""\n3"\n"b"\t\n' }, '| x | y |\n| - | - |\n| z "q" | 1 "2" 3 |\n| "b" | |'],
+  ['', { 'text/html': CALC_RANGE }, '| Vara | Pris |\n| - | -: |\n| Kaffe | 12,5 |\n| Te | 9 |'],
+  ['', { 'text/html': '<table><tr><th align="center">a</th><th>b</th></tr></table>' }, '| a | b |\n| :-: | - |'],
+  ['', { 'text/html': WORD_LISTS }, 'Före\n\n- ett\n- **två**\n\n  3. in\n  4. mer\n- tre\n\n1. a'],
   ['a\n', { 'text/html': '<details><summary>S</summary>b</details>' }, 'aS\n\nb\n'],
 ];
 
