@@ -5,6 +5,7 @@ import { EditorState, type Plugin, type Transaction } from 'prosemirror-state';
 import { EditorView } from 'prosemirror-view';
 import { ChangeReporter } from './bridge';
 import { clipboardProps, copyAsText } from './clipboard/index';
+import { pastedAtEnd, standsAlone } from './clipboard/longPaste';
 import { commandFor } from './commands/exec';
 import { correct } from './corrections';
 import { takeDomChanges } from './domChanges';
@@ -17,8 +18,10 @@ import { isFolded } from './source/folded';
 import { differingRange, type Range } from './source/range';
 import { SourceDocument, type Applied, type Correction } from './source/SourceDocument';
 import type { TextChange } from './source/noteText';
+import { unify } from './source/text';
 import { changeBetween } from './source/update';
 import { foldedAt, offsetOf, placeAt } from './sourceView/offsets';
+import { ShownText } from './sourceView/shownText';
 import { TextStep } from './sourceView/textStep';
 import type { NoteContext } from './views/context';
 import { markViews, nodeViews } from './views';
@@ -67,7 +70,10 @@ export class NoteEditor implements Folded {
         autocorrect: 'off',
         translate: 'no',
       },
-      handleDOMEvents: { compositionend: () => (this.#scheduleReport(), false) },
+      handleDOMEvents: {
+        compositionend: () => (this.#scheduleReport(), false),
+        paste: (_, event) => this.#pasteLong(event),
+      },
       dispatchTransaction: (tr) => this.#dispatch(tr),
       ...clipboardProps(() => this.#source),
     });
@@ -191,6 +197,23 @@ export class NoteEditor implements Folded {
     tr.step(new TextStep(change.from, before.slice(change.from, change.to), change.insert));
     this.view.dispatch(tr.setMeta(FROM_TEXT, true));
     this.view.dispatch(closeHistory(this.view.state.tr));
+  }
+
+  /** Pastes long Markdown that stands alone; false for everything else. */
+  #pasteLong(event: ClipboardEvent): boolean {
+    const { types = [] } = event.clipboardData ?? {};
+    const pasted = types.includes('text/html') ? '' : unify(event.clipboardData?.getData('text/plain') ?? '').text;
+    if (this.#unshown !== null || isPlainPaste(this.view) || !standsAlone(pasted, this.view.state)) return false;
+    const note = new ShownText(this.text);
+    const change = pastedAtEnd(note.shown, this.caret, pasted);
+    if (change === null || isTooLong(note.shown + change.insert)) return false;
+    const shown = note.shown.slice(0, change.from) + change.insert;
+    this.tell(note.edit([change], () => shown), note);
+    this.rewrite(note.text);
+    this.caret = shown.length;
+    this.showCaret();
+    event.preventDefault();
+    return true;
   }
 
   /** The caret's place in the source, with line ends of one character and no byte order mark. */
@@ -337,3 +360,8 @@ export class NoteEditor implements Folded {
 }
 
 const isEmpty = ({ from, oldTo, nextTo }: Range): boolean => from === oldTo && from === nextTo;
+
+/** Whether the keys held say that a paste is to be taken letter by letter. */
+function isPlainPaste(view: EditorView): boolean {
+  return (view as unknown as { input: { shiftKey: boolean } }).input.shiftKey;
+}

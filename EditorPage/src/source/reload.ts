@@ -27,8 +27,9 @@ export function reloaded(note: Note, text: string): Reloaded {
 }
 
 function asWhole(note: Note, text: string): Reloaded {
-  const next = readNote(text, text.length > 10 * WHOLE ? WHOLE : Infinity);
   const before = note.entries;
+  const isFresh = before.every(({ raw }) => raw === '');
+  const next = readNote(text, isFresh || text.length > 10 * WHOLE ? WHOLE : Infinity);
   const { start, end } = commonEntries(before, next.entries);
   const offset = before.length - next.entries.length;
   const entries = next.entries.map((entry, index) => {

@@ -1,5 +1,5 @@
 /** Copy and paste through the engine's own clipboard events. */
-import { editor, expectEqual, open, paste, surface, turn, type Recorder } from './harness';
+import { editor, expect, expectEqual, open, paste, surface, turn, type, type Recorder } from './harness';
 
 type Test = readonly [string, (recorder: Recorder) => Promise<string | void>];
 
@@ -106,6 +106,47 @@ const literalTests: Test[] = literal.map(([before, text, after]) => [
 export const clipboardTests: Test[] = [
   ...pasteTests,
   ...literalTests,
+  ['a long text on an empty line at the end joins the note as it is, as one step, and only what is seen of it is drawn', async (recorder) => {
+    delete window.webkit!.messageHandlers!.edited;
+    const long = `${'# Rubrik\n\n*   punkt\n*   till\n\nEtt __stycke__ av något slag.\n\n'.repeat(3_000)}sist`;
+    open('');
+    await turn();
+    paste({ 'text/plain': long });
+    await turn();
+    expectEqual(recorder.text === long, true, 'the text is what was pasted');
+    expect(surface().childElementCount < 3_000, `${surface().childElementCount} blocks are drawn`);
+    expect(surface().lastElementChild!.contains(getSelection()!.focusNode), 'the caret is at its end');
+    type('!');
+    await turn();
+    expectEqual(recorder.text === `${long}!`, true, 'what is typed next');
+    editor().exec('undo');
+    editor().exec('undo');
+    await turn();
+    expectEqual(recorder.text, '', 'after undo');
+    editor().exec('redo');
+    await turn();
+    expectEqual(recorder.text === long, true, 'after redo');
+  }],
+  ['a long text is pasted below what is there, and in a list into the list', async (recorder) => {
+    delete window.webkit!.messageHandlers!.edited;
+    const long = 'Ett stycke.\n\n'.repeat(2_000).trimEnd();
+    open('före\r\n');
+    document.execCommand('insertParagraph');
+    await turn();
+    paste({ 'text/plain': long });
+    await turn();
+    expectEqual(recorder.text!.startsWith('före\r\n\r\nEtt stycke.\r\n\r\nEtt'), true, 'with the line ends of the note');
+    expectEqual(recorder.text!.split('Ett stycke.').length, 2_001, 'paragraphs');
+
+    open('- ett\n');
+    document.execCommand('insertParagraph');
+    document.execCommand('insertParagraph');
+    await turn();
+    const before = recorder.text!;
+    paste({ 'text/plain': 'y'.repeat(20_000) });
+    await turn();
+    expectEqual(recorder.text!.trimEnd().length, before.trimEnd().length + 2 + 20_000, `pasted below a list that reads ${JSON.stringify(before)}`);
+  }],
   ['a copied note is its own text', async () => {
     open('*  a\n*  b\n\nc __d__ [[E|f]]\n');
     await selectAll();
