@@ -29,7 +29,11 @@ WriteResult write(const FileURL& note, const std::optional<QByteArray>& theirs, 
 {
     if (theirs)
         return AtomicFile::writeOver(note, *theirs, ours, calls);
-    return existsOnDisk(note) ? AtomicFile::write(note, ours) : AtomicFile::create(note, ours);
+    const WriteResult created = AtomicFile::create(note, ours);
+    // A link to nothing is followed, and a folder is no place for a text. A file has come just now, and has
+    // not been read.
+    const bool isInTheWay = created.outcome == WriteOutcome::Taken && diskEntry(note) != DiskEntry::File;
+    return isInTheWay ? AtomicFile::writeOver(note, {}, ours, calls) : created;
 }
 
 void logConflict(const FileURL& note, const QString& baseline, const QString& disk, const QString& markdown)

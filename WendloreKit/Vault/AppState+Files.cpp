@@ -107,7 +107,7 @@ void AppState::writeNewNote(const FileURL& note, const QString& heading)
             old &&
             (old->isEmpty() || !m_services.recovered.keep(note, *old, u"replaced by a new note"_s).isEmpty());
         if (isKept)
-            result = AtomicFile::write(note, text);
+            result = AtomicFile::writeOver(note, *old, text);
     }
     if (!result.succeeded())
         qCWarning(filesLog).noquote() << "createNote error:" << result.error;

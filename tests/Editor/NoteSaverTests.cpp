@@ -113,6 +113,7 @@ private Q_SLOTS:
     void whatComesWithTheReplacementButIsKnownIsNoConflict();
     void aFileThatComesWithTheReplacementAndCannotBeReadIsKeptToo();
     void aNoteThatAppearsDuringTheSaveIsKeptToo();
+    void whatAppearsBehindALinkToNothingIsKeptToo();
     void aNoteThatNeverRestsIsLeftForLater();
     void aConflictIsLoggedWithTheNumbersOfCharacters();
     void bytesThatAreNotUtf8AreKept();
@@ -261,6 +262,24 @@ void NoteSaverTests::aNoteThatAppearsDuringTheSaveIsKeptToo()
         if (appeared.succeeded())
             QCOMPARE(f.bucket.read(copyName), "deras");
     }
+}
+
+void NoteSaverTests::whatAppearsBehindALinkToNothingIsKeptToo()
+{
+    Fixture f({});
+    f.bucket.remove(u"Möte.md"_s);
+    QCOMPARE(::symlink("Mål.md", f.note.bytes().constData()), 0);
+    f.calls.interfere = [&f](int, const QByteArray& call) {
+        if (call == "renameat2" && !f.bucket.exists(u"Mål.md"_s))
+            f.bucket.write(u"Mål.md"_s, "deras");
+        return 0;
+    };
+
+    const auto result = f.save(u"gammalt"_s, u"vårt"_s);
+
+    QVERIFY(result.isKept);
+    QCOMPARE(f.bucket.read(u"Mål.md"_s), "vårt");
+    QCOMPARE(f.bucket.read(copyName), "deras");
 }
 
 void NoteSaverTests::aNoteThatNeverRestsIsLeftForLater()
