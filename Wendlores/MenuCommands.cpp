@@ -106,22 +106,23 @@ void MenuCommands::addViewMenu()
 
 void MenuCommands::addZoomCommands(QMenu& menu)
 {
-    const auto zoom = [this](void (AppState::*text)(), void (ZoomableView::*file)()) {
-        return [this, text, file] {
+    // `zoom` does the same to the text of notes and to a view of another file.
+    const auto onWhatIsSeen = [this](auto zoom) {
+        return [this, zoom] {
             if (ZoomableView* view = ZoomableView::seenIn(m_window))
-                (view->*file)();
+                zoom(*view);
             else
-                (m_shown.*text)();
+                zoom(m_shown);
         };
     };
     QAction* larger =
-        menu.addAction(u"Förstora text"_s, this, zoom(&AppState::zoomIn, &ZoomableView::zoomIn));
+        menu.addAction(u"Förstora text"_s, this, onWhatIsSeen([](auto& shown) { shown.zoomIn(); }));
     // The plus sign needs Shift on some keyboards; the key itself has to do there.
     larger->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
     QAction* smaller = menu.addAction(u"Förminska text"_s, QKeySequence(Qt::CTRL | Qt::Key_Minus), this,
-                                      zoom(&AppState::zoomOut, &ZoomableView::zoomOut));
+                                      onWhatIsSeen([](auto& shown) { shown.zoomOut(); }));
     QAction* reset = menu.addAction(u"Återställ textstorlek"_s, QKeySequence(Qt::CTRL | Qt::Key_0), this,
-                                    zoom(&AppState::resetZoom, &ZoomableView::resetZoom));
+                                    onWhatIsSeen([](auto& shown) { shown.resetZoom(); }));
     m_needFile = {larger, smaller, reset};
 }
 
